@@ -1,0 +1,41 @@
+# Compiler settings every target of the project shares.
+
+# dyadctx_compile_options(TARGET): language level, hidden symbols, warnings, sanitizers.
+function(dyadctx_compile_options target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES
+    CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+  if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    target_compile_options(${target} PRIVATE
+      -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast
+      -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wcast-qual -Wformat=2 -Wundef
+      -Wnull-dereference -Wdouble-promotion -Wimplicit-fallthrough)
+    # The published interface has members such as _Contexts and functions such as
+    # _CDCDyadTraceLog. Their names are fixed, so the warning on reserved names is off.
+    if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+      target_compile_options(${target} PRIVATE -Wno-reserved-identifier)
+    else()
+      target_compile_options(${target} PRIVATE -Wduplicated-cond -Wlogical-op)
+    endif()
+    if(DYADCTX_WERROR)
+      target_compile_options(${target} PRIVATE -Werror)
+    endif()
+  endif()
+  if(DYADCTX_SANITIZE)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=${DYADCTX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PUBLIC -fsanitize=${DYADCTX_SANITIZE})
+  endif()
+endfunction()
+
+# dyadctx_link_options(TARGET): how the shared library is linked.
+function(dyadctx_link_options target)
+  if(DYADCTX_SANITIZE)
+    target_link_options(${target} PRIVATE -fsanitize=${DYADCTX_SANITIZE})
+  elseif(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    # Nothing of Expat may leak out of the library, and nothing may be left unresolved.
+    target_link_options(${target} PRIVATE -Wl,--no-undefined -Wl,--exclude-libs,ALL)
+  endif()
+endfunction()

@@ -1,0 +1,19 @@
+# What `cmake --install` lays down: the library, its public headers and the tool.
+
+install(TARGETS dyadctx EXPORT dyadctxTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(EXPORT dyadctxTargets NAMESPACE dyadctx::
+  FILE dyadctxConfig.cmake
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/dyadctx)
+
+# A header directly in a module folder is public; those below it are not.
+foreach(module IN ITEMS platform trace context collector)
+  file(GLOB public_headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${module}/*.h)
+  install(FILES ${public_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/dyadctx/${module})
+endforeach()
+
+if(TARGET dyadctx_tool)
+  install(TARGETS dyadctx_tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()

@@ -1,0 +1,200 @@
+// The contexts of one context file, and the exchange scenarios declared with them.
+//
+// A client gets a collector from one of the factories and owns it: `delete` frees it with every
+// context in it. Contexts are reached by name, by position (from 1), by kind and by provider. A
+// type filter selects the current view: 0 all declared contexts, 1 Path, 2 Database, 3 File;
+// positions count within that view.
+//
+// A collector and its contexts are used from one thread at a time. Different collectors are
+// independent. No operation throws, with one exception: GetContextNamesFromDbProvider lets the
+// null-handle error through. Where memory runs out, an operation refuses: E_FAIL, null or 0.
+#pragma once
+
+#include "context/VELDyadContext.h"
+#include "context/VELListPtrVELDyadContext.h"
+#include "platform/VELExport.h"
+#include "platform/VELIDyadDbProvider.h"
+#include "platform/VELListVal.h"
+#include "platform/VELRawColl.h"
+#include "platform/VELResult.h"
+#include "platform/VELUnicodeString.h"
+
+#include <memory>
+
+namespace dyadctx {
+class CollectorIndex;
+struct CollectorAccess;
+} // namespace dyadctx
+
+class VELDYADCTX_EXPORT VELDyadCtxCollector {
+public:
+    // ---- Factories -----------------------------------------------------------------------------
+    // Each gives a new collector the caller owns, or null. Messages for the user are added to
+    // `message`, which is never cleared; each ends in "\n". A few failures add none.
+
+    // Reads the context file chosen by VELDyadCtxInit as it was at load: any text but a single
+    // character is the file; "0" means none; otherwise (also when unset) it is the attribute
+    // DYAD_Ctx_XmlFile of the settings repository DyadSettingsRep, else the default file under the
+    // first folder of VELInstallPath that holds it. When VELDyadCtxOut was set at load, the
+    // collector is also written there.
+    static VELDyadCtxCollector* CreateCollector(VELUnicodeString& message);
+    // Reads the context file named by the environment variable ExchangeChannel now.
+    static VELDyadCtxCollector* CreateExchangeChannelCollector(VELUnicodeString& message);
+    // An empty collector; null only without memory.
+    static VELDyadCtxCollector* CreateCollectorFromScratch();
+
+    // Copies share the contexts: of a collector and its copies only one may be deleted while
+    // another is in use, and never two. Assignment leaves the contexts held so far to whoever else
+    // holds them.
+    VELDyadCtxCollector(const VELDyadCtxCollector& src);
+    VELDyadCtxCollector& operator=(const VELDyadCtxCollector& src);
+    ~VELDyadCtxCollector();
+
+    // ---- Registry ------------------------------------------------------------------------------
+    // Takes over `ctx`. Without `parent` it becomes a declared context. With `parent` it becomes
+    // the associated context of `parent` when `associated` is not 0 and the DB context environment
+    // is on, else a friend of `parent`; the code is then that of the link.
+    VELResult AddContext(VELDyadContext* ctx, VELDyadContext* parent, int associated);
+    // Unlinks and deletes the first context of the current view with that name. E_FAIL when there
+    // is none. Filtered views keep the positions computed before.
+    VELResult DeleteContext(const VELUnicodeString& name);
+
+    // The number of declared contexts; the reference stays true while the collector lives.
+    const int& GetAllNbCtxs() const noexcept { return _NbCtxs; }
+    int GetNbPathCtxs() const noexcept { return _PathCtxIndexes.Size(); }
+    // The number of contexts of the current view.
+    int GetNbCtxs();
+    // E_FAIL, and `ctx` as before, outside the view. `ctx` may become null where a client entered
+    // a null context.
+    VELResult GetCtxAtIndex(int index, VELDyadContext*& ctx);
+    // The first context of that name in the current view, and its position there when `index` is
+    // not null. E_FAIL, and both as before, when there is none.
+    VELResult GetCtxFromName(const VELUnicodeString& name, VELDyadContext*& ctx,
+                             int* index = nullptr);
+    // The file this collector was made from, empty for one from scratch; `isDefault` becomes 1 when
+    // it is the installation's default file, else 0.
+    const VELUnicodeString& GetXMLFile(unsigned char& isDefault) const noexcept;
+
+    // ---- Validation ----------------------------------------------------------------------------
+    // Applies every rule to one context; `index` is its position among the declared contexts, 0 for
+    // one that is not registered. 1 when all hold. Otherwise 0, with a message for each that does
+    // not; 0 without message for a null context or an index out of range.
+    unsigned char CheckContext(VELDyadContext* context, VELUnicodeString& message, int index);
+    // 1 when a declared context behind position `index` has the name of `context`; it goes to
+    // `match` when that is not null.
+    unsigned char FindMatchingCtx(int index, VELDyadContext* context, VELDyadContext** match);
+
+    // ---- Views and provider queries ------------------------------------------------------------
+    // Adds every declared context to the views of its kind. Run at creation; running it again adds
+    // them once more.
+    VELResult SetCtxTypeList();
+    // Switch the view, only while the DB context environment is on. Always S_OK.
+    VELResult SetContextAllType();
+    VELResult SetContextPathType();
+    VELResult SetContextFileType();
+    // Switches to the Database view. The first call with a list that is not empty narrows the view
+    // for good to the contexts of these providers and the Path contexts. A failing provider call
+    // ends it with that code and the view as it was.
+    VELResult SetContextDatabaseType(const VELListValVELUnicodeString& providerNames);
+    VELResult GetContextType(int& type) const noexcept;
+    // Adds the parameter types a context may have now, without emptying the list.
+    void GetListOfParamTypes(VELListValVELUnicodeString& types);
+    // The names of all declared contexts on the same database. Throws VELNullHandleError at the
+    // first context without provider; the names found so far are in the list.
+    VELResult GetContextNamesFromDbProvider(const VELIDyadDbProvider_var& provider,
+                                            VELListValVELUnicodeString& names);
+    // The contexts of the Database view whose provider has that name. A failing provider call ends
+    // the walk with that code; what was found stays in the list.
+    VELResult GetContextsFromDbProviderName(const VELUnicodeString& providerName,
+                                            VELListPtrVELDyadContext& contexts);
+    // Adds their names, without emptying the list.
+    VELResult GetContextNamesFromDbProviderName(const VELUnicodeString& providerName,
+                                                VELListValVELUnicodeString& names);
+
+    // ---- Exchange scenarios --------------------------------------------------------------------
+    // Keeps one row. Always S_OK.
+    VELResult AddScenario(const VELUnicodeString& channel, const VELUnicodeString& channelContext,
+                          const VELUnicodeString& profile, const VELUnicodeString& scenarioId,
+                          const VELUnicodeString& optionName, const VELUnicodeString& optionValue);
+    // Queries answer in the order of the rows, empty their lists first, and are always S_OK.
+    // The channels that offer one of the scenarios, each once, with their contexts.
+    VELResult GetExchangeChannelfromScenario(const VELListValVELUnicodeString& ids,
+                                             VELListValVELUnicodeString& channels,
+                                             VELListValVELUnicodeString& channelContexts);
+    // The profiles of a channel for these scenarios, each once, with the first scenario it is for.
+    VELResult GetProfilefromExchangeChannel(const VELUnicodeString& channel,
+                                            const VELListValVELUnicodeString& ids,
+                                            VELListValVELUnicodeString& matchedIds,
+                                            VELListValVELUnicodeString& profiles);
+    // The options of a channel and profile, repeated ones included.
+    VELResult GetOptionsfromExchangeProfile(const VELUnicodeString& channel,
+                                            const VELUnicodeString& profile,
+                                            VELListValVELUnicodeString& optionNames,
+                                            VELListValVELUnicodeString& optionValues);
+
+    // ---- Transition contexts -------------------------------------------------------------------
+    // Adds the three contexts that a conversion into the platform database works with, and runs
+    // SetCtxTypeList. Adds nothing while the DB context environment is off. `collector` must not be
+    // null; `message` is not used. S_OK even when a context could not be made.
+    static VELResult AddCADTransitionContext(VELDyadCtxCollector*& collector,
+                                             VELUnicodeString& message);
+
+    // ---- Files ---------------------------------------------------------------------------------
+    // Writes the current view to a context file; scenarios are not written. A negative code, and
+    // the file as before, when that fails.
+    VELResult Stream(const VELUnicodeString& file, VELUnicodeString& message);
+    // The path of the default context file below an installation folder.
+    static void GetRelativeResourcesPath(VELUnicodeString& path);
+    // 1 when the path contains that of the default context file, else 0.
+    static unsigned char IsADefaultContextXML(const VELUnicodeString& file);
+
+private:
+    friend struct dyadctx::CollectorAccess;
+
+    VELDyadCtxCollector(const VELUnicodeString& file, const unsigned char& isDefault);
+
+    VELResult Check(VELUnicodeString& message);
+    unsigned char CheckDefaultContext(const VELUnicodeString& name,
+                                      const VELUnicodeString& parameter,
+                                      const VELUnicodeString& parameterType,
+                                      VELUnicodeString& message);
+    unsigned char IsAValidParamType(const VELUnicodeString& parameterType);
+    unsigned char FindMatchingDatabase(int index, VELDyadContext* context, VELDyadContext** match);
+
+    VELResult SetFriendsAndAssociated(VELUnicodeString& message);
+
+    static VELDyadCtxCollector* CreateCollectorFromXMLFile(const VELUnicodeString& file,
+                                                           const unsigned char& isDefault,
+                                                           VELUnicodeString& message);
+    static VELResult CheckXMLFile(const VELUnicodeString& file);
+    static void DeleteCollectorAtCreate(VELDyadCtxCollector*& collector, const char* step,
+                                        VELUnicodeString& message);
+    static void GetDefaultContextXML(VELUnicodeString& file);
+    static unsigned char LogError(const char* method, const char* key, VELUnicodeString& message,
+                                  const VELUnicodeString* parameters, int count, int newLine);
+
+    // Every context this collector owns, each once.
+    VELListPtrVELDyadContext _Contexts;
+    // The declared ones in file order; may hold null and repeated contexts.
+    VELListPtrVELDyadContext _MainContexts;
+    // Positions in _MainContexts.
+    VELRawCollint _PathCtxIndexes;
+    VELRawCollint _DatabaseCtxIndexes;
+    VELUnicodeString _XMLFile;
+    int _NbCtxs = 0;
+    int _CtxType = 0;
+    bool _IsDefault = false;
+    bool _DatabaseFilterDone = false;
+    VELRawCollint _FileCtxIndexes;
+    // One row per option of a scenario; the seven lists are always of equal length.
+    VELListValVELUnicodeString _ScenarioChannels;
+    VELListValVELUnicodeString _ScenarioChannelContexts;
+    VELListValVELUnicodeString _ScenarioProfiles;
+    VELListValVELUnicodeString _ScenarioIds;
+    VELListValVELUnicodeString _ScenarioOptionNames;
+    VELListValVELUnicodeString _ScenarioOptionValues;
+    VELListValVELUnicodeString _ScenarioKeys;
+
+    // Look-up help derived from the lists above; never null, rebuilt when it is out of date.
+    std::unique_ptr<dyadctx::CollectorIndex> index_;
+};

@@ -1,0 +1,103 @@
+// The record of one context: where a piece of work takes its data from.
+//
+// Its name identifies it in a collector. Its parameter type says which kind of source it is:
+// "Default", "Path", "File" or "Database", compared as it stands; its parameter is the source's
+// value. Friends and the associated context are links to other contexts of the same collector,
+// never owned. A "Database" context may hold a database provider and, while the process has
+// multisite support, a table of server sites.
+//
+// A context handed to a collector belongs to it. A context is used from one thread at a time. No
+// operation throws, except that constructors and assignment throw std::bad_alloc.
+#pragma once
+
+#include "context/VELListPtrVELDyadContext.h"
+#include "platform/VELExport.h"
+#include "platform/VELIDyadDbProvider.h"
+#include "platform/VELListVal.h"
+#include "platform/VELResult.h"
+#include "platform/VELUnicodeString.h"
+
+#include <memory>
+#include <vector>
+
+class VELSysSimpleHashTable;
+
+namespace dyadctx {
+struct ContextAccess;
+}
+
+class VELDYADCTX_EXPORT VELDyadContext {
+public:
+    // Takes copies of the three texts. A "Database" context gets an empty table of sites when the
+    // environment variable TE_MULTISITE_DBCONTEXT was set at load; no other context ever has one.
+    VELDyadContext(const VELUnicodeString& name, const VELUnicodeString& parameter,
+                   const VELUnicodeString& parameterType);
+    // The copy shares the source's provider and table of sites; the table lives until the last of
+    // the contexts that share it goes. A table the target had before goes with the target.
+    VELDyadContext(const VELDyadContext& src);
+    VELDyadContext& operator=(const VELDyadContext& src);
+    ~VELDyadContext();
+
+    // Valid, and up to date, while the context lives.
+    const VELUnicodeString& GetName() const noexcept { return name_; }
+    const VELUnicodeString& GetParameter() const noexcept { return parameter_; }
+    const VELUnicodeString& GetParameterType() const noexcept { return parameterType_; }
+    // The parameter type in the user's language; empty for one that is none of the four.
+    VELUnicodeString GetNLSParameterType() const;
+
+    // Friends, at positions from 1. A context may be a friend twice. The three changes answer
+    // E_FAIL, and change nothing, for a null context or a position outside the list.
+    VELResult AddFriend(VELDyadContext* ctx);
+    VELResult SetFriend(int index, VELDyadContext* ctx);
+    VELResult RemoveFriend(int index);
+    // The number of friends. When there are any, `out` holds exactly them afterwards; when there
+    // are none, `out` stays as it was.
+    int GetFriends(VELListPtrVELDyadContext& out) const;
+
+    // Sets the associated context whether or not there was one; E_FAIL for null.
+    VELResult AddAssociatedContext(VELDyadContext* ctx);
+    // Replaces the associated context; E_FAIL for null and when there is none to replace.
+    VELResult SetAssociated(VELDyadContext* ctx);
+    // S_OK and the context, or S_FALSE and null when there is none.
+    VELResult GetAssociatedContext(VELDyadContext*& out);
+    // E_FAIL when there is none.
+    VELResult RemoveAssociatedContext();
+
+    // Keeps a provider made from `provider` by the provider services and answers their code.
+    // E_FAIL when this is not a "Database" context or the handle is null.
+    VELResult SetDyadDbProvider(const VELIDyadDbProvider_var& provider);
+    // Gives a provider made from the kept one, never that one itself; S_OK and the null handle when
+    // there is none.
+    VELResult GetDyadDbProvider(VELIDyadDbProvider_var& out) const;
+
+    // The table of sites. Without a table the operations with a code answer E_FAIL and the others
+    // do nothing. A site is known by its server details, compared exactly.
+    // A site that is present stays as it is, and the answer is S_OK.
+    VELResult AddRecordInMultiSiteHash(const VELUnicodeString& serverDetails,
+                                       const VELIDyadDbProvider_var& provider);
+    // E_FAIL when there is no such site.
+    VELResult RemoveRecordFromMultiSiteHash(const VELUnicodeString& serverDetails);
+    // The provider of a site. Without such a site `provider` stays as it was. The answer is E_FAIL
+    // when `provider` is null in the end: reset it before the call.
+    VELResult LocateInMultisiteHash(const VELUnicodeString& serverDetails,
+                                    VELIDyadDbProvider_var& provider);
+    // Both add to their list without emptying it; the order is the table's. Sites without provider
+    // are missing from the second.
+    void GetListOfSites(VELListValVELUnicodeString& sites);
+    VELResult GetListOfMultisiteDbProvider(VELListValVELIDyadDbProvider_var& providers);
+    // 1 when there are two sites or more, else 0.
+    unsigned char isContainsMultisites();
+
+private:
+    friend struct dyadctx::ContextAccess;
+
+    VELUnicodeString name_;
+    VELUnicodeString parameter_;
+    VELUnicodeString parameterType_;
+    VELIDyadDbProvider_var provider_;
+    VELListPtrVELDyadContext friends_;
+    VELDyadContext* associated_ = nullptr;
+    std::shared_ptr<VELSysSimpleHashTable> sites_;
+    // Tables an assignment put out of use; they go with this context, not earlier.
+    std::vector<std::shared_ptr<VELSysSimpleHashTable>> retiredSites_;
+};

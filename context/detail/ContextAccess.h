@@ -1,0 +1,32 @@
+// What the library itself may do with a context beyond its public operations.
+#pragma once
+
+#include "context/VELDyadContext.h"
+
+#include <cstdint>
+
+namespace dyadctx {
+
+struct ContextAccess {
+    // The friends in place of the copy that GetFriends makes; writes the trace line of GetFriends.
+    static const VELListPtrVELDyadContext& VisitFriends(const VELDyadContext& context);
+    // The same without trace line.
+    static const VELListPtrVELDyadContext& Friends(const VELDyadContext& context) noexcept;
+    static VELDyadContext* Associated(const VELDyadContext& context) noexcept;
+    // The provider the context keeps, not one made from it.
+    static const VELIDyadDbProvider_var& KeptProvider(const VELDyadContext& context) noexcept;
+
+    // Takes every link to `target` out of `context`, without trace.
+    static void RemoveLinksTo(VELDyadContext& context, const VELDyadContext* target) noexcept;
+
+    // Grows with every assignment to any context. Names are otherwise fixed, so whoever remembers
+    // names may trust them while this number stands still.
+    static std::uint64_t AssignmentCount() noexcept;
+
+    // A context that was never handed to a collector is in none. Once marked it stays marked; a
+    // copy begins unmarked.
+    static bool WasRegistered(const VELDyadContext& context) noexcept;
+    static void MarkRegistered(VELDyadContext& context) noexcept;
+};
+
+} // namespace dyadctx

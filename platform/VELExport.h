@@ -1,0 +1,23 @@
+// Marks what the shared library exports.
+#pragma once
+
+#if defined(_WIN32)
+#if defined(DYADCTX_BUILDING)
+#define VELDYADCTX_EXPORT __declspec(dllexport)
+#else
+#define VELDYADCTX_EXPORT __declspec(dllimport)
+#endif
+#else
+#define VELDYADCTX_EXPORT __attribute__((visibility("default")))
+#endif
+
+// Lets the compiler check the arguments of a printf-like function against its format.
+#if defined(__MINGW32__)
+#define VELDYADCTX_PRINTF(formatPos, firstArgPos)                                                  \
+    __attribute__((format(gnu_printf, formatPos, firstArgPos)))
+#elif defined(__GNUC__)
+#define VELDYADCTX_PRINTF(formatPos, firstArgPos)                                                  \
+    __attribute__((format(printf, formatPos, firstArgPos)))
+#else
+#define VELDYADCTX_PRINTF(formatPos, firstArgPos)
+#endif

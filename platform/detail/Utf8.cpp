@@ -1,0 +1,68 @@
+#include "platform/detail/Utf8.h"
+
+namespace dyadctx {
+
+namespace {
+
+struct LeadByte {
+    std::size_t length;
+    // The range of the second byte; it keeps out overlong forms, surrogates and what lies beyond
+    // U+10FFFF.
+    unsigned char secondLow;
+    unsigned char secondHigh;
+};
+
+LeadByte Classify(unsigned char lead) noexcept {
+    if (lead >= 0xC2 && lead <= 0xDF)
+        return {2, 0x80, 0xBF};
+    if (lead == 0xE0)
+        return {3, 0xA0, 0xBF};
+    if (lead == 0xED)
+        return {3, 0x80, 0x9F};
+    if (lead >= 0xE1 && lead <= 0xEF)
+        return {3, 0x80, 0xBF};
+    if (lead == 0xF0)
+        return {4, 0x90, 0xBF};
+    if (lead >= 0xF1 && lead <= 0xF3)
+        return {4, 0x80, 0xBF};
+    if (lead == 0xF4)
+        return {4, 0x80, 0x8F};
+    return {1, 0, 0};
+}
+
+} // namespace
+
+std::size_t CharacterLength(std::string_view text) noexcept {
+    const auto byteAt = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    const LeadByte lead = Classify(byteAt(0));
+    if (lead.length == 1 || text.size() < lead.length)
+        return 1;
+    if (byteAt(1) < lead.secondLow || byteAt(1) > lead.secondHigh)
+        return 1;
+    for (std::size_t i = 2; i < lead.length; ++i) {
+        if (byteAt(i) < 0x80 || byteAt(i) > 0xBF)
+            return 1;
+    }
+    return lead.length;
+}
+
+int CountCharacters(std::string_view text) noexcept {
+    int count = 0;
+    for (std::size_t offset = 0; offset < text.size(); ++count)
+        offset += CharacterLength(text.substr(offset));
+    return count;
+}
+
+std::size_t OffsetOfCharacter(std::string_view text, int position) noexcept {
+    if (position < 0)
+        return std::string_view::npos;
+    std::size_t offset = 0;
+    for (int passed = 0; passed < position; ++passed) {
+        if (offset >= text.size())
+            return std::string_view::npos;
+        offset += CharacterLength(text.substr(offset));
+    }
+    return offset;
+}
+
+} // namespace dyadctx

@@ -1,0 +1,19 @@
+// Characters of UTF-8 text. A byte that is not part of well-formed UTF-8 is a character by itself.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace dyadctx {
+
+// The number of bytes of the character at the start of a text that is not empty.
+std::size_t CharacterLength(std::string_view text) noexcept;
+
+// The number of characters.
+int CountCharacters(std::string_view text) noexcept;
+
+// Where the character at `position` begins, or the end for the position behind the last one; npos
+// for any other position.
+std::size_t OffsetOfCharacter(std::string_view text, int position) noexcept;
+
+} // namespace dyadctx

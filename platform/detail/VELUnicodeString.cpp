@@ -1,0 +1,210 @@
+#include "platform/VELUnicodeString.h"
+
+#include "platform/detail/Utf8.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+#include <new>
+#include <utility>
+
+namespace {
+
+constexpr unsigned char HeapMark = 0xFF;
+constexpr std::size_t LengthOffset = sizeof(char*);
+// In front of the bytes of a long text stands the number of bytes that fit there.
+constexpr std::size_t HeaderSize = sizeof(std::size_t);
+constexpr std::size_t MaxLength = INT_MAX;
+
+char* AllocateText(std::size_t capacity) {
+    if (capacity > MaxLength)
+        throw std::bad_alloc();
+    void* block = ::operator new(HeaderSize + capacity + 1);
+    std::memcpy(block, &capacity, HeaderSize);
+    return static_cast<char*>(block) + HeaderSize;
+}
+
+void FreeText(char* text) noexcept {
+    ::operator delete(text - HeaderSize);
+}
+
+std::size_t CapacityOf(const char* text) noexcept {
+    std::size_t capacity = 0;
+    std::memcpy(&capacity, text - HeaderSize, HeaderSize);
+    return capacity;
+}
+
+void CopyText(char* target, std::string_view text) noexcept {
+    if (!text.empty())
+        std::memcpy(target, text.data(), text.size());
+    target[text.size()] = '\0';
+}
+
+} // namespace
+
+VELUnicodeString::VELUnicodeString() noexcept {
+    SetInlineLength(0);
+}
+
+VELUnicodeString::VELUnicodeString(const char* text)
+    : VELUnicodeString(text != nullptr ? std::string_view(text) : std::string_view()) {}
+
+VELUnicodeString::VELUnicodeString(const char* text, std::size_t length)
+    : VELUnicodeString(text != nullptr ? std::string_view(text, length) : std::string_view()) {}
+
+VELUnicodeString::VELUnicodeString(std::string_view text) {
+    Assign(text);
+}
+
+VELUnicodeString::VELUnicodeString(const VELUnicodeString& other) {
+    if (other.IsInline())
+        std::memcpy(bytes_, other.bytes_, sizeof bytes_);
+    else
+        Assign(other.AsView());
+}
+
+VELUnicodeString::VELUnicodeString(VELUnicodeString&& other) noexcept {
+    std::memcpy(bytes_, other.bytes_, sizeof bytes_);
+    other.SetInlineLength(0);
+}
+
+VELUnicodeString& VELUnicodeString::operator=(const VELUnicodeString& other) {
+    if (this != &other)
+        *this = VELUnicodeString(other);
+    return *this;
+}
+
+VELUnicodeString& VELUnicodeString::operator=(VELUnicodeString&& other) noexcept {
+    if (this == &other)
+        return *this;
+    Release();
+    std::memcpy(bytes_, other.bytes_, sizeof bytes_);
+    other.SetInlineLength(0);
+    return *this;
+}
+
+VELUnicodeString::~VELUnicodeString() {
+    Release();
+}
+
+VELUnicodeString VELUnicodeString::operator+(const VELUnicodeString& tail) const {
+    VELUnicodeString result(*this);
+    result.Append(tail);
+    return result;
+}
+
+VELUnicodeString& VELUnicodeString::Append(const char* tail) {
+    return tail != nullptr ? Append(std::string_view(tail)) : *this;
+}
+
+VELUnicodeString& VELUnicodeString::Append(std::string_view tail) {
+    if (tail.empty())
+        return *this;
+    const std::string_view current = AsView();
+    const std::size_t capacity = IsInline() ? InlineCapacity : CapacityOf(HeapData());
+    if (tail.size() > capacity - current.size()) {
+        AppendGrowing(tail);
+        return *this;
+    }
+    const std::size_t length = current.size() + tail.size();
+    char* data = IsInline() ? reinterpret_cast<char*>(bytes_) : HeapData();
+    // The tail may lie inside this text, but never beyond its end, where the copy goes.
+    std::memcpy(data + current.size(), tail.data(), tail.size());
+    if (IsInline())
+        SetInlineLength(length);
+    else
+        SetHeap(data, length);
+    return *this;
+}
+
+void VELUnicodeString::AppendGrowing(std::string_view tail) {
+    const std::string_view current = AsView();
+    if (tail.size() > MaxLength - current.size())
+        throw std::bad_alloc();
+    const std::size_t length = current.size() + tail.size();
+    char* data = AllocateText(std::min(MaxLength, std::max(length, 2 * current.size())));
+    CopyText(data, current);
+    CopyText(data + current.size(), tail);
+    Release();
+    SetHeap(data, length);
+}
+
+int VELUnicodeString::GetLengthInChar() const noexcept {
+    return dyadctx::CountCharacters(AsView());
+}
+
+std::string_view VELUnicodeString::AsView() const noexcept {
+    if (IsInline())
+        return {reinterpret_cast<const char*>(bytes_),
+                static_cast<std::size_t>(InlineCapacity - bytes_[InlineCapacity])};
+    std::uint32_t length = 0;
+    std::memcpy(&length, bytes_ + LengthOffset, sizeof length);
+    return {HeapData(), length};
+}
+
+unsigned int VELUnicodeString::ComputeHashKey() const noexcept {
+    // FNV-1a, 32 bits.
+    std::uint32_t key = 2166136261U;
+    for (const char byte : AsView())
+        key = (key ^ static_cast<unsigned char>(byte)) * 16777619U;
+    return key;
+}
+
+int VELUnicodeString::SearchSubString(const VELUnicodeString& text, int from,
+                                      Direction direction) const noexcept {
+    const std::string_view whole = AsView();
+    const std::size_t start = dyadctx::OffsetOfCharacter(whole, from);
+    if (start == std::string_view::npos)
+        return -1;
+    const std::string_view searched = whole.substr(start);
+    const std::size_t found =
+        direction == Forward ? searched.find(text.AsView()) : searched.rfind(text.AsView());
+    if (found == std::string_view::npos)
+        return -1;
+    return dyadctx::CountCharacters(whole.substr(0, start + found));
+}
+
+VELUnicodeString VELUnicodeString::ExtractSubString(int pos, int length) const {
+    const std::string_view whole = AsView();
+    const std::size_t start = dyadctx::OffsetOfCharacter(whole, pos);
+    if (start == std::string_view::npos || length <= 0)
+        return {};
+    const std::string_view rest = whole.substr(start);
+    return VELUnicodeString(rest.substr(0, dyadctx::OffsetOfCharacter(rest, length)));
+}
+
+void VELUnicodeString::SetInlineLength(std::size_t length) noexcept {
+    bytes_[length] = 0;
+    bytes_[InlineCapacity] = static_cast<unsigned char>(InlineCapacity - length);
+}
+
+char* VELUnicodeString::HeapData() const noexcept {
+    char* data = nullptr;
+    std::memcpy(&data, bytes_, sizeof data);
+    return data;
+}
+
+void VELUnicodeString::SetHeap(char* data, std::size_t length) noexcept {
+    data[length] = '\0';
+    const auto length32 = static_cast<std::uint32_t>(length);
+    std::memcpy(bytes_, &data, sizeof data);
+    std::memcpy(bytes_ + LengthOffset, &length32, sizeof length32);
+    bytes_[InlineCapacity] = HeapMark;
+}
+
+void VELUnicodeString::Assign(std::string_view text) {
+    if (text.size() <= InlineCapacity) {
+        if (!text.empty())
+            std::memcpy(bytes_, text.data(), text.size());
+        SetInlineLength(text.size());
+        return;
+    }
+    char* data = AllocateText(text.size());
+    CopyText(data, text);
+    SetHeap(data, text.size());
+}
+
+void VELUnicodeString::Release() noexcept {
+    if (!IsInline())
+        FreeText(HeapData());
+}

@@ -1,0 +1,35 @@
+// Runs a program to its end and tells what it wrote and how it ended.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace dyadctx::test {
+
+struct ChildRun {
+    // The program to run; its arguments without the program itself.
+    std::string program;
+    std::vector<std::string> arguments;
+    // Changes to this process's environment; no value removes the variable. The library's own
+    // variables, LANG, LC_* and XDG_CONFIG_HOME are removed first, HOME becomes an unused folder.
+    std::map<std::string, std::optional<std::string>> environment;
+    std::string workingFolder;
+    std::string standardInput;
+    // Give up the rights of the super-user, where this process has them.
+    bool asOrdinaryUser = false;
+    int timeoutSeconds = 60;
+};
+
+struct ChildResult {
+    // The exit status, or minus the number of the signal that ended the program.
+    int status = 0;
+    bool timedOut = false;
+    std::string standardOutput;
+    std::string standardError;
+};
+
+ChildResult RunChild(const ChildRun& run);
+
+} // namespace dyadctx::test

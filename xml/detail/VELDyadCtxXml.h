@@ -1,0 +1,35 @@
+// Reads a context file into a collector and writes a collector to a context file.
+//
+// Made for one collector, which it never owns, and for one reading or writing. Messages for the
+// user are added to the text the caller hands in. Results are S_OK, E_FAIL, or a failing code of
+// the collector or the provider services.
+#pragma once
+
+#include "collector/VELDyadCtxCollector.h"
+#include "platform/VELIXMLDOM.h"
+#include "platform/VELListVal.h"
+#include "platform/VELResult.h"
+#include "platform/VELUnicodeString.h"
+
+class VELDyadCtxXml {
+public:
+    explicit VELDyadCtxXml(VELDyadCtxCollector* collector) noexcept;
+    ~VELDyadCtxXml();
+    VELDyadCtxXml(const VELDyadCtxXml&) = delete;
+    VELDyadCtxXml& operator=(const VELDyadCtxXml&) = delete;
+
+    // Reads the collector's own file.
+    VELResult Unstream(VELUnicodeString& message);
+    // Writes the collector's current view. Adds no message.
+    VELResult Stream(const VELUnicodeString& target, VELUnicodeString& message);
+
+    // The text that identifies a server site, composed as the connector asks; empty for a connector
+    // without such a rule. It goes to `key` and is returned.
+    static VELUnicodeString GetServerdetailsForHashTable(VELUnicodeString& key,
+                                                         const VELUnicodeString& connector,
+                                                         const VELListValVELUnicodeString& names,
+                                                         const VELListValVELUnicodeString& values);
+
+private:
+    VELDyadCtxCollector* collector_;
+};
