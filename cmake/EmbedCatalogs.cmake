@@ -22,6 +22,10 @@ ${rows}};
 
 } // namespace
 
+std::string_view EmbeddedCatalogName() noexcept {
+    return \"${CATALOG}\";
+}
+
 std::span<const EmbeddedCatalog> EmbeddedCatalogs() noexcept {
     return catalogs;
 }

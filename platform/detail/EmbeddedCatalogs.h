@@ -11,7 +11,8 @@ struct EmbeddedCatalog {
     std::span<const unsigned char> image;
 };
 
-// The catalogs are written by the build from the files in resources/messages.
+// Both are written by the build from the files in resources/messages.
+std::string_view EmbeddedCatalogName() noexcept;
 std::span<const EmbeddedCatalog> EmbeddedCatalogs() noexcept;
 
 } // namespace dyadctx
