@@ -1,4 +1,5 @@
 #include "collector/DeclaredContexts.h"
+#include "platform/VELDyadDbProviderServices.h"
 #include "support/ContextFile.h"
 #include "support/FaultyProviders.h"
 #include "support/KeyCatalog.h"
@@ -314,14 +315,19 @@ TEST_F(ValidationDuplicates, AHostsProvidersAreCalledForEveryPair) {
 }
 
 TEST_F(ValidationDuplicates, OneProviderOfAHostMakesTheCheckAskAllOfThem) {
-    auto host = std::make_unique<FaultyProviders>();
-    contexts_.DeclareDatabase("One", "X");
-    host->AnswerSameness("X", "ORB1", true);
-    host.reset();
-    contexts_.DeclareDatabase("Two", "ORB1");
+    FaultyProviders host;
+    contexts_.DeclareDatabase("One", "X", "s");
+    VELDyadDbProviderFactory* factory = VELDyadDbProviderServices::SetFactory(nullptr);
+    contexts_.DeclareDatabase("Two", "X", "s");
+    host.TakeCalls();
 
-    // The built-in factory makes the copies, but not of providers that are not its own.
-    EXPECT_EQ(contexts_.Check(), S_OK);
+    const VELResult result = contexts_.Check();
+    VELDyadDbProviderServices::SetFactory(factory);
+
+    // The built-in factory copies the host's provider through its interface.
+    EXPECT_EQ(host.TakeCalls(), (Lines{"#2 GetName", "#2 GetServerDetails"}));
+    EXPECT_EQ(result, E_FAIL);
+    EXPECT_EQ(contexts_.Message(), "Ctx.Check.CtxDatabaseAlreadyDefined(One|Two)\n");
 }
 
 TEST_F(ValidationDuplicates, AProviderThatCannotBeHadIsNotCompared) {
