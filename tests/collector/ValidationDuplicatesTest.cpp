@@ -205,15 +205,14 @@ TEST_F(ValidationDuplicates, TheSearchTracesAMatchWithTheCallsItMakes) {
     EXPECT_TRUE(FindsDatabase(1, first, &match));
 
     EXPECT_EQ(match, &second);
-    EXPECT_EQ(trace.Lines(),
-              (Lines{"ENTER VELDyadCtxCollector:FindMatchingDatabase <One>",
-                     "ENTER VELDyadContext:GetDyadDbProvider",
-                     "LEAVE VELDyadContext:GetDyadDbProvider",
-                     "ENTER VELDyadContext:GetDyadDbProvider",
-                     "LEAVE VELDyadContext:GetDyadDbProvider",
-                     "WARNING VELDyadCtxCollector:FindMatchingDatabase : 2 Contexts similar One & "
-                     "Two",
-                     "LEAVE VELDyadCtxCollector:FindMatchingDatabase <One>"}));
+    EXPECT_EQ(
+        trace.Lines(),
+        (Lines{"ENTER VELDyadCtxCollector:FindMatchingDatabase <One>",
+               "ENTER VELDyadContext:GetDyadDbProvider", "LEAVE VELDyadContext:GetDyadDbProvider",
+               "ENTER VELDyadContext:GetDyadDbProvider", "LEAVE VELDyadContext:GetDyadDbProvider",
+               "WARNING VELDyadCtxCollector:FindMatchingDatabase : 2 Contexts similar One & "
+               "Two",
+               "LEAVE VELDyadCtxCollector:FindMatchingDatabase <One>"}));
 }
 
 TEST_F(ValidationDuplicates, TheSearchTracesItsEndWithoutMatch) {
@@ -238,11 +237,11 @@ TEST_F(ValidationDuplicates, TheSearchForAStepProviderSaysThatItDoesNotTest) {
 
     EXPECT_FALSE(FindsDatabase(1, first, nullptr));
 
-    EXPECT_EQ(trace.Lines(),
-              (Lines{"ENTER VELDyadCtxCollector:FindMatchingDatabase <One>",
-                     "ENTER VELDyadContext:GetDyadDbProvider",
-                     "LEAVE VELDyadContext:GetDyadDbProvider",
-                     "LEAVE VELDyadCtxCollector:FindMatchingDatabase NO test on provider <STEP> "}));
+    EXPECT_EQ(
+        trace.Lines(),
+        (Lines{"ENTER VELDyadCtxCollector:FindMatchingDatabase <One>",
+               "ENTER VELDyadContext:GetDyadDbProvider", "LEAVE VELDyadContext:GetDyadDbProvider",
+               "LEAVE VELDyadCtxCollector:FindMatchingDatabase NO test on provider <STEP> "}));
 }
 
 TEST_F(ValidationDuplicates, TheSearchIsSilentWhereItDoesNotBegin) {
@@ -252,8 +251,7 @@ TEST_F(ValidationDuplicates, TheSearchIsSilentWhereItDoesNotBegin) {
 
     EXPECT_FALSE(FindsDatabase(1, path, nullptr));
     EXPECT_FALSE(FindsDatabase(2, last, nullptr));
-    EXPECT_EQ(
-        CollectorAccess::FindMatchingDatabase(contexts_.Collector(), 1, nullptr, nullptr), 0);
+    EXPECT_EQ(CollectorAccess::FindMatchingDatabase(contexts_.Collector(), 1, nullptr, nullptr), 0);
 
     EXPECT_EQ(trace.Lines(), Lines());
 }
@@ -310,8 +308,8 @@ TEST_F(ValidationDuplicates, AHostsProvidersAreCalledForEveryPair) {
     // The kept providers are the second, fourth and sixth one made.
     EXPECT_EQ(host.TakeCalls(),
               (Lines{"CreateFrom #2 -> #7", "#7 GetName", "CreateFrom #4 -> #8", "#7 IsSame #8",
-                     "CreateFrom #6 -> #9", "#7 IsSame #9", "CreateFrom #4 -> #10",
-                     "#10 GetName", "CreateFrom #6 -> #11", "#10 IsSame #11"}));
+                     "CreateFrom #6 -> #9", "#7 IsSame #9", "CreateFrom #4 -> #10", "#10 GetName",
+                     "CreateFrom #6 -> #11", "#10 IsSame #11"}));
 }
 
 TEST_F(ValidationDuplicates, OneProviderOfAHostMakesTheCheckAskAllOfThem) {
