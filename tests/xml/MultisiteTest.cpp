@@ -156,7 +156,7 @@ TEST_F(MultisiteWriter, SitesOfAContextWithoutProviderAreDropped) {
 
 TEST_F(MultisiteWriter, OfNamesakesTheFirstOnesSitesAreWrittenForBoth) {
     const CollectorPtr collector = EmptyCollector();
-    for (const std::string& role : {"a", "b"}) {
+    for (const std::string role : {"a", "b"}) {
         VELDyadContext& v = Declare(*collector, "V", role, "Database");
         v.SetDyadDbProvider(ProviderWith("KRL", {"Role"}, {role}));
         v.AddRecordInMultiSiteHash(VELUnicodeString("1"), ProviderWith("KRL", {"Role"}, {role}));
