@@ -36,6 +36,9 @@ function(dyadctx_link_options target)
     target_link_options(${target} PRIVATE -fsanitize=${DYADCTX_SANITIZE})
   elseif(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     # Nothing of Expat may leak out of the library, and nothing may be left unresolved.
-    target_link_options(${target} PRIVATE -Wl,--no-undefined -Wl,--exclude-libs,ALL)
+    set(map ${PROJECT_SOURCE_DIR}/cmake/exported.map)
+    target_link_options(${target} PRIVATE
+      -Wl,--no-undefined -Wl,--exclude-libs,ALL -Wl,--version-script=${map})
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${map})
   endif()
 endfunction()

@@ -1,9 +1,9 @@
 // Look-up help of a collector: which declared contexts have a name, and which contexts it owns.
 //
 // Derived from the collector's lists and never part of what it holds: built when first needed,
-// extended when contexts are appended, dropped when anything else changes. Every operation takes the
-// list it answers for; null entries are skipped. Operations throw std::bad_alloc and are then ready
-// to be tried again.
+// extended when contexts are appended, dropped when anything else changes. Every operation takes
+// the list it answers for; null entries are skipped. Operations throw std::bad_alloc and are then
+// ready to be tried again.
 #pragma once
 
 #include "context/VELListPtrVELDyadContext.h"
