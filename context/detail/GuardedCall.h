@@ -2,6 +2,7 @@
 // run out of memory.
 #pragma once
 
+#include "platform/VELListVal.h"
 #include "platform/VELResult.h"
 
 #include <exception>
@@ -20,6 +21,13 @@ VELResult CodeOf(Call&& call) noexcept {
         // A host's provider may throw anything.
         return E_FAIL;
     }
+}
+
+// Takes back what a list gained since it had that size.
+template<class T>
+void CutTo(VELListVal<T>& list, int size) noexcept {
+    while (list.Size() > size)
+        list.RemovePosition(list.Size());
 }
 
 } // namespace dyadctx
