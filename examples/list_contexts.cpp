@@ -1,13 +1,9 @@
 // A client of the library: lists the contexts of a file, and the options of an exchange scenario.
 //
-//     list_contexts FILE [CHANNEL PROFILE]
-//
-// FILE is taken the way an exchange program takes it: from the environment variable
-// ExchangeChannel, which this program sets for itself.
+//     ExchangeChannel=FILE list_contexts [CHANNEL PROFILE]
 #include "collector/VELDyadCtxCollector.h"
 #include "platform/VELDbContextEnvironment.h"
 
-#include <cstdlib>
 #include <iostream>
 #include <memory>
 
@@ -34,11 +30,10 @@ void ListOptions(VELDyadCtxCollector& collector, const char* channel, const char
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2 && argc != 4) {
-        std::cerr << "usage: list_contexts FILE [CHANNEL PROFILE]\n";
+    if (argc != 1 && argc != 3) {
+        std::cerr << "usage: ExchangeChannel=FILE list_contexts [CHANNEL PROFILE]\n";
         return 2;
     }
-    setenv("ExchangeChannel", argv[1], 1);
     // Database contexts take part only in the DB context environment.
     SetDbContextEnvironment(true);
 
@@ -46,11 +41,12 @@ int main(int argc, char** argv) {
     const std::unique_ptr<VELDyadCtxCollector> collector(
         VELDyadCtxCollector::CreateExchangeChannelCollector(message));
     if (!collector) {
-        std::cerr << message.AsView();
+        // Without ExchangeChannel there is no message.
+        std::cerr << "no contexts: " << message.AsView() << "\n";
         return 1;
     }
     ListContexts(*collector);
-    if (argc == 4)
-        ListOptions(*collector, argv[2], argv[3]);
+    if (argc == 3)
+        ListOptions(*collector, argv[1], argv[2]);
     return 0;
 }

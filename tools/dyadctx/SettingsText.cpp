@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <sstream>
@@ -18,6 +20,9 @@
 namespace dyadctx::tool {
 
 namespace {
+
+// The library takes nothing larger.
+constexpr std::uintmax_t LargestFile = std::uintmax_t{4} << 20U;
 
 std::string Place(const std::string& file, const toml::source_position& position) {
     return Visible(file) + ":" + std::to_string(position.line) + ":" +
@@ -41,9 +46,12 @@ std::string ContentOf(const std::string& file) {
         return "";
     if ((info.mode & VELFileInfo::RegularFile) == 0)
         throw Failure(ExitStatus::NoFile, Visible(file) + " is not a regular file");
+    std::error_code unknown;
+    if (std::filesystem::file_size(file, unknown) > LargestFile)
+        throw Failure(ExitStatus::NotLoadable, Visible(file) + " is too large for settings");
     std::ifstream stream(file, std::ios::binary);
     std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
-    if (!stream.good() && !stream.eof())
+    if (!stream.is_open() || stream.bad())
         throw Failure(ExitStatus::NoFile, Visible(file) + " cannot be read");
     return text;
 }
