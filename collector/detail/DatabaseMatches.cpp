@@ -10,6 +10,7 @@
 #include <bit>
 #include <cstddef>
 #include <functional>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -46,6 +47,12 @@ const InMemoryDbProvider* ProviderOf(const VELDyadContext* context) {
                               : InMemoryDbProvider::From(ContextAccess::KeptProvider(*context));
 }
 
+void ReadIdentity(const InMemoryDbProvider& provider, std::string& identity) {
+    identity.clear();
+    if (!provider.AppendIdentity(identity))
+        throw std::bad_alloc();
+}
+
 // Remembers the lowest position seen so far of each database, by the text that identifies it.
 class NearestPositions {
 public:
@@ -56,8 +63,7 @@ public:
     // Puts `pos` in the place of the position remembered for its database and gives that one; 0 for
     // the first.
     int Replace(int pos, const InMemoryDbProvider& provider) {
-        identity_.clear();
-        provider.AppendIdentity(identity_);
+        ReadIdentity(provider, identity_);
         const std::size_t hash = std::hash<std::string>()(identity_);
         hashes_[static_cast<std::size_t>(pos)] = hash;
         int& slot = SlotOf(hash);
@@ -68,8 +74,10 @@ private:
     // At least twice as many slots as databases, a power of two.
     static std::size_t SlotCountFor(const VELListPtrVELDyadContext& declared) {
         std::size_t providers = 0;
-        for (int pos = 1; pos <= declared.Size(); ++pos)
-            providers += ProviderOf(declared[pos]) != nullptr ? 1 : 0;
+        for (int pos = 1; pos <= declared.Size(); ++pos) {
+            if (ProviderOf(declared[pos]) != nullptr)
+                ++providers;
+        }
         return std::bit_ceil(2 * providers + 1);
     }
 
@@ -84,8 +92,7 @@ private:
     bool HoldsIdentity(int pos, std::size_t hash) {
         if (hashes_[static_cast<std::size_t>(pos)] != hash)
             return false;
-        other_.clear();
-        ProviderOf(declared_[pos])->AppendIdentity(other_);
+        ReadIdentity(*ProviderOf(declared_[pos]), other_);
         return other_ == identity_;
     }
 
@@ -137,9 +144,11 @@ bool DatabaseMatches::MayReplaceSearch(const VELListPtrVELDyadContext& declared)
 DatabaseMatches::DatabaseMatches(const VELListPtrVELDyadContext& declared)
     : declared_(declared), next_(static_cast<std::size_t>(declared.Size()) + 1) {
     NearestPositions nearest(declared);
+    VELUnicodeString type;
     for (int pos = declared.Size(); pos >= 1; --pos) {
         const InMemoryDbProvider* provider = ProviderOf(declared[pos]);
-        if (provider != nullptr && provider->ConnectorName().AsView() != UncomparedProviderType)
+        if (provider != nullptr &&
+            IsCompared(*ContextAccess::KeptProvider(*declared[pos]).Get(), type))
             next_[static_cast<std::size_t>(pos)] = nearest.Replace(pos, *provider);
     }
 }
