@@ -133,6 +133,15 @@ public:
                                             VELListValVELUnicodeString& optionNames,
                                             VELListValVELUnicodeString& optionValues);
 
+    // The number of rows kept.
+    int GetNbScenarios() const noexcept { return _ScenarioIds.Size(); }
+    // One row, at positions from 1 in the order of their arrival. E_FAIL, and the outputs as
+    // before, for a position outside.
+    VELResult GetScenarioAtIndex(int index, VELUnicodeString& channel,
+                                 VELUnicodeString& channelContext, VELUnicodeString& profile,
+                                 VELUnicodeString& scenarioId, VELUnicodeString& optionName,
+                                 VELUnicodeString& optionValue) const;
+
     // ---- Transition contexts -------------------------------------------------------------------
     // Adds the three contexts that a conversion into the platform database works with, and runs
     // SetCtxTypeList. Adds nothing while the DB context environment is off. `collector` must not be
