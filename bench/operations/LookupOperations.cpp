@@ -12,21 +12,35 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Look-ups go on until all names are through or this time is over, so that a linear one ends too.
-constexpr std::chrono::milliseconds TimeLimit{500};
+// A linear look-up gets through as many names as it manages in this time, a fast one through all.
+constexpr std::chrono::seconds TimeLimit{1};
 constexpr std::size_t Batch = 64;
 
-// Calls `find` with one text after the other and gives how many it was called with.
 template<class Text, class Find>
-std::size_t FindInTurn(const std::vector<Text>& texts, Find find) {
+std::size_t CountFound(const std::vector<Text>& texts, std::size_t from, std::size_t to,
+                       Find find) {
+    std::size_t found = 0;
+    for (std::size_t i = from; i < to; ++i)
+        found += find(texts[i]) ? 1U : 0U;
+    return found;
+}
+
+// How many of the texts a repetition looks up; decided once, outside the timed runs.
+template<class Text, class Find>
+std::size_t FeasibleCount(const std::vector<Text>& texts, Find find) {
     const auto end = Clock::now() + TimeLimit;
     std::size_t done = 0;
     while (done < texts.size() && Clock::now() < end) {
         const std::size_t stop = std::min(texts.size(), done + Batch);
-        for (; done < stop; ++done)
-            find(texts[done]);
+        CountFound(texts, done, stop, find);
+        done = stop;
     }
     return done;
+}
+
+void DemandFound(std::size_t found, std::size_t expected) {
+    if (found != expected)
+        throw std::runtime_error("a look-up gave the wrong answer");
 }
 
 // No context of a valid file has such a name.
@@ -49,23 +63,25 @@ public:
     // The first look-up may build what later ones use; it has an operation of its own.
     void Prepare() override {
         Switch(*collector_, view);
-        VELDyadContext* context = nullptr;
-        collector_->GetCtxFromName("no such context!", context);
+        if (count_ == 0)
+            count_ = FeasibleCount(names_, Finder());
     }
     std::size_t Run() override {
-        std::size_t found = 0;
-        const std::size_t done = FindInTurn(names_, [&](const VELUnicodeString& name) {
-            VELDyadContext* context = nullptr;
-            found += collector_->GetCtxFromName(name, context) == S_OK;
-        });
-        if (found != (known ? done : 0))
-            throw std::runtime_error("a look-up gave the wrong answer");
-        return done;
+        DemandFound(CountFound(names_, 0, count_, Finder()), known ? count_ : 0);
+        return count_;
     }
 
 private:
+    auto Finder() {
+        return [this](const VELUnicodeString& name) {
+            VELDyadContext* context = nullptr;
+            return collector_->GetCtxFromName(name, context) == S_OK;
+        };
+    }
+
     std::shared_ptr<VELDyadCtxCollector> collector_;
     std::vector<VELUnicodeString> names_;
+    std::size_t count_ = 0;
 };
 
 class FindFirst : public Operation {
@@ -99,18 +115,23 @@ public:
         if (!known)
             MakeUnknown(names_);
     }
+    void Prepare() override {
+        if (count_ == 0)
+            count_ = FeasibleCount(names_, Finder());
+    }
     std::size_t Run() override {
-        std::size_t found = 0;
-        const std::size_t done = FindInTurn(
-            names_, [&](const std::string& name) { found += map_.find(name) != map_.end(); });
-        if (found != (known ? done : 0))
-            throw std::runtime_error("a look-up gave the wrong answer");
-        return done;
+        DemandFound(CountFound(names_, 0, count_, Finder()), known ? count_ : 0);
+        return count_;
     }
 
 private:
+    auto Finder() const {
+        return [this](const std::string& name) { return map_.find(name) != map_.end(); };
+    }
+
     std::unordered_map<std::string, VELDyadContext*> map_;
     std::vector<std::string> names_;
+    std::size_t count_ = 0;
 };
 
 } // namespace

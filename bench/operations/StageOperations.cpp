@@ -63,7 +63,7 @@ public:
     std::size_t Run() override {
         VELIXMLDOMDocumentBuilder builder;
         if (CreateVELIXMLDOMDocumentBuilder(builder, CLSID_XML4C_DOM) < 0 ||
-            builder->Parse(file_, nullptr, nullptr, {}, {}, document_) < 0)
+            builder.Parse(file_, nullptr, nullptr, {}, {}, document_) < 0)
             throw std::runtime_error("cannot parse the file");
         return 1;
     }
