@@ -2,8 +2,8 @@
 #include "bench/operations/LoadedFile.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <set>
 #include <stdexcept>
 #include <string_view>
@@ -16,7 +16,9 @@ constexpr int Calls = 16;
 
 std::string ContentOf(const std::string& file) {
     std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
+    std::string content(std::filesystem::file_size(file), '\0');
+    in.read(content.data(), static_cast<std::streamsize>(content.size()));
+    return content;
 }
 
 // The scenario identifiers of a generated file, in its order, repeated ones included. A client
