@@ -22,7 +22,7 @@ enum Purpose : std::uint64_t {
 // Of a hundred contexts.
 constexpr std::uint64_t PathShare = 45;
 constexpr std::uint64_t FileShare = 15;
-constexpr std::uint64_t FriendShare = 25;
+constexpr std::uint64_t FriendShare = 28;
 constexpr std::uint64_t ForwardShare = 4;
 constexpr std::uint64_t AssociatedShare = 6;
 constexpr std::uint64_t ScenarioShare = 10;
