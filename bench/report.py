@@ -8,12 +8,13 @@ LOOKUP_GOAL = 3.0
 MEMORY_GOAL = 5.0
 GROWTH_GOAL = 2.3
 # A growth of what takes less than this is that of the clock.
-SHORTEST_GROWTH_SECONDS = 20e-6
+SHORTEST_GROWTH_SECONDS = 100e-6
 
 # The time of these is that of one look-up: how many a run does depends on how fast they are.
 PER_CALL = {"map", "map-miss"} | {f"{operation}{view}" for operation in ("lookup", "miss")
                                   for view in ("", "-path", "-database", "-file")}
-HEADINGS = ["figure", "", "", "", "goal", ""]
+COLUMNS = 8
+VALUES = 5
 
 
 class Table:
@@ -32,7 +33,7 @@ class Table:
         self.missed += verdict == "missed"
 
     def text(self):
-        widths = [max(len(row[i]) for _, row in self.rows) for i in range(len(HEADINGS))]
+        widths = [max(len(row[i]) for _, row in self.rows) for i in range(COLUMNS)]
         lines = []
         for kind, row in self.rows:
             if kind == "heading" and lines:
@@ -46,11 +47,11 @@ class Table:
 
 
 def pad(cells):
-    return list(cells) + [""] * (len(HEADINGS) - len(cells))
+    return list(cells) + [""] * (COLUMNS - len(cells))
 
 
 def fill(cells):
-    return list(cells) + [""] * (3 - len(cells))
+    return list(cells) + [""] * (VALUES - len(cells))
 
 
 def verdict_of(values, goal):
@@ -95,7 +96,8 @@ def add_ratios(table, results):
 
 
 def add_memory(table, size, results):
-    table.heading(f"alone in a process, {size:,} contexts", "x file", "MiB", "seconds", "goal")
+    table.heading(f"alone in a process, {size:,} contexts",
+                  *fill(["x file", "MiB", "seconds"]), "goal")
     for name, (peak, length, seconds) in results.items():
         multiple = peak / length
         goal = MEMORY_GOAL if name == "create" else None
@@ -109,28 +111,36 @@ def growth_cells(seconds):
             for earlier, later in zip(seconds, seconds[1:])]
 
 
-def add_growth(table, sizes, rows):
-    steps = [f"to {size:,}" for size in sizes[1:]]
-    table.heading("growth per doubling", *fill(steps), "goal")
-    for shape, name, seconds, failure in rows:
-        if all(value is None for value in seconds) and not failure:
-            continue
-        factors = growth_cells(seconds)
-        cells = ["-" if factor is None else f"{factor:.2f}" for factor in factors]
-        unit = "per call" if name in PER_CALL else ""
-        label = f"{shape}: {name} {unit}".rstrip()
-        if failure or None in factors:
-            table.row(label, cells, f"<= {GROWTH_GOAL}", "unmeasured")
-            table.unmeasured += 1
-            table.row(f"    {failure}"[:70], [])
-        else:
-            table.row(label, cells, f"<= {GROWTH_GOAL}", growth_verdict(seconds, factors, name))
-
-
-def growth_verdict(seconds, factors, name):
+def is_growth_met(name, seconds):
+    """None while a time is missing."""
+    factors = growth_cells(seconds)
+    if None in factors:
+        return None
     shortest = 0 if name in PER_CALL else SHORTEST_GROWTH_SECONDS
-    counted = [factor for factor, later in zip(factors, seconds[1:]) if later >= shortest]
-    return verdict_of(counted, GROWTH_GOAL)
+    return all(factor <= GROWTH_GOAL for factor, later in zip(factors, seconds[1:])
+               if later >= shortest)
+
+
+def add_growth(table, sizes, rows):
+    steps = [f"to {size:,}" for size in sizes[1:]] + ["mean", "last, ms"]
+    table.heading("growth per doubling", *steps_to_values(steps), "goal")
+    for shape, name, seconds, failure in rows:
+        met = is_growth_met(name, seconds)
+        cells = ["-" if factor is None else f"{factor:.2f}" for factor in growth_cells(seconds)]
+        if met is not None:
+            cells += [f"{(seconds[-1] / seconds[0]) ** (1 / len(cells)):.2f}",
+                      f"{seconds[-1] * 1e3:.3g}"]
+        unit = " per call" if name in PER_CALL else ""
+        verdict = "unmeasured" if met is None else "met" if met else "missed"
+        table.row(f"{shape}: {name}{unit}", steps_to_values(cells), f"<= {GROWTH_GOAL}", verdict)
+        if failure:
+            table.row(f"    {failure}"[:60], [])
+        table.unmeasured += met is None
+
+
+def steps_to_values(cells):
+    """Puts the blanks of a short run before the last two cells."""
+    return [""] * (VALUES - len(cells)) + cells
 
 
 def print_table(numbers):
