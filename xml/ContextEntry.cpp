@@ -1,5 +1,6 @@
 #include "xml/detail/ContextEntry.h"
 
+#include "context/detail/ContextAccess.h"
 #include "context/detail/DbEnvironment.h"
 #include "platform/VELDyadDbProviderServices.h"
 #include "trace/detail/MessageKeys.h"
@@ -94,12 +95,17 @@ VELResult ContextEntry::EnterDatabaseContext(std::unique_ptr<VELDyadContext> con
     return Enter(std::move(context), owner, 0);
 }
 
-// From the call on the context is the collector's, whatever the collector answers.
+// The context is the collector's as soon as that knows it, whatever it answers; without memory it
+// may refuse to.
 VELResult ContextEntry::Enter(std::unique_ptr<VELDyadContext> context, VELDyadContext* owner,
                               int associated) {
     if (state_.places != nullptr)
         state_.places->contexts.emplace(context.get(), place_);
-    return state_.collector.AddContext(context.release(), owner, associated);
+    VELDyadContext* entered = context.get();
+    const VELResult result = state_.collector.AddContext(entered, owner, associated);
+    if (ContextAccess::WasRegistered(*entered))
+        static_cast<void>(context.release());
+    return result;
 }
 
 // The site goes to the declared context of that name, which may be another one than was just made.
