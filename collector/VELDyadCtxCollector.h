@@ -53,7 +53,8 @@ public:
     // ---- Registry ------------------------------------------------------------------------------
     // Takes over `ctx`. Without `parent` it becomes a declared context. With `parent` it becomes
     // the associated context of `parent` when `associated` is not 0 and the DB context environment
-    // is on, else a friend of `parent`; the code is then that of the link.
+    // is on, else a friend of `parent`; the code is then that of the link, and `ctx` is taken over
+    // also when the link fails. Without memory to register it, `ctx` stays the caller's.
     VELResult AddContext(VELDyadContext* ctx, VELDyadContext* parent, int associated);
     // Unlinks and deletes the first context of the current view with that name. E_FAIL when there
     // is none. Filtered views keep the positions computed before.
@@ -112,7 +113,7 @@ public:
                                                 VELListValVELUnicodeString& names);
 
     // ---- Exchange scenarios --------------------------------------------------------------------
-    // Keeps one row. Always S_OK.
+    // Keeps one row. S_OK; E_FAIL, and the rows as before, only without memory.
     VELResult AddScenario(const VELUnicodeString& channel, const VELUnicodeString& channelContext,
                           const VELUnicodeString& profile, const VELUnicodeString& scenarioId,
                           const VELUnicodeString& optionName, const VELUnicodeString& optionValue);
@@ -131,6 +132,15 @@ public:
                                             const VELUnicodeString& profile,
                                             VELListValVELUnicodeString& optionNames,
                                             VELListValVELUnicodeString& optionValues);
+
+    // The number of rows kept.
+    int GetNbScenarios() const noexcept { return _ScenarioIds.Size(); }
+    // One row, at positions from 1 in the order of their arrival. E_FAIL, and the outputs as
+    // before, for a position outside.
+    VELResult GetScenarioAtIndex(int index, VELUnicodeString& channel,
+                                 VELUnicodeString& channelContext, VELUnicodeString& profile,
+                                 VELUnicodeString& scenarioId, VELUnicodeString& optionName,
+                                 VELUnicodeString& optionValue) const;
 
     // ---- Transition contexts -------------------------------------------------------------------
     // Adds the three contexts that a conversion into the platform database works with, and runs
@@ -152,6 +162,23 @@ private:
     friend struct dyadctx::CollectorAccess;
 
     VELDyadCtxCollector(const VELUnicodeString& file, const unsigned char& isDefault);
+
+    // All fields that a copy takes over, in declared order.
+    template<class Collector>
+    static auto CopiedFields(Collector& collector);
+
+    bool Holds(VELDyadContext* ctx);
+    const VELRawCollint* ServedPositions() const;
+    // The place of the first context of that name in the current view, 0 without one; the second
+    // does without memory.
+    int PlaceInView(const VELUnicodeString& name);
+    int WalkToName(const VELUnicodeString& name);
+    void UnlinkInView(VELDyadContext* target);
+    void TakeOut(VELDyadContext* target) noexcept;
+
+    VELResult NarrowDatabaseView(const VELListValVELUnicodeString& providerNames);
+    void CutScenariosTo(int rows) noexcept;
+    void TraceRows() const;
 
     VELResult Check(VELUnicodeString& message);
     unsigned char CheckDefaultContext(const VELUnicodeString& name,

@@ -18,13 +18,13 @@
 #include "platform/VELUnicodeString.h"
 
 #include <memory>
-#include <vector>
 
 class VELSysSimpleHashTable;
 
 namespace dyadctx {
 struct ContextAccess;
-}
+struct SiteTables;
+} // namespace dyadctx
 
 class VELDYADCTX_EXPORT VELDyadContext {
 public:
@@ -91,13 +91,17 @@ public:
 private:
     friend struct dyadctx::ContextAccess;
 
+    VELSysSimpleHashTable* Sites() const noexcept;
+    bool HoldsFriendAt(int index) const noexcept;
+
     VELUnicodeString name_;
     VELUnicodeString parameter_;
     VELUnicodeString parameterType_;
     VELIDyadDbProvider_var provider_;
-    VELListPtrVELDyadContext friends_;
     VELDyadContext* associated_ = nullptr;
-    std::shared_ptr<VELSysSimpleHashTable> sites_;
-    // Tables an assignment put out of use; they go with this context, not earlier.
-    std::vector<std::shared_ptr<VELSysSimpleHashTable>> retiredSites_;
+    // A file may hold a million contexts, most of them without friends and nearly all without
+    // tables of sites: both are null until needed.
+    std::unique_ptr<VELListPtrVELDyadContext> friends_;
+    std::unique_ptr<dyadctx::SiteTables> sites_;
+    bool wasRegistered_ = false;
 };

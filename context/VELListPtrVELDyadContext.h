@@ -13,7 +13,9 @@ public:
     // Prepares storage for `initialSize` contexts.
     VELListPtrVELDyadContext(int initialSize = 0);
     VELListPtrVELDyadContext(const VELListPtrVELDyadContext&) = default;
+    VELListPtrVELDyadContext(VELListPtrVELDyadContext&&) noexcept = default;
     VELListPtrVELDyadContext& operator=(const VELListPtrVELDyadContext& other);
+    VELListPtrVELDyadContext& operator=(VELListPtrVELDyadContext&&) noexcept = default;
     ~VELListPtrVELDyadContext() override;
 
     // 1 when both hold the same contexts in the same order, else 0; != is the opposite.

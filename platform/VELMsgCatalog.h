@@ -4,7 +4,7 @@
 // variable VELMessageLanguage, else LC_ALL, LC_MESSAGES, LANG (on Windows the user's display
 // language); it falls back from region to language to English. A folder named by
 // VELMessageCatalogPath overrides texts with <catalog>.<language>.mo. Both are read once, when the
-// first text is built.
+// first text is built, and again by SetLanguage.
 #pragma once
 
 #include "platform/VELExport.h"
@@ -25,9 +25,10 @@ public:
 
 class VELDYADCTX_EXPORT VELMsgCatalog {
 public:
-    // The text of `key` with `parameters` put in the places {0}, {1}, ...; `defaultText` when the
-    // key is unknown. A parameter is put in as it is, whatever it looks like. The last argument is
-    // not used.
+    // The text of `key` with `parameters` put in the places {0} to {9}; `defaultText` when the
+    // catalog or the key is unknown. A parameter is put in as it is, whatever it looks like; a
+    // missing one is empty; a count without parameters leaves the places as they are. Without
+    // memory the text is empty. The last argument is not used.
     static VELUnicodeString BuildMessage(const VELString& catalog, const VELString& key,
                                          const VELUnicodeString* parameters, int count,
                                          const VELUnicodeString& defaultText,

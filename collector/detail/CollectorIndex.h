@@ -1,18 +1,21 @@
-// Look-up help of a collector: which declared contexts have a name, and which contexts it owns.
+// Look-up help of a collector: which declared contexts have a name, where they stand in a view,
+// which contexts the collector owns, and which scenario rows belong to a channel.
 //
 // Derived from the collector's lists and never part of what it holds: built when first needed,
-// extended when contexts are appended, dropped when anything else changes. Every operation takes the
-// list it answers for; null entries are skipped. Operations throw std::bad_alloc and are then ready
-// to be tried again.
+// extended when something is appended, dropped when anything else changes. Every operation takes
+// the lists it answers for; null entries are skipped. Operations throw std::bad_alloc and are then
+// ready to be tried again.
 #pragma once
 
+#include "collector/detail/PositionChains.h"
+#include "collector/detail/ViewType.h"
 #include "context/VELListPtrVELDyadContext.h"
+#include "platform/VELListVal.h"
 #include "platform/VELUnicodeString.h"
 
+#include <array>
 #include <cstdint>
-#include <memory>
 #include <unordered_set>
-#include <vector>
 
 namespace dyadctx {
 
@@ -24,12 +27,48 @@ public:
     // The next position above `pos` whose context has the name of the one at `pos`; 0 without one.
     // `pos` holds a context.
     int NextNamesake(const VELListPtrVELDyadContext& declared, int pos);
+    // The first place of `positions`, the list of that view, whose context has that name; 0 without
+    // one. Places whose position lies outside `declared` are skipped. `view` is not AllContexts.
+    int PlaceOfName(const VELListPtrVELDyadContext& declared, const VELRawCollint& positions,
+                    ViewType view, const VELUnicodeString& name);
 
     // Whether `owned` holds the context.
     bool Owns(const VELListPtrVELDyadContext& owned, const VELDyadContext* context);
 
+    // The first row of a channel context, and the next row of the same one; 0 without one.
+    int RowOfChannel(const VELListValVELUnicodeString& channels, const VELUnicodeString& channel);
+    int NextRowOfChannel(int row) const noexcept { return channelRows_.Next(row); }
+    // The first row of a channel context and profile, and the next row of the same two.
+    int RowOfProfile(const VELListValVELUnicodeString& channels,
+                     const VELListValVELUnicodeString& profiles, const VELUnicodeString& channel,
+                     const VELUnicodeString& profile);
+    int NextRowOfProfile(int row) const noexcept { return profileRows_.Next(row); }
+
     // For changes other than appending.
     void Forget() noexcept;
+
+private:
+    // The names of a sequence of contexts.
+    struct Names {
+        PositionChains chains;
+        // What was true when the chains were made; they are good while it stays so.
+        std::uint64_t assignments = 0;
+        int declaredSize = 0;
+        // Some position had no context, which a longer list of declared contexts may change.
+        bool hasGaps = false;
+    };
+
+    template<class ContextAt>
+    static void Extend(Names& names, int size, int declaredSize, ContextAt contextAt);
+    const PositionChains& Declared(const VELListPtrVELDyadContext& declared);
+
+    Names declared_;
+    // By view, without AllContexts.
+    std::array<Names, 3> views_;
+    std::unordered_set<const VELDyadContext*> owned_;
+    int ownedSize_ = 0;
+    PositionChains channelRows_;
+    PositionChains profileRows_;
 };
 
 } // namespace dyadctx

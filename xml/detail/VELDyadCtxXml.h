@@ -11,9 +11,15 @@
 #include "platform/VELResult.h"
 #include "platform/VELUnicodeString.h"
 
+namespace dyadctx {
+struct ContextPlaces;
+}
+
 class VELDyadCtxXml {
 public:
-    explicit VELDyadCtxXml(VELDyadCtxCollector* collector) noexcept;
+    // With `places`, reading also fills in where in the file its contexts and its fault stand.
+    explicit VELDyadCtxXml(VELDyadCtxCollector* collector,
+                           dyadctx::ContextPlaces* places = nullptr) noexcept;
     ~VELDyadCtxXml();
     VELDyadCtxXml(const VELDyadCtxXml&) = delete;
     VELDyadCtxXml& operator=(const VELDyadCtxXml&) = delete;
@@ -32,4 +38,5 @@ public:
 
 private:
     VELDyadCtxCollector* collector_;
+    dyadctx::ContextPlaces* places_;
 };

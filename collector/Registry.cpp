@@ -1,0 +1,250 @@
+#include "collector/VELDyadCtxCollector.h"
+
+#include "collector/detail/CollectorIndex.h"
+#include "collector/detail/ViewType.h"
+#include "context/detail/ContextAccess.h"
+#include "context/detail/DbEnvironment.h"
+#include "trace/detail/ProcessSettings.h"
+#include "trace/detail/TraceLine.h"
+
+#include <exception>
+#include <tuple>
+#include <utility>
+
+using dyadctx::CollectorIndex;
+using dyadctx::ContextAccess;
+
+namespace {
+
+template<class... Fields>
+std::tuple<Fields...> CopyOf(const std::tuple<const Fields&...>& fields) {
+    return fields;
+}
+
+// Takes `target` out of the links of `holder`, as one who deletes it from outside would: position
+// by position of the friends there were, although each removal moves the later ones up.
+void Unlink(VELDyadContext& holder, VELDyadContext* target) {
+    VELDyadContext* associated = nullptr;
+    holder.GetAssociatedContext(associated);
+    if (associated == target)
+        holder.RemoveAssociatedContext();
+    const VELListPtrVELDyadContext& friends = ContextAccess::VisitFriends(holder);
+    if (friends.Locate(target) == 0)
+        return;
+    const VELListPtrVELDyadContext friendsBefore = friends;
+    for (int pos = 1; pos <= friendsBefore.Size(); ++pos) {
+        if (friendsBefore[pos] == target)
+            holder.RemoveFriend(pos);
+    }
+}
+
+} // namespace
+
+// ---- Construction, copy and destruction ---------------------------------------------------------
+
+template<class Collector>
+auto VELDyadCtxCollector::CopiedFields(Collector& collector) {
+    return std::tie(collector._Contexts, collector._MainContexts, collector._PathCtxIndexes,
+                    collector._DatabaseCtxIndexes, collector._XMLFile, collector._NbCtxs,
+                    collector._CtxType, collector._IsDefault, collector._DatabaseFilterDone,
+                    collector._FileCtxIndexes, collector._ScenarioChannels,
+                    collector._ScenarioChannelContexts, collector._ScenarioProfiles,
+                    collector._ScenarioIds, collector._ScenarioOptionNames,
+                    collector._ScenarioOptionValues, collector._ScenarioKeys);
+}
+
+VELDyadCtxCollector::VELDyadCtxCollector(const VELUnicodeString& file,
+                                         const unsigned char& isDefault)
+    : _XMLFile(file), _IsDefault(isDefault != 0), index_(std::make_unique<CollectorIndex>()) {
+    TRACE_LOG("VELDyadCtxCollector:Constructor-isDefault=%d - File=<%s>",
+              static_cast<int>(isDefault), _XMLFile.ConvertToChar());
+}
+
+VELDyadCtxCollector::VELDyadCtxCollector(const VELDyadCtxCollector& src)
+    : index_(std::make_unique<CollectorIndex>()) {
+    CopiedFields(*this) = CopiedFields(src);
+}
+
+VELDyadCtxCollector& VELDyadCtxCollector::operator=(const VELDyadCtxCollector& src) {
+    // All copies are made before the first field changes.
+    CopiedFields(*this) = CopyOf(CopiedFields(src));
+    index_->Forget();
+    return *this;
+}
+
+VELDyadCtxCollector::~VELDyadCtxCollector() {
+    TRACE_LOG("VELDyadCtxCollector:Destructor");
+    for (int pos = 1; pos <= _Contexts.Size(); ++pos)
+        delete _Contexts[pos];
+    _Contexts.RemoveAll(VELCollec::KeepMemory);
+    _MainContexts.RemoveAll(VELCollec::KeepMemory);
+    _PathCtxIndexes.RemoveAll(VELCollec::KeepMemory);
+    _DatabaseCtxIndexes.RemoveAll(VELCollec::KeepMemory);
+}
+
+VELDyadCtxCollector* VELDyadCtxCollector::CreateCollectorFromScratch() {
+    try {
+        auto* collector = new VELDyadCtxCollector(VELUnicodeString(), 0);
+        TRACE_LOG("VELDyadCtxCollector:CreateCollectorFromScratch");
+        if (dyadctx::IsTracerVariableSet())
+            BatchStack();
+        return collector;
+    } catch (const std::exception&) {
+        return nullptr;
+    }
+}
+
+// ---- Registry -----------------------------------------------------------------------------------
+
+// A context that never was in a collector need not be looked for, which spares the reader of a file
+// a search per context.
+bool VELDyadCtxCollector::Holds(VELDyadContext* ctx) {
+    if (!ContextAccess::WasRegistered(*ctx))
+        return false;
+    try {
+        return index_->Owns(_Contexts, ctx);
+    } catch (const std::exception&) {
+        // Slower, but needs no memory.
+        return _Contexts.Locate(ctx) != 0;
+    }
+}
+
+VELResult VELDyadCtxCollector::AddContext(VELDyadContext* ctx, VELDyadContext* parent,
+                                          int associated) {
+    if (parent == nullptr && _MainContexts.Append(ctx) == 0)
+        return E_FAIL;
+    const bool isNew = ctx != nullptr && !Holds(ctx);
+    if (isNew && _Contexts.Append(ctx) == 0) {
+        if (parent == nullptr)
+            _MainContexts.RemovePosition(_MainContexts.Size());
+        return E_FAIL;
+    }
+    if (isNew)
+        ContextAccess::MarkRegistered(*ctx);
+    if (parent == nullptr) {
+        ++_NbCtxs;
+        return S_OK;
+    }
+    if (associated != 0 && dyadctx::IsDbEnvironmentOn())
+        return parent->AddAssociatedContext(ctx);
+    return parent->AddFriend(ctx);
+}
+
+VELResult VELDyadCtxCollector::DeleteContext(const VELUnicodeString& name) {
+    VELDyadContext* target = nullptr;
+    if (GetCtxFromName(name, target) != S_OK)
+        return E_FAIL;
+    UnlinkInView(target);
+    TakeOut(target);
+    // `name` may have been the name of the target itself.
+    delete target;
+    return S_OK;
+}
+
+void VELDyadCtxCollector::UnlinkInView(VELDyadContext* target) {
+    const int count = GetNbCtxs();
+    for (int pos = 1; pos <= count; ++pos) {
+        VELDyadContext* holder = nullptr;
+        if (GetCtxAtIndex(pos, holder) != S_OK || holder == nullptr)
+            continue;
+        try {
+            Unlink(*holder, target);
+        } catch (const std::exception&) {
+            // No memory to go position by position; the links that are left go with the rest.
+        }
+    }
+}
+
+// Leaves nothing behind that points at `target`: neither a link of a context outside the view nor a
+// second entry among the declared contexts. Positions of other contexts behind a second entry stay.
+void VELDyadCtxCollector::TakeOut(VELDyadContext* target) noexcept {
+    if (_MainContexts.RemoveValue(target) != 0)
+        --_NbCtxs;
+    for (int pos = 1; pos <= _MainContexts.Size(); ++pos) {
+        if (_MainContexts[pos] == target)
+            _MainContexts[pos] = nullptr;
+    }
+    _Contexts.RemoveValue(target);
+    for (int pos = 1; pos <= _Contexts.Size(); ++pos)
+        ContextAccess::RemoveLinksTo(*_Contexts[pos], target);
+    index_->Forget();
+}
+
+// ---- Lookups ------------------------------------------------------------------------------------
+
+// The positions the current view goes through; null where it does not go through a list, or serves
+// nothing.
+const VELRawCollint* VELDyadCtxCollector::ServedPositions() const {
+    switch (_CtxType) {
+    case dyadctx::PathContexts:
+        return &_PathCtxIndexes;
+    case dyadctx::DatabaseContexts:
+        return &_DatabaseCtxIndexes;
+    case dyadctx::FileContexts:
+        return dyadctx::IsDbEnvironmentOn() ? &_FileCtxIndexes : nullptr;
+    default:
+        return nullptr;
+    }
+}
+
+// The File view outside the DB context environment counts all declared contexts although
+// GetCtxAtIndex serves none of them.
+int VELDyadCtxCollector::GetNbCtxs() {
+    const VELRawCollint* positions = ServedPositions();
+    return positions == nullptr ? _NbCtxs : positions->Size();
+}
+
+VELResult VELDyadCtxCollector::GetCtxAtIndex(int index, VELDyadContext*& ctx) {
+    int pos = index;
+    if (_CtxType != dyadctx::AllContexts) {
+        const VELRawCollint* positions = ServedPositions();
+        // Outside the list the position is 0.
+        pos = positions == nullptr ? 0 : (*positions)[index];
+    }
+    // A position may be older than the removal of a context.
+    if (pos < 1 || pos > _MainContexts.Size())
+        return E_FAIL;
+    ctx = _MainContexts[pos];
+    return S_OK;
+}
+
+int VELDyadCtxCollector::PlaceInView(const VELUnicodeString& name) {
+    if (_CtxType == dyadctx::AllContexts)
+        return index_->PositionOfName(_MainContexts, name);
+    const VELRawCollint* positions = ServedPositions();
+    if (positions == nullptr)
+        return 0;
+    return index_->PlaceOfName(_MainContexts, *positions, dyadctx::ViewType(_CtxType), name);
+}
+
+int VELDyadCtxCollector::WalkToName(const VELUnicodeString& name) {
+    const int count = GetNbCtxs();
+    for (int place = 1; place <= count; ++place) {
+        VELDyadContext* context = nullptr;
+        if (GetCtxAtIndex(place, context) == S_OK && context != nullptr &&
+            context->GetName() == name)
+            return place;
+    }
+    return 0;
+}
+
+VELResult VELDyadCtxCollector::GetCtxFromName(const VELUnicodeString& name, VELDyadContext*& ctx,
+                                              int* index) {
+    int place = 0;
+    try {
+        place = PlaceInView(name);
+    } catch (const std::exception&) {
+        // Without memory for the index there still is the view itself.
+        place = WalkToName(name);
+    }
+    if (place == 0 || GetCtxAtIndex(place, ctx) != S_OK)
+        return E_FAIL;
+    if (index != nullptr)
+        *index = place;
+    return S_OK;
+}
+
+const VELUnicodeString& VELDyadCtxCollector::GetXMLFile(unsigned char& isDefault) const noexcept {
+    isDefault = _IsDefault ? 1 : 0;
+    return _XMLFile;
+}

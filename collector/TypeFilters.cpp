@@ -1,0 +1,250 @@
+#include "collector/VELDyadCtxCollector.h"
+
+#include "collector/detail/CollectorIndex.h"
+#include "collector/detail/ViewType.h"
+#include "context/detail/DbEnvironment.h"
+#include "context/detail/GuardedCall.h"
+#include "context/detail/ParameterTypes.h"
+#include "context/detail/TextHash.h"
+#include "trace/detail/TraceLine.h"
+
+#include <exception>
+#include <new>
+#include <string_view>
+#include <utility>
+
+using dyadctx::CodeOf;
+using dyadctx::IsDbEnvironmentOn;
+
+namespace {
+
+void AppendTo(VELRawCollint& positions, int pos) {
+    if (positions.Append(pos) == 0)
+        throw std::bad_alloc();
+}
+
+void CutTo(VELRawCollint& positions, int size) noexcept {
+    positions.RemovePosition(size + 1, static_cast<unsigned int>(positions.Size() - size));
+}
+
+// The views a context enters, by its parameter type.
+struct Views {
+    VELRawCollint& path;
+    VELRawCollint& database;
+    VELRawCollint& file;
+
+    void Enter(int pos, std::string_view type);
+};
+
+void Views::Enter(int pos, std::string_view type) {
+    const bool isDefault = type == dyadctx::DefaultType;
+    const bool isPath = type == dyadctx::PathType;
+    if (type == dyadctx::DatabaseType || isDefault)
+        AppendTo(database, pos);
+    if (isPath || isDefault)
+        AppendTo(path, pos);
+    if (!IsDbEnvironmentOn())
+        return;
+    if (type == dyadctx::FileType || isPath || isDefault)
+        AppendTo(file, pos);
+    if (isPath)
+        AppendTo(database, pos);
+}
+
+VELResult NameOf(const VELIDyadDbProvider_var& provider, VELUnicodeString& name) noexcept {
+    return CodeOf([&] { return provider->GetName(name); });
+}
+
+} // namespace
+
+// ---- Views --------------------------------------------------------------------------------------
+
+VELResult VELDyadCtxCollector::SetCtxTypeList() {
+    const int pathSize = _PathCtxIndexes.Size();
+    const int databaseSize = _DatabaseCtxIndexes.Size();
+    const int fileSize = _FileCtxIndexes.Size();
+    Views views{_PathCtxIndexes, _DatabaseCtxIndexes, _FileCtxIndexes};
+    try {
+        for (int pos = 1; pos <= _NbCtxs; ++pos) {
+            const VELDyadContext* context = _MainContexts[pos];
+            if (context != nullptr)
+                views.Enter(pos, context->GetParameterType().AsView());
+        }
+    } catch (const std::exception&) {
+        CutTo(_PathCtxIndexes, pathSize);
+        CutTo(_DatabaseCtxIndexes, databaseSize);
+        CutTo(_FileCtxIndexes, fileSize);
+        return E_FAIL;
+    }
+    return S_OK;
+}
+
+VELResult VELDyadCtxCollector::SetContextAllType() {
+    if (IsDbEnvironmentOn())
+        _CtxType = dyadctx::AllContexts;
+    TRACE_LOG("VELDyadCtxCollector:SetContextAllType _CtxType=<%d>", _CtxType);
+    return S_OK;
+}
+
+VELResult VELDyadCtxCollector::SetContextPathType() {
+    if (IsDbEnvironmentOn())
+        _CtxType = dyadctx::PathContexts;
+    TRACE_LOG("VELDyadCtxCollector:SetContextPathType _CtxType=<%d>", _CtxType);
+    return S_OK;
+}
+
+VELResult VELDyadCtxCollector::SetContextFileType() {
+    if (IsDbEnvironmentOn())
+        _CtxType = dyadctx::FileContexts;
+    TRACE_LOG("VELDyadCtxCollector:SetContextFileType _CtxType=<%d>", _CtxType);
+    return S_OK;
+}
+
+VELResult
+VELDyadCtxCollector::SetContextDatabaseType(const VELListValVELUnicodeString& providerNames) {
+    TRACE_LOG("VELDyadCtxCollector:SetContextDatabaseType for <%d> Providers",
+              providerNames.Size());
+    if (!IsDbEnvironmentOn())
+        return S_OK;
+    const int typeBefore = _CtxType;
+    _CtxType = dyadctx::DatabaseContexts;
+    if (providerNames.Size() == 0 || _DatabaseFilterDone)
+        return S_OK;
+    try {
+        return NarrowDatabaseView(providerNames);
+    } catch (const std::exception&) {
+        _CtxType = typeBefore;
+        return E_FAIL;
+    }
+}
+
+VELResult VELDyadCtxCollector::NarrowDatabaseView(const VELListValVELUnicodeString& providerNames) {
+    const dyadctx::TextSet wanted = dyadctx::SetOf(providerNames);
+    VELRawCollint narrowed;
+    VELResult result = S_OK;
+    const int count = _DatabaseCtxIndexes.Size();
+    for (int place = 1; place <= count; ++place) {
+        const int pos = _DatabaseCtxIndexes[place];
+        const VELDyadContext* context = std::as_const(_MainContexts)[pos];
+        if (context == nullptr)
+            continue;
+        VELIDyadDbProvider_var provider;
+        result = context->GetDyadDbProvider(provider);
+        if (result < 0)
+            return result;
+        if (!provider.IsNull()) {
+            VELUnicodeString name;
+            result = NameOf(provider, name);
+            if (result < 0)
+                return result;
+            if (name.IsEmpty())
+                continue;
+            if (wanted.contains(name.AsView()))
+                AppendTo(narrowed, pos);
+        }
+        if (context->GetParameterType().AsView() == dyadctx::PathType && IsDbEnvironmentOn())
+            AppendTo(narrowed, pos);
+    }
+    _DatabaseCtxIndexes = std::move(narrowed);
+    _DatabaseFilterDone = true;
+    index_->Forget();
+    return result;
+}
+
+VELResult VELDyadCtxCollector::GetContextType(int& type) const noexcept {
+    type = _CtxType;
+    return S_OK;
+}
+
+void VELDyadCtxCollector::GetListOfParamTypes(VELListValVELUnicodeString& types) {
+    const int sizeBefore = types.Size();
+    const VELResult listed = CodeOf([&] {
+        if (IsDbEnvironmentOn())
+            types.Append(dyadctx::FileType);
+        types.Append(dyadctx::PathType);
+        if (IsDbEnvironmentOn())
+            types.Append(dyadctx::DatabaseType);
+        types.Append(dyadctx::DefaultType);
+        return S_OK;
+    });
+    if (listed != S_OK)
+        dyadctx::CutTo(types, sizeBefore);
+}
+
+// ---- Provider queries ---------------------------------------------------------------------------
+
+VELResult VELDyadCtxCollector::GetContextNamesFromDbProvider(const VELIDyadDbProvider_var& provider,
+                                                             VELListValVELUnicodeString& names) {
+    names.RemoveAll();
+    VELResult result = S_OK;
+    for (int pos = 1; pos <= _NbCtxs; ++pos) {
+        const VELDyadContext* context = _MainContexts[pos];
+        if (context == nullptr)
+            continue;
+        VELIDyadDbProvider_var own;
+        result = context->GetDyadDbProvider(own);
+        if (result < 0)
+            return result;
+        // This is the one error that reaches the caller as an exception.
+        if (own.IsNull())
+            VELBaseUnknown_var::ThrowErrorNullVar();
+        bool isSame = false;
+        result = CodeOf([&] { return own->IsSame(provider, isSame); });
+        if (result < 0)
+            return result;
+        if (!isSame || context->GetName().IsEmpty())
+            continue;
+        const VELResult appended = CodeOf([&] {
+            names.Append(context->GetName());
+            return S_OK;
+        });
+        if (appended < 0)
+            return appended;
+    }
+    return result;
+}
+
+VELResult VELDyadCtxCollector::GetContextsFromDbProviderName(const VELUnicodeString& providerName,
+                                                             VELListPtrVELDyadContext& contexts) {
+    contexts.RemoveAll(VELCollec::KeepMemory);
+    VELResult result = S_OK;
+    const int count = _DatabaseCtxIndexes.Size();
+    for (int place = 1; place <= count; ++place) {
+        VELDyadContext* context = std::as_const(_MainContexts)[_DatabaseCtxIndexes[place]];
+        if (context == nullptr)
+            continue;
+        VELIDyadDbProvider_var provider;
+        result = context->GetDyadDbProvider(provider);
+        if (result < 0)
+            return result;
+        if (provider.IsNull())
+            continue;
+        VELUnicodeString name;
+        result = NameOf(provider, name);
+        if (result < 0)
+            return result;
+        if (name == providerName && contexts.Append(context) == 0)
+            return E_FAIL;
+    }
+    return result;
+}
+
+VELResult
+VELDyadCtxCollector::GetContextNamesFromDbProviderName(const VELUnicodeString& providerName,
+                                                       VELListValVELUnicodeString& names) {
+    VELListPtrVELDyadContext contexts;
+    const VELResult result = GetContextsFromDbProviderName(providerName, contexts);
+    if (result < 0)
+        return result;
+    const int sizeBefore = names.Size();
+    const VELResult appended = CodeOf([&] {
+        for (int pos = 1; pos <= contexts.Size(); ++pos)
+            names.Append(contexts[pos]->GetName());
+        return S_OK;
+    });
+    if (appended < 0) {
+        dyadctx::CutTo(names, sizeBefore);
+        return appended;
+    }
+    return result;
+}

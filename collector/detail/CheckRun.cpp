@@ -1,0 +1,92 @@
+#include "collector/detail/CheckRun.h"
+
+#include "context/detail/ContextAccess.h"
+#include "context/detail/DbEnvironment.h"
+#include "trace/detail/MessageKeys.h"
+#include "trace/detail/TraceLine.h"
+
+namespace dyadctx {
+
+bool CheckRun::CheckContext(VELDyadContext* context, int index) {
+    if (context == nullptr || index < 0 || index > collector_.GetNbCtxs())
+        return false;
+    const VELUnicodeString& name = context->GetName();
+    TRACE_ENTER("VELDyadCtxCollector:CheckContext <%s>", name.ConvertToChar());
+    TRACE_LOG("VELDyadCtxCollector:CheckContext <%s> of Prov <%s> of Type <%s>",
+              name.ConvertToChar(), context->GetParameter().ConvertToChar(),
+              context->GetParameterType().ConvertToChar());
+    RuleSubject subject{
+        name,     context->GetParameter(), context->GetParameterType(), context, index, nullptr,
+        &lookups_};
+    const bool valid = ApplyAll(subject);
+    if (valid)
+        TRACE_LEAVE("VELDyadCtxCollector:CheckContext <%s> OK", name.ConvertToChar());
+    else
+        TRACE_ERROR("VELDyadCtxCollector:CheckContext <%s> KO", name.ConvertToChar());
+    return valid;
+}
+
+bool CheckRun::CheckDefaultContext(const VELUnicodeString& name, const VELUnicodeString& parameter,
+                                   const VELUnicodeString& parameterType) {
+    RuleSubject subject{name, parameter, parameterType, nullptr, 0, nullptr, &lookups_};
+    return Apply(DefaultContextRules(), subject);
+}
+
+bool CheckRun::ApplyAll(RuleSubject& subject) {
+    bool valid = true;
+    for (const RuleGroup& group : {OwnRules(), DefaultContextRules(), DuplicateRules()})
+        valid = Apply(group, subject) && valid;
+    valid = ApplyToFriends(subject) && valid;
+    return ApplyToAssociated(subject) && valid;
+}
+
+bool CheckRun::Apply(const RuleGroup& group, RuleSubject& subject) {
+    bool valid = true;
+    for (const ContextRule& rule : group.rules)
+        valid = ApplyRule(group.method, rule, subject) && valid;
+    return valid;
+}
+
+bool CheckRun::ApplyRule(const char* method, const ContextRule& rule, RuleSubject& subject) {
+    const int breaches = rule.breaches(subject);
+    if (breaches == 0)
+        return true;
+    const Finding finding = MakeFinding(method, rule, subject);
+    for (int i = 0; i < breaches; ++i)
+        reporter_.Report(finding);
+    if (rule.trace != nullptr)
+        rule.trace(subject);
+    return false;
+}
+
+bool CheckRun::ApplyToFriends(RuleSubject& subject) {
+    bool valid = true;
+    const VELListPtrVELDyadContext& friends = ContextAccess::VisitFriends(*subject.context);
+    for (int pos = 1; pos <= friends.Size(); ++pos) {
+        subject.other = friends[pos];
+        if (subject.other == nullptr) {
+            ReportNullFriend(subject);
+            return false;
+        }
+        valid = Apply(FriendRules(), subject) && valid;
+    }
+    return valid;
+}
+
+// Takes no part unless the DB context environment is on, and then leaves its trace line.
+bool CheckRun::ApplyToAssociated(RuleSubject& subject) {
+    if (ContextAccess::Associated(*subject.context) == nullptr || !IsDbEnvironmentOn())
+        return true;
+    subject.context->GetAssociatedContext(subject.other);
+    return Apply(AssociatedRules(), subject);
+}
+
+void CheckRun::ReportNullFriend(const RuleSubject& subject) {
+    Finding finding;
+    finding.method = CheckMethod;
+    finding.key = key::InternalError;
+    finding.context = subject.context;
+    reporter_.Report(finding);
+}
+
+} // namespace dyadctx

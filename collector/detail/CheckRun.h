@@ -1,0 +1,39 @@
+// One check of a collector: applies every rule to the contexts it is given and reports what is
+// broken. It traces as the collector's Check does. The contexts must stay as they are meanwhile.
+#pragma once
+
+#include "collector/detail/ContextRules.h"
+#include "collector/detail/RuleLookups.h"
+
+namespace dyadctx {
+
+class CheckRun {
+public:
+    // With CheckExtent::AllContexts each context is given with its own position.
+    CheckRun(VELDyadCtxCollector& collector, const VELListPtrVELDyadContext& declared,
+             CollectorIndex& index, CheckExtent extent, FindingReporter& reporter)
+        : collector_(collector), lookups_(collector, declared, index, extent), reporter_(reporter) {
+    }
+
+    // Whether the context keeps all rules. False without report for a null context or an index
+    // outside the current view; index 0 is a context that is not registered.
+    bool CheckContext(VELDyadContext* context, int index);
+    // The rules on the default context alone.
+    bool CheckDefaultContext(const VELUnicodeString& name, const VELUnicodeString& parameter,
+                             const VELUnicodeString& parameterType);
+
+private:
+    // Each answers whether all its rules are kept, and applies all of them whatever the answer.
+    bool ApplyAll(RuleSubject& subject);
+    bool Apply(const RuleGroup& group, RuleSubject& subject);
+    bool ApplyRule(const char* method, const ContextRule& rule, RuleSubject& subject);
+    bool ApplyToFriends(RuleSubject& subject);
+    bool ApplyToAssociated(RuleSubject& subject);
+    void ReportNullFriend(const RuleSubject& subject);
+
+    VELDyadCtxCollector& collector_;
+    RuleLookups lookups_;
+    FindingReporter& reporter_;
+};
+
+} // namespace dyadctx

@@ -1,0 +1,67 @@
+// The rules a declared context must keep, as tables: what breaks a rule, which message says so and
+// what the message names. CheckRun walks them; whoever needs another kind of report walks them
+// through a CheckRun with a reporter of its own.
+#pragma once
+
+#include "collector/detail/Finding.h"
+#include "context/VELDyadContext.h"
+#include "platform/VELUnicodeString.h"
+
+#include <array>
+#include <span>
+
+namespace dyadctx {
+
+class RuleLookups;
+
+// What a rule looks at.
+struct RuleSubject {
+    const VELUnicodeString& name;
+    const VELUnicodeString& parameter;
+    const VELUnicodeString& parameterType;
+    // Null only for the rules on the default context, which look at the three texts alone.
+    VELDyadContext* context = nullptr;
+    // Its position among the declared contexts; 0 when it is not registered.
+    int index = 0;
+    // The friend or associated context under examination; a rule that searches sets it to what it
+    // found.
+    VELDyadContext* other = nullptr;
+    RuleLookups* lookups = nullptr;
+};
+
+// What a message names.
+enum class RuleText { None, Name, Parameter, ParameterType, OtherName, DefaultType, DefaultName };
+
+struct ContextRule {
+    const char* key;
+    // How many times the rule is broken, each with a message of its own; 0 when it is kept.
+    int (*breaches)(RuleSubject& subject);
+    std::array<RuleText, Finding::MaxParameters> parameters;
+    // Writes a trace line after the message; may be null.
+    void (*trace)(const RuleSubject& subject);
+};
+
+// Rules that are reported under one method name and applied one after the other, whether or not an
+// earlier one is broken.
+struct RuleGroup {
+    const char* method;
+    std::span<const ContextRule> rules;
+};
+
+inline constexpr const char* CheckMethod = "VELDyadCtxCollector::Check";
+
+// What the context says of itself.
+RuleGroup OwnRules() noexcept;
+// The name and type kept for the default context.
+RuleGroup DefaultContextRules() noexcept;
+// Later contexts that repeat this one.
+RuleGroup DuplicateRules() noexcept;
+// Applied to each friend.
+RuleGroup FriendRules() noexcept;
+// Applied to the associated context.
+RuleGroup AssociatedRules() noexcept;
+
+// What `rule` reports of `subject`.
+Finding MakeFinding(const char* method, const ContextRule& rule, const RuleSubject& subject);
+
+} // namespace dyadctx

@@ -1,0 +1,52 @@
+// What is wrong with a context, as a value: the key of the message and what goes into it.
+#pragma once
+
+#include "platform/VELUnicodeString.h"
+
+#include <array>
+
+class VELDyadContext;
+
+namespace dyadctx {
+
+struct Finding {
+    static constexpr int MaxParameters = 3;
+
+    // The operation that reports it, as the trace names it.
+    const char* method = nullptr;
+    const char* key = nullptr;
+    std::array<VELUnicodeString, MaxParameters> parameters;
+    int parameterCount = 0;
+    // The context at fault; null where there is none.
+    const VELDyadContext* context = nullptr;
+    // The other party: the later context of the same name or database, the friend, the associated
+    // context. Null for a fault of the context alone.
+    const VELDyadContext* other = nullptr;
+};
+
+// Receives findings in the order in which they are made. What it throws ends the run that reports.
+class FindingReporter {
+public:
+    virtual void Report(const Finding& finding) = 0;
+
+protected:
+    ~FindingReporter() = default;
+};
+
+// Adds each finding to a message text, as the collector does for its clients.
+class MessageReporter final : public FindingReporter {
+public:
+    explicit MessageReporter(VELUnicodeString& message) noexcept : message_(message) {}
+    void Report(const Finding& finding) override;
+
+private:
+    VELUnicodeString& message_;
+};
+
+// Adds a line with the catalog's text for `key` to `message` (without line feed when `newLine` is
+// 0) and traces the whole message under the name of `method`. A parameter may be `message` itself.
+// Always 0, so that a check can answer with it.
+unsigned char LogCollectorError(const char* method, const char* key, VELUnicodeString& message,
+                                const VELUnicodeString* parameters, int count, int newLine);
+
+} // namespace dyadctx

@@ -1,0 +1,87 @@
+// Which positions of a list have a key: for each key the chain of its positions, ascending.
+//
+// Takes about 20 bytes per position and knows the keys only by their hash; whoever uses it keeps
+// them and tells whether a position has a key. Finding a chain, going along it and appending a
+// position take constant time, also when all keys are equal.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace dyadctx {
+
+class PositionChains {
+public:
+    // The number of positions known; the next one appended is Size() + 1.
+    int Size() const noexcept { return static_cast<int>(next_.size()); }
+    // Prepares for that many positions.
+    void Reserve(int positions);
+    void Clear() noexcept;
+
+    // Adds a position to the chain of its key. `hasKey` tells of an earlier position whether it has
+    // the key. Throws std::bad_alloc and then changes nothing.
+    template<class HasKey>
+    void Append(std::uint64_t hash, HasKey hasKey) {
+        MakeRoom();
+        Slot& slot = slots_[Find(Short(hash), hasKey)];
+        const int pos = Size() + 1;
+        if (slot.last == 0) {
+            ++chains_;
+            next_.push_back(pos);
+        } else {
+            next_.push_back(At(slot.last));
+            At(slot.last) = pos;
+        }
+        slot = {Short(hash), pos};
+    }
+    // Adds a position that is in no chain.
+    void AppendWithoutKey() { next_.push_back(0); }
+
+    // The last position of a chain; 0 when there is no such chain.
+    template<class HasKey>
+    int Last(std::uint64_t hash, HasKey hasKey) const {
+        return slots_.empty() ? 0 : slots_[Find(Short(hash), hasKey)].last;
+    }
+    int First(int last) const noexcept { return last == 0 ? 0 : At(last); }
+    // The position after `pos` in its chain; 0 at the end.
+    int Next(int pos) const noexcept { return At(pos) > pos ? At(pos) : 0; }
+
+private:
+    // A slot without chain has the last position 0.
+    struct Slot {
+        std::uint32_t hash = 0;
+        int last = 0;
+    };
+
+    static std::uint32_t Short(std::uint64_t hash) noexcept {
+        return static_cast<std::uint32_t>(hash >> 32);
+    }
+    int& At(int pos) noexcept { return next_[static_cast<std::size_t>(pos) - 1]; }
+    int At(int pos) const noexcept { return next_[static_cast<std::size_t>(pos) - 1]; }
+
+    static std::size_t Home(std::uint32_t hash, std::size_t slots) noexcept {
+        return static_cast<std::size_t>((std::uint64_t{hash} * slots) >> 32);
+    }
+
+    // The slot of a key, or the free one where it belongs. There always is a free slot.
+    template<class HasKey>
+    std::size_t Find(std::uint32_t hash, HasKey& hasKey) const {
+        std::size_t at = Home(hash, slots_.size());
+        while (slots_[at].last != 0 && !(slots_[at].hash == hash && hasKey(slots_[at].last)))
+            at = at + 1 == slots_.size() ? 0 : at + 1;
+        return at;
+    }
+
+    void MakeRoom();
+    void Resize(std::size_t slots);
+
+    std::vector<Slot> slots_;
+    // Per position the next one of its chain; the last one leads back to the first. 0 where the
+    // position is in none.
+    std::vector<int> next_;
+    std::size_t chains_ = 0;
+};
+
+} // namespace dyadctx

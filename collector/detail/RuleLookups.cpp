@@ -1,0 +1,113 @@
+#include "collector/detail/RuleLookups.h"
+
+#include "context/detail/ContextAccess.h"
+
+#include <algorithm>
+#include <new>
+#include <string_view>
+
+namespace dyadctx {
+
+namespace {
+
+// Shorter lists of friends are searched as they are.
+constexpr int SortFrom = 16;
+
+int CountInList(const VELListPtrVELDyadContext& friends, const VELUnicodeString& name) {
+    int count = 0;
+    for (int pos = 1; pos <= friends.Size(); ++pos) {
+        const VELDyadContext* candidate = friends[pos];
+        if (candidate != nullptr && candidate->GetName() == name)
+            ++count;
+    }
+    return count;
+}
+
+struct ByName {
+    bool operator()(const VELDyadContext* left, const VELDyadContext* right) const {
+        return left->GetName().AsView() < right->GetName().AsView();
+    }
+    bool operator()(const VELDyadContext* left, std::string_view right) const {
+        return left->GetName().AsView() < right;
+    }
+    bool operator()(std::string_view left, const VELDyadContext* right) const {
+        return left < right->GetName().AsView();
+    }
+};
+
+} // namespace
+
+bool RuleLookups::IsKnownType(const VELUnicodeString& parameterType) {
+    knownTypes_.RemoveAll();
+    collector_.GetListOfParamTypes(knownTypes_);
+    return knownTypes_.Locate(parameterType) > 0;
+}
+
+VELDyadContext* RuleLookups::LaterNamesake(const VELUnicodeString& name, int after) {
+    if (extent_ == CheckExtent::AllContexts) {
+        const int next = index_.NextNamesake(declared_, after);
+        return next == 0 ? nullptr : declared_[next];
+    }
+    return FindLaterNamesake(declared_, index_, name, after);
+}
+
+VELDyadContext* RuleLookups::LaterOnSameDatabase(VELDyadContext* context, int after) {
+    if (extent_ == CheckExtent::AllContexts && UseDatabaseMatches())
+        return matches_->LaterOnSameDatabase(after);
+    return FindLaterOnSameDatabase(declared_, context, after);
+}
+
+bool RuleLookups::UseDatabaseMatches() {
+    if (!matchesTried_) {
+        matchesTried_ = true;
+        if (DatabaseMatches::MayReplaceSearch(declared_))
+            matches_.emplace(declared_);
+    }
+    return matches_.has_value();
+}
+
+int RuleLookups::CountFriendsNamed(const VELDyadContext& context, const VELUnicodeString& name) {
+    const VELListPtrVELDyadContext& friends = ContextAccess::VisitFriends(context);
+    if (name.IsEmpty())
+        return 0;
+    if (friends.Size() < SortFrom)
+        return CountInList(friends, name);
+    const ContextsByName& sorted = SortedFriends(context, friends);
+    const auto [first, last] =
+        std::equal_range(sorted.begin(), sorted.end(), name.AsView(), ByName());
+    return static_cast<int>(last - first);
+}
+
+const RuleLookups::ContextsByName&
+RuleLookups::SortedFriends(const VELDyadContext& context, const VELListPtrVELDyadContext& friends) {
+    const auto [place, isNew] = sortedFriends_.try_emplace(&context);
+    ContextsByName& sorted = place->second;
+    if (!isNew)
+        return sorted;
+    sorted.reserve(static_cast<std::size_t>(friends.Size()));
+    for (int pos = 1; pos <= friends.Size(); ++pos) {
+        if (friends[pos] != nullptr)
+            sorted.push_back(friends[pos]);
+    }
+    std::sort(sorted.begin(), sorted.end(), ByName());
+    return sorted;
+}
+
+VELDyadContext* FindLaterNamesake(const VELListPtrVELDyadContext& declared, CollectorIndex& index,
+                                  const VELUnicodeString& name, int after) noexcept {
+    after = std::max(after, 0);
+    if (after >= declared.Size())
+        return nullptr;
+    try {
+        const int found = index.PositionOfName(declared, name, after);
+        return found == 0 ? nullptr : declared[found];
+    } catch (const std::bad_alloc&) {
+        for (int pos = after + 1; pos <= declared.Size(); ++pos) {
+            if (declared[pos] != nullptr && declared[pos]->GetName() == name)
+                return declared[pos];
+        }
+    }
+    return nullptr;
+}
+
+} // namespace dyadctx

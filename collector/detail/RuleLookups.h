@@ -1,0 +1,59 @@
+// What the rules ask about the contexts round the one they look at.
+//
+// Answers are remembered for the contexts as they are, so an object of this class lives no longer
+// than one check.
+#pragma once
+
+#include "collector/VELDyadCtxCollector.h"
+#include "collector/detail/CollectorIndex.h"
+#include "collector/detail/DatabaseMatches.h"
+
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+namespace dyadctx {
+
+// How much one check looks at: a single context, which need not be a declared one, or every
+// declared context at its own position.
+enum class CheckExtent { OneContext, AllContexts };
+
+class RuleLookups {
+public:
+    RuleLookups(VELDyadCtxCollector& collector, const VELListPtrVELDyadContext& declared,
+                CollectorIndex& index, CheckExtent extent)
+        : collector_(collector), declared_(declared), index_(index), extent_(extent) {}
+
+    // Whether contexts may have that parameter type now.
+    bool IsKnownType(const VELUnicodeString& parameterType);
+    // The first declared context of that name behind position `after`, or null. When all contexts
+    // are looked at, `name` is that of the context at `after`.
+    VELDyadContext* LaterNamesake(const VELUnicodeString& name, int after);
+    // The first declared context on the same database behind position `after`, or null.
+    VELDyadContext* LaterOnSameDatabase(VELDyadContext* context, int after);
+    // How many friends of `context` have that name; an empty name counts for nothing.
+    int CountFriendsNamed(const VELDyadContext& context, const VELUnicodeString& name);
+
+private:
+    using ContextsByName = std::vector<const VELDyadContext*>;
+
+    const ContextsByName& SortedFriends(const VELDyadContext& context,
+                                        const VELListPtrVELDyadContext& friends);
+    bool UseDatabaseMatches();
+
+    VELDyadCtxCollector& collector_;
+    const VELListPtrVELDyadContext& declared_;
+    CollectorIndex& index_;
+    CheckExtent extent_;
+    VELListValVELUnicodeString knownTypes_;
+    std::unordered_map<const VELDyadContext*, ContextsByName> sortedFriends_;
+    bool matchesTried_ = false;
+    std::optional<DatabaseMatches> matches_;
+};
+
+// The first context of `declared` behind position `after` with that name, or null. Needs no memory:
+// where `index` cannot get any, the list is searched.
+VELDyadContext* FindLaterNamesake(const VELListPtrVELDyadContext& declared, CollectorIndex& index,
+                                  const VELUnicodeString& name, int after) noexcept;
+
+} // namespace dyadctx

@@ -1,0 +1,51 @@
+#include "platform/detail/DomArena.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace dyadctx {
+
+namespace {
+
+// Small documents stay small; large ones need few calls of the allocator.
+constexpr std::size_t FirstChunk = 4096 - 64;
+constexpr std::size_t LargestChunk = 1024 * 1024;
+
+} // namespace
+
+const char* DomArena::CopyBytes(std::string_view bytes) {
+    char* copy = static_cast<char*>(Allocate(bytes.size()));
+    if (!bytes.empty())
+        std::memcpy(copy, bytes.data(), bytes.size());
+    return copy;
+}
+
+bool DomArena::Extend(void* block, std::size_t size, std::size_t newSize) noexcept {
+    if (block == nullptr || static_cast<char*>(block) + size != next_ || newSize - size > left_)
+        return false;
+    next_ += newSize - size;
+    left_ -= newSize - size;
+    return true;
+}
+
+void* DomArena::AllocateChunkFor(std::size_t size) {
+    const std::size_t nextSize =
+        chunkSize_ == 0 ? FirstChunk : std::min(2 * chunkSize_, LargestChunk);
+    // A large block gets a chunk of its own, so that the rest of the open one is not lost.
+    if (size > nextSize / 4)
+        return AddChunk(size);
+    char* chunk = AddChunk(nextSize);
+    chunkSize_ = nextSize;
+    next_ = chunk + size;
+    left_ = nextSize - size;
+    return chunk;
+}
+
+char* DomArena::AddChunk(std::size_t size) {
+    auto chunk = std::make_unique_for_overwrite<char[]>(size);
+    chunks_.push_back(std::move(chunk));
+    return chunks_.back().get();
+}
+
+} // namespace dyadctx

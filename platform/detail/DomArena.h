@@ -1,0 +1,49 @@
+// Memory of one document: handed out in pieces, freed all at once.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace dyadctx {
+
+// Either all blocks of an arena are arrays of 8-byte aligned objects or all are bytes, so no room
+// is spent on alignment. Asking for memory that cannot be had throws std::bad_alloc and changes
+// nothing.
+class DomArena {
+public:
+    DomArena() = default;
+    DomArena(const DomArena&) = delete;
+    DomArena& operator=(const DomArena&) = delete;
+
+    template<class T>
+    T* AllocateArray(std::size_t count) {
+        static_assert(alignof(T) <= 8 && sizeof(T) % 8 == 0);
+        return static_cast<T*>(Allocate(count * sizeof(T)));
+    }
+
+    const char* CopyBytes(std::string_view bytes);
+
+    // Makes a block longer where it stands. False when something follows it or no room is left.
+    bool Extend(void* block, std::size_t size, std::size_t newSize) noexcept;
+
+private:
+    void* Allocate(std::size_t size) {
+        if (size > left_)
+            return AllocateChunkFor(size);
+        char* block = next_;
+        next_ += size;
+        left_ -= size;
+        return block;
+    }
+    void* AllocateChunkFor(std::size_t size);
+    char* AddChunk(std::size_t size);
+
+    std::vector<std::unique_ptr<char[]>> chunks_;
+    char* next_ = nullptr;
+    std::size_t left_ = 0;
+    std::size_t chunkSize_ = 0;
+};
+
+} // namespace dyadctx

@@ -1,0 +1,225 @@
+#include "platform/detail/DomDocument.h"
+
+#include "platform/detail/XmlCharacters.h"
+
+#include <algorithm>
+#include <bit>
+#include <limits>
+#include <new>
+#include <vector>
+
+namespace dyadctx {
+
+namespace {
+
+std::uint32_t Capacity(std::uint32_t count, bool grown) noexcept {
+    constexpr std::uint32_t Smallest = 4;
+    return grown ? std::max(Smallest, std::bit_ceil(count)) : count;
+}
+
+bool IsSelfOrAncestor(const DomNode& candidate, const DomNode& node) noexcept {
+    // Without children it is nobody's ancestor, which keeps building from the top down cheap.
+    if (candidate.childCount == 0)
+        return &candidate == &node;
+    // Above a node that was read stand only nodes that were read, and these are all attached.
+    const DomNode* above = &node;
+    while (above != nullptr && above != &candidate)
+        above = above->Is(DomNode::Created) ? above->origin.parent : nullptr;
+    return above != nullptr;
+}
+
+// Walks the elements below one element in document order.
+class Descendants {
+public:
+    explicit Descendants(const DomNode& top) { Enter(top); }
+
+    // Null after the last one.
+    DomNode* Next() {
+        while (!open_.empty()) {
+            Siblings& siblings = open_.back();
+            if (siblings.next == siblings.end) {
+                open_.pop_back();
+                continue;
+            }
+            DomNode* node = *siblings.next++;
+            if (node == nullptr)
+                continue;
+            if (node->childCount > 0)
+                Enter(*node);
+            return node;
+        }
+        return nullptr;
+    }
+
+private:
+    struct Siblings {
+        DomNode* const* next;
+        DomNode* const* end;
+    };
+
+    void Enter(const DomNode& node) {
+        open_.push_back({node.children, node.children + node.childCount});
+    }
+
+    std::vector<Siblings> open_;
+};
+
+} // namespace
+
+const DomAttribute* DomDocument::FindAttribute(const DomNode& node,
+                                               std::string_view name) const noexcept {
+    const std::uint32_t id = names_.Find(name);
+    return id != DomNames::None ? FindAttribute(node, id) : nullptr;
+}
+
+DomAttribute* DomDocument::FindAttribute(const DomNode& node, std::uint32_t name) const noexcept {
+    DomAttribute* end = node.attributes + node.attributeCount;
+    DomAttribute* found = std::find_if(node.attributes, end, [name](const DomAttribute& attribute) {
+        return attribute.name == name;
+    });
+    return found != end ? found : nullptr;
+}
+
+DomNodeSpan DomDocument::ElementsByTagName(const DomNode& node, std::string_view name, int atMost) {
+    const std::uint32_t id = names_.Find(name);
+    if (id == DomNames::None)
+        return {};
+    // Once all elements of that name are found, the rest of the tree need not be walked.
+    std::uint64_t wanted = names_.Elements(id);
+    if (atMost > 0)
+        wanted = std::min(wanted, static_cast<std::uint64_t>(atMost));
+    std::vector<DomNode*> found;
+    Descendants descendants(node);
+    while (found.size() < wanted) {
+        DomNode* next = descendants.Next();
+        if (next == nullptr)
+            break;
+        if (next->name == id)
+            found.push_back(next);
+    }
+    if (found.empty())
+        return {};
+    DomNode** nodes = nodes_.AllocateArray<DomNode*>(found.size());
+    std::copy(found.begin(), found.end(), nodes);
+    return {nodes, static_cast<std::uint32_t>(found.size())};
+}
+
+DomNode* DomDocument::CreateElement(std::string_view name) {
+    const std::uint32_t id = InternValid(name);
+    if (id == DomNames::None)
+        return nullptr;
+    DomNode* node = NewElement(id);
+    node->flags = DomNode::Created;
+    node->origin.parent = nullptr;
+    return node;
+}
+
+bool DomDocument::SetAttribute(DomNode& node, std::string_view name, std::string_view value) {
+    const std::uint32_t id = InternValid(name);
+    if (id == DomNames::None || value.size() > std::numeric_limits<std::uint32_t>::max())
+        return false;
+    if (DomAttribute* known = FindAttribute(node, id); known != nullptr) {
+        SetValue(*known, value);
+        return true;
+    }
+    DomAttribute added{id, 0, {}};
+    SetValue(added, value);
+    node.attributes =
+        WithRoomForOneMore(node.attributes, node.attributeCount, node.Is(DomNode::GrownAttributes));
+    node.flags |= DomNode::GrownAttributes;
+    node.attributes[node.attributeCount++] = added;
+    return true;
+}
+
+bool DomDocument::AppendChild(DomNode& parent, DomNode& child) {
+    if (child.Is(DomNode::Attached) || IsSelfOrAncestor(child, parent))
+        return false;
+    parent.children =
+        WithRoomForOneMore(parent.children, parent.childCount, parent.Is(DomNode::GrownChildren));
+    parent.flags |= DomNode::GrownChildren;
+    parent.children[parent.childCount++] = &child;
+    child.flags |= DomNode::Attached;
+    child.origin.parent = &parent;
+    return true;
+}
+
+bool DomDocument::AppendRoot(DomNode& root) noexcept {
+    if (root_ != nullptr || root.Is(DomNode::Attached))
+        return false;
+    root.flags |= DomNode::Attached;
+    root_ = &root;
+    return true;
+}
+
+DomNode* DomDocument::AddReadElement(const char* name, const char* const* attributes,
+                                     DomPosition position) {
+    std::uint32_t count = 0;
+    while (attributes[2 * count] != nullptr)
+        ++count;
+    DomNode* node = NewElement(names_.Intern(name));
+    node->flags = DomNode::Attached;
+    node->origin.position = position;
+    if (count > 0)
+        node->attributes = nodes_.AllocateArray<DomAttribute>(count);
+    for (; node->attributeCount < count; ++node->attributeCount) {
+        const char* const* pair = attributes + 2 * node->attributeCount;
+        DomAttribute* attribute = node->attributes + node->attributeCount;
+        attribute->name = names_.Intern(pair[0]);
+        SetValue(*attribute, pair[1]);
+    }
+    if (root_ == nullptr)
+        root_ = node;
+    return node;
+}
+
+void DomDocument::SetReadChildren(DomNode& node, DomNode* const* children, std::uint32_t count) {
+    if (count == 0)
+        return;
+    node.children = nodes_.AllocateArray<DomNode*>(count);
+    std::copy_n(children, count, node.children);
+    node.childCount = count;
+}
+
+DomNode* DomDocument::NewElement(std::uint32_t name) {
+    // Two tags and the indentation of a usual depth.
+    constexpr std::size_t Marks = 20;
+    DomNode* node = ::new (nodes_.AllocateArray<DomNode>(1)) DomNode();
+    node->name = name;
+    names_.CountElement(name);
+    estimatedTextSize_ += 2 * names_.Text(name).size() + Marks;
+    return node;
+}
+
+// Every name in the table is valid, so only a new one is looked at.
+std::uint32_t DomDocument::InternValid(std::string_view name) {
+    const std::uint32_t known = names_.Find(name);
+    if (known != DomNames::None)
+        return known;
+    return IsXmlName(name) ? names_.Intern(name) : DomNames::None;
+}
+
+void DomDocument::SetValue(DomAttribute& attribute, std::string_view value) {
+    if (value.size() > sizeof attribute.shortBytes)
+        attribute.bytes = bytes_.CopyBytes(value);
+    else if (!value.empty())
+        std::memcpy(attribute.shortBytes, value.data(), value.size());
+    attribute.length = static_cast<std::uint32_t>(value.size());
+    // Blank, equals sign and quotes.
+    constexpr std::size_t Marks = 4;
+    estimatedTextSize_ += names_.Text(attribute.name).size() + value.size() + Marks;
+}
+
+template<class T>
+T* DomDocument::WithRoomForOneMore(T* items, std::uint32_t count, bool grown) {
+    const std::uint32_t capacity = Capacity(count, grown);
+    if (count < capacity)
+        return items;
+    const std::uint32_t wanted = Capacity(count + 1, true);
+    if (nodes_.Extend(items, capacity * sizeof(T), wanted * sizeof(T)))
+        return items;
+    T* room = nodes_.AllocateArray<T>(wanted);
+    std::copy_n(items, count, room);
+    return room;
+}
+
+} // namespace dyadctx

@@ -1,0 +1,117 @@
+// The tree behind the handles of platform/VELIXMLDOM.h.
+//
+// Everything lies in the document's arenas and goes with it. An entry of a child list is null for a
+// child that is not an element. Operations that need memory they cannot get throw std::bad_alloc
+// and leave the tree as it was.
+#pragma once
+
+#include "platform/detail/DomArena.h"
+#include "platform/detail/DomNames.h"
+
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+namespace dyadctx {
+
+// Line and column in a file, from 1; 0 when there is none.
+struct DomPosition {
+    std::uint32_t line = 0;
+    std::uint32_t column = 0;
+};
+
+struct DomAttribute {
+    std::uint32_t name;
+    std::uint32_t length;
+    // Values as short as most types, roles and ports need no memory of their own.
+    union {
+        const char* bytes;
+        char shortBytes[sizeof(const char*)];
+    };
+
+    bool IsShort() const noexcept { return length <= sizeof shortBytes; }
+    std::string_view Value() const noexcept { return {IsShort() ? shortBytes : bytes, length}; }
+};
+
+struct DomNode {
+    enum Flag : std::uint32_t {
+        // Made by CreateElement, so it has a parent pointer and no position.
+        Created = 1,
+        // Has a parent or is the document element.
+        Attached = 2,
+        // A list that has grown has room up to a power of two, one that was read has none.
+        GrownAttributes = 4,
+        GrownChildren = 8,
+    };
+
+    DomAttribute* attributes = nullptr;
+    DomNode** children = nullptr;
+    std::uint32_t attributeCount = 0;
+    std::uint32_t childCount = 0;
+    std::uint32_t name = DomNames::None;
+    std::uint32_t flags = 0;
+    union Origin {
+        DomPosition position{};
+        DomNode* parent;
+    } origin;
+
+    bool Is(Flag flag) const noexcept { return (flags & flag) != 0; }
+    DomPosition Position() const noexcept { return Is(Created) ? DomPosition{} : origin.position; }
+};
+
+// A list of nodes that lies in an arena.
+struct DomNodeSpan {
+    DomNode* const* nodes = nullptr;
+    std::uint32_t length = 0;
+};
+
+class DomDocument {
+public:
+    // Handles are counted without locks: a document belongs to one thread at a time.
+    void AddReference() noexcept { ++references_; }
+    void Release() noexcept {
+        if (--references_ == 0)
+            delete this;
+    }
+
+    const DomNames& Names() const noexcept { return names_; }
+    DomNode* Root() const noexcept { return root_; }
+    std::string_view TagName(const DomNode& node) const noexcept { return names_.Text(node.name); }
+    // About how long the document is as text, to set memory aside in one go.
+    std::size_t EstimatedTextSize() const noexcept { return estimatedTextSize_; }
+
+    // Null when there is none.
+    const DomAttribute* FindAttribute(const DomNode& node, std::string_view name) const noexcept;
+    // The descendants of that name in document order; at most `atMost` when that is above 0.
+    DomNodeSpan ElementsByTagName(const DomNode& node, std::string_view name, int atMost);
+
+    // Making a document. Null or false for an invalid name, for a child that has a parent already,
+    // and for a child that would be its own descendant.
+    DomNode* CreateElement(std::string_view name);
+    bool SetAttribute(DomNode& node, std::string_view name, std::string_view value);
+    bool AppendChild(DomNode& parent, DomNode& child);
+    bool AppendRoot(DomNode& root) noexcept;
+
+    // Reading a document: an element whose name and attributes, name and value in turn up to a null
+    // pointer, are known to be valid. The first one is the document element.
+    DomNode* AddReadElement(const char* name, const char* const* attributes, DomPosition position);
+    void SetReadChildren(DomNode& node, DomNode* const* children, std::uint32_t count);
+
+private:
+    std::uint32_t InternValid(std::string_view name);
+    DomNode* NewElement(std::uint32_t name);
+    void SetValue(DomAttribute& attribute, std::string_view value);
+    DomAttribute* FindAttribute(const DomNode& node, std::uint32_t name) const noexcept;
+    template<class T>
+    T* WithRoomForOneMore(T* items, std::uint32_t count, bool grown);
+
+    DomArena nodes_;
+    DomArena bytes_;
+    DomNames names_;
+    DomNode* root_ = nullptr;
+    std::size_t estimatedTextSize_ = 0;
+    std::size_t references_ = 0;
+};
+
+} // namespace dyadctx

@@ -1,0 +1,47 @@
+// The element and attribute names of one document, each kept once and known by a small number.
+#pragma once
+
+#include "platform/detail/DomArena.h"
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <string_view>
+#include <vector>
+
+namespace dyadctx {
+
+class DomNames {
+public:
+    // No name has this number.
+    static constexpr std::uint32_t None = 0;
+
+    DomNames();
+
+    // The number of a name, which is new or known.
+    std::uint32_t Intern(std::string_view name);
+    // The number of a known name, else None.
+    std::uint32_t Find(std::string_view name) const noexcept;
+    std::string_view Text(std::uint32_t id) const noexcept { return names_[id].text; }
+
+    // How many elements of that name there are, whether they hang in the tree or not.
+    std::uint64_t Elements(std::uint32_t id) const noexcept { return names_[id].elements; }
+    void CountElement(std::uint32_t id) noexcept { ++names_[id].elements; }
+
+private:
+    struct Name {
+        std::string_view text;
+        std::uint64_t elements = 0;
+    };
+
+    static constexpr std::size_t RecentCount = 256;
+    static std::size_t RecentSlot(std::string_view name) noexcept;
+
+    DomArena bytes_;
+    std::vector<Name> names_;
+    std::map<std::string_view, std::uint32_t> index_;
+    // A document uses few names over and over; the one last seen in a slot is tried first.
+    mutable std::array<std::uint32_t, RecentCount> recent_{};
+};
+
+} // namespace dyadctx

@@ -1,0 +1,45 @@
+// Puts a document together from what a parser meets in the file, in its order.
+#pragma once
+
+#include "platform/detail/DomDocument.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace dyadctx {
+
+// Operations that need memory they cannot get throw std::bad_alloc; the document is then of no use.
+class DomTreeBuilder {
+public:
+    explicit DomTreeBuilder(DomDocument& document) noexcept : document_(document) {}
+
+    // The number of elements that are open.
+    std::size_t Depth() const noexcept { return open_.size(); }
+
+    // `attributes` as for DomDocument::AddReadElement.
+    void StartElement(const char* name, const char* const* attributes, DomPosition position);
+    void EndElement();
+    // A piece of text; pieces that follow each other are one child.
+    void Text();
+    // A comment or processing instruction. Outside the document element it is nobody's child.
+    void Other();
+    // A CDATA section is one child, whatever text it holds.
+    void StartSection();
+    void EndSection() noexcept { text_ = NoText; }
+
+private:
+    enum TextState { NoText, InText, InSection };
+
+    struct OpenElement {
+        DomNode* node;
+        std::size_t firstChild;
+    };
+
+    DomDocument& document_;
+    std::vector<OpenElement> open_;
+    // The children of all open elements so far, those of the innermost one last.
+    std::vector<DomNode*> children_;
+    TextState text_ = NoText;
+};
+
+} // namespace dyadctx

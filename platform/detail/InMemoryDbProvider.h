@@ -1,0 +1,56 @@
+// The built-in database provider: a connector name and server details, held in memory.
+//
+// A provider's data are immutable once set and shared by all its clones; a setter gives its own
+// provider new data and leaves the others alone. Providers with the same keys in a row share these.
+#pragma once
+
+#include "platform/VELIDyadDbProvider.h"
+#include "platform/detail/ProviderData.h"
+
+#include <string>
+
+namespace dyadctx {
+
+class InMemoryDbProvider final : public VELIDyadDbProvider {
+public:
+    // Empty name, no details.
+    InMemoryDbProvider() noexcept = default;
+    // A provider equal to this one, without reference yet; null without memory.
+    InMemoryDbProvider* Clone() const noexcept;
+
+    // The built-in provider behind a handle; null for a null handle and for a host's provider.
+    static const InMemoryDbProvider* From(const VELIDyadDbProvider_var& provider) noexcept;
+
+    // All operations answer E_FAIL without the memory they need; nothing has then changed.
+    VELResult GetName(VELUnicodeString& name) override;
+    // The same: equal names, and equal details key by key. A missing key counts as an empty value,
+    // and of two details with one key the first counts. No provider of another type is the same.
+    VELResult IsSame(const VELIDyadDbProvider_var& other, bool& same) override;
+    VELResult SetConnectorName(const VELUnicodeString& name) override;
+    // E_FAIL for lists of different sizes.
+    VELResult SetServerDetails(const VELListValVELUnicodeString& keys,
+                               const VELListValVELUnicodeString& values) override;
+    VELResult GetServerDetails(VELListValVELUnicodeString& keys,
+                               VELListValVELUnicodeString& values) override;
+
+    // Adds a text that is equal for two built-in providers exactly when they are the same. False
+    // without memory; `identity` is then as before.
+    bool AppendIdentity(std::string& identity) const noexcept;
+
+private:
+    explicit InMemoryDbProvider(SharedRef<ProviderData> data) noexcept : data_(std::move(data)) {}
+    ~InMemoryDbProvider() override = default;
+
+    std::string_view Name() const noexcept;
+
+    // Null stands for an empty name and no details.
+    SharedRef<ProviderData> data_;
+};
+
+// A context file may bring a million of them.
+static_assert(sizeof(InMemoryDbProvider) <= 32);
+
+// Whether VELDyadDbProviderServices makes built-in providers, so that no host code takes part.
+bool IsBuiltInFactoryActive() noexcept;
+
+} // namespace dyadctx

@@ -1,0 +1,70 @@
+#include "platform/detail/MessageTexts.h"
+
+#include "platform/detail/EmbeddedCatalogs.h"
+#include "platform/detail/FileReader.h"
+
+#include <utility>
+
+namespace dyadctx {
+
+namespace {
+
+// Far above any real catalog, and little enough to read whatever a file holds.
+constexpr std::size_t LargestFile = std::size_t{1} << 20U;
+
+// The bytes of a file; none when it cannot be read or is too large.
+std::vector<unsigned char> ReadSmallFile(const VELUnicodeString& path) {
+    FileReader file;
+    if (!file.Open(path) || file.Size() > LargestFile)
+        return {};
+    std::vector<unsigned char> bytes(static_cast<std::size_t>(file.Size()));
+    std::size_t filled = 0;
+    while (filled < bytes.size()) {
+        const std::int64_t got = file.Read(bytes.data() + filled, bytes.size() - filled);
+        if (got <= 0)
+            break;
+        filled += static_cast<std::size_t>(got);
+    }
+    bytes.resize(filled);
+    return bytes;
+}
+
+} // namespace
+
+MessageTexts::MessageTexts(const std::vector<std::string>& languages,
+                           const VELUnicodeString& folder) {
+    for (const std::string& language : languages) {
+        if (!folder.IsEmpty())
+            AddOverride(folder, language);
+        AddEmbedded(language);
+    }
+}
+
+void MessageTexts::AddOverride(const VELUnicodeString& folder, const std::string& language) {
+    VELUnicodeString path(folder);
+    path.Append("/").Append(EmbeddedCatalogName());
+    path.Append(".").Append(std::string_view(language)).Append(".mo");
+    std::vector<unsigned char> image = ReadSmallFile(path);
+    if (image.empty())
+        return;
+    // The bytes stay where they are when the vector that owns them moves.
+    images_.push_back(std::move(image));
+    catalogs_.emplace_back(images_.back());
+}
+
+void MessageTexts::AddEmbedded(const std::string& language) {
+    for (const EmbeddedCatalog& embedded : EmbeddedCatalogs()) {
+        if (embedded.language == language)
+            catalogs_.emplace_back(embedded.image);
+    }
+}
+
+std::optional<std::string_view> MessageTexts::Find(std::string_view key) const {
+    for (const MoCatalog& catalog : catalogs_) {
+        if (const auto text = catalog.Find(key))
+            return text;
+    }
+    return std::nullopt;
+}
+
+} // namespace dyadctx

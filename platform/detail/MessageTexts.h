@@ -1,0 +1,35 @@
+// The message texts of one language choice: overriding files first, then the embedded catalog, per
+// language from the best to English.
+#pragma once
+
+#include "platform/VELUnicodeString.h"
+#include "platform/detail/MoCatalog.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace dyadctx {
+
+class MessageTexts {
+public:
+    // Reads <catalog>.<language>.mo from the folder for each language; an empty folder means none.
+    // A file that is missing, too large, damaged or not a regular file overrides nothing.
+    MessageTexts(const std::vector<std::string>& languages, const VELUnicodeString& folder);
+    MessageTexts(const MessageTexts&) = delete;
+    MessageTexts& operator=(const MessageTexts&) = delete;
+
+    // Valid as long as this object.
+    std::optional<std::string_view> Find(std::string_view key) const;
+
+private:
+    void AddOverride(const VELUnicodeString& folder, const std::string& language);
+    void AddEmbedded(const std::string& language);
+
+    // What the catalogs from files refer to.
+    std::vector<std::vector<unsigned char>> images_;
+    std::vector<MoCatalog> catalogs_;
+};
+
+} // namespace dyadctx

@@ -1,0 +1,120 @@
+#include "platform/VELMsgCatalog.h"
+
+#include "platform/VELEnvironment.h"
+#include "platform/detail/EmbeddedCatalogs.h"
+#include "platform/detail/MessageLanguage.h"
+#include "platform/detail/MessagePlaceholders.h"
+#include "platform/detail/MessageTexts.h"
+
+#include <atomic>
+#include <exception>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <utility>
+
+namespace {
+
+using dyadctx::MessageTexts;
+
+// Nothing here may depend on the order in which files are initialised: a message can be asked for
+// while other static objects are made.
+constinit std::atomic<VELMsgCatalogSource*> hostSource{nullptr};
+constinit std::mutex textsMutex;
+constinit std::shared_ptr<const MessageTexts> currentTexts;
+
+std::shared_ptr<const MessageTexts> LoadTexts(const std::string& languageTag) {
+    const VELUnicodeString folder(VELGetEnv("VELMessageCatalogPath"));
+    return std::make_shared<const MessageTexts>(dyadctx::LanguagesFor(languageTag), folder);
+}
+
+std::shared_ptr<const MessageTexts> CurrentTexts() {
+    const std::lock_guard lock(textsMutex);
+    if (!currentTexts)
+        currentTexts = LoadTexts(dyadctx::RequestedLanguage());
+    return currentTexts;
+}
+
+// The built-in text, filled; nothing for an unknown catalog or key.
+std::optional<VELUnicodeString> BuildBuiltIn(const VELString& catalog, const VELString& key,
+                                             const VELUnicodeString* parameters, int count) {
+    if (catalog.AsView() != dyadctx::EmbeddedCatalogName())
+        return std::nullopt;
+    const std::shared_ptr<const MessageTexts> texts = CurrentTexts();
+    const auto text = texts->Find(key.AsView());
+    if (!text)
+        return std::nullopt;
+    return dyadctx::FillPlaceholders(*text, parameters, count);
+}
+
+// The host's text; nothing when it does not know the key or fails.
+std::optional<VELUnicodeString> BuildFromHost(VELMsgCatalogSource& source, const VELString& catalog,
+                                              const VELString& key,
+                                              const VELUnicodeString* parameters, int count) {
+    try {
+        VELUnicodeString text;
+        // A host may trust the count, so it never comes without the parameters.
+        const int safeCount = parameters != nullptr && count > 0 ? count : 0;
+        if (source.Build(catalog, key, parameters, safeCount, text) < 0)
+            return std::nullopt;
+        return text;
+    } catch (...) {
+        return std::nullopt;
+    }
+}
+
+class BuiltInCatalog final : public VELMsgCatalogSource {
+    VELResult Build(const VELString& catalog, const VELString& key,
+                    const VELUnicodeString* parameters, int count,
+                    VELUnicodeString& text) override {
+        try {
+            auto built = BuildBuiltIn(catalog, key, parameters, count);
+            if (!built)
+                return E_FAIL;
+            text = std::move(*built);
+            return S_OK;
+        } catch (const std::exception&) {
+            return E_FAIL;
+        }
+    }
+};
+
+constinit BuiltInCatalog builtInCatalog;
+
+} // namespace
+
+VELMsgCatalogSource::~VELMsgCatalogSource() = default;
+
+VELUnicodeString VELMsgCatalog::BuildMessage(const VELString& catalog, const VELString& key,
+                                             const VELUnicodeString* parameters, int count,
+                                             const VELUnicodeString& defaultText,
+                                             const void* /*unused*/) {
+    try {
+        VELMsgCatalogSource* host = hostSource.load();
+        auto text = host != nullptr ? BuildFromHost(*host, catalog, key, parameters, count)
+                                    : BuildBuiltIn(catalog, key, parameters, count);
+        if (text)
+            return std::move(*text);
+        return defaultText;
+    } catch (const std::exception&) {
+        return {};
+    }
+}
+
+VELMsgCatalogSource* VELMsgCatalog::SetSource(VELMsgCatalogSource* source) noexcept {
+    return hostSource.exchange(source);
+}
+
+VELMsgCatalogSource& VELMsgCatalog::BuiltInSource() noexcept {
+    return builtInCatalog;
+}
+
+void VELMsgCatalog::SetLanguage(const char* tag) {
+    try {
+        auto texts = LoadTexts(tag != nullptr ? tag : dyadctx::RequestedLanguage());
+        const std::lock_guard lock(textsMutex);
+        currentTexts.swap(texts);
+    } catch (const std::exception&) {
+        // The language stays as it was.
+    }
+}

@@ -1,0 +1,62 @@
+#include "platform/detail/XmlCharacters.h"
+
+#include <algorithm>
+#include <expat.h>
+#include <memory>
+#include <new>
+#include <string>
+
+namespace dyadctx {
+
+namespace {
+
+bool IsAscii(char c) noexcept {
+    return static_cast<unsigned char>(c) < 0x80;
+}
+
+bool IsNameStart(char c) noexcept {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == ':';
+}
+
+bool IsNamePart(char c) noexcept {
+    return IsNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.';
+}
+
+// The tables of letters beyond ASCII are the parser's own: what it would not read is no name.
+bool IsNameForParser(std::string_view name) {
+    const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(
+        XML_ParserCreate("UTF-8"), XML_ParserFree);
+    if (parser == nullptr)
+        throw std::bad_alloc();
+    const std::string element = std::string("<").append(name).append("/>");
+    const XML_Status status =
+        XML_Parse(parser.get(), element.data(), static_cast<int>(element.size()), XML_TRUE);
+    if (status != XML_STATUS_OK && XML_GetErrorCode(parser.get()) == XML_ERROR_NO_MEMORY)
+        throw std::bad_alloc();
+    return status == XML_STATUS_OK;
+}
+
+} // namespace
+
+bool IsXmlName(std::string_view name) {
+    constexpr std::size_t Longest = 1U << 20U;
+    if (name.empty() || name.size() > Longest)
+        return false;
+    if (IsAscii(name.front()) && !IsNameStart(name.front()))
+        return false;
+    // Only letters beyond ASCII are left to the parser, so nothing in the name can be markup.
+    const bool asciiIsFine =
+        std::all_of(name.begin(), name.end(), [](char c) { return !IsAscii(c) || IsNamePart(c); });
+    if (!asciiIsFine || std::all_of(name.begin(), name.end(), IsAscii))
+        return asciiIsFine;
+    return IsNameForParser(name);
+}
+
+bool IsXmlCharacter(std::string_view character) noexcept {
+    const auto lead = static_cast<unsigned char>(character.front());
+    if (character.size() == 1)
+        return lead < 0x80 && (lead >= 0x20 || lead == '\t' || lead == '\n' || lead == '\r');
+    return character != "\xEF\xBF\xBE" && character != "\xEF\xBF\xBF";
+}
+
+} // namespace dyadctx

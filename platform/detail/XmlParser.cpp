@@ -1,0 +1,198 @@
+#include "platform/detail/XmlParser.h"
+
+#include "platform/detail/DomFaults.h"
+#include "platform/detail/DomTreeBuilder.h"
+#include "platform/detail/XmlPositions.h"
+#include "platform/detail/XmlReasons.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+#include <expat.h>
+#include <new>
+
+namespace dyadctx {
+
+namespace {
+
+constexpr std::size_t DeepestNesting = 5000;
+constexpr std::size_t UsualBuffer = 256 * 1024;
+constexpr std::size_t LargestBuffer = INT_MAX / 2 + 1;
+
+void* AllocateForParser(std::size_t size) {
+    return TakeDomFault(DomCall::ParserMemory) == DomFault::None ? std::malloc(size) : nullptr;
+}
+
+void* ReallocateForParser(void* block, std::size_t size) {
+    return TakeDomFault(DomCall::ParserMemory) == DomFault::None ? std::realloc(block, size)
+                                                                 : nullptr;
+}
+
+struct ParserFree {
+    void operator()(XML_Parser parser) const noexcept { XML_ParserFree(parser); }
+};
+using ParserHandle = std::unique_ptr<XML_ParserStruct, ParserFree>;
+
+ParserHandle CreateParser() {
+    const XML_Memory_Handling_Suite memory{AllocateForParser, ReallocateForParser, std::free};
+    ParserHandle parser(XML_ParserCreate_MM(nullptr, &memory, nullptr));
+    if (parser == nullptr)
+        throw std::bad_alloc();
+    return parser;
+}
+
+// One reading of one source.
+class Reading {
+public:
+    Reading(XmlSource& source, DomDocument& document)
+        : source_(source), parser_(CreateParser()), builder_(document) {
+        SetHandlers();
+    }
+
+    // False when the source holds no document; Failure() tells why.
+    bool Run();
+    const XmlFailure& Failure() const noexcept { return failure_; }
+
+private:
+    void SetHandlers() noexcept;
+    std::size_t Fill(char* buffer, std::size_t size);
+    bool ParsePiece(std::size_t size, bool isLast);
+    void Start(const char* name, const char* const* attributes);
+    void Stop(const char* reason) noexcept;
+    bool Refuse(const char* reason, DomPosition position) noexcept;
+    std::uint64_t Offset() const noexcept;
+
+    // Runs what a callback has to do. No exception may pass through the parser, and after a stop
+    // the parser may still deliver a last event.
+    template<class Action>
+    static void Handle(void* self, Action action) noexcept {
+        Reading& reading = *static_cast<Reading*>(self);
+        if (reading.isStopped_)
+            return;
+        try {
+            action(reading);
+        } catch (...) {
+            reading.Stop(NoMemoryReason);
+        }
+    }
+
+    XmlSource& source_;
+    ParserHandle parser_;
+    DomTreeBuilder builder_;
+    XmlPositions positions_;
+    bool isStopped_ = false;
+    bool isUnreadable_ = false;
+    XmlFailure failure_;
+};
+
+void Reading::SetHandlers() noexcept {
+    XML_Parser parser = parser_.get();
+    XML_SetUserData(parser, this);
+    XML_SetElementHandler(
+        parser,
+        [](void* self, const XML_Char* name, const XML_Char** attributes) {
+            Handle(self, [=](Reading& reading) { reading.Start(name, attributes); });
+        },
+        [](void* self, const XML_Char*) {
+            Handle(self, [](Reading& reading) { reading.builder_.EndElement(); });
+        });
+    XML_SetCharacterDataHandler(parser, [](void* self, const XML_Char*, int) {
+        Handle(self, [](Reading& reading) { reading.builder_.Text(); });
+    });
+    XML_SetCommentHandler(parser, [](void* self, const XML_Char*) {
+        Handle(self, [](Reading& reading) { reading.builder_.Other(); });
+    });
+    XML_SetProcessingInstructionHandler(parser, [](void* self, const XML_Char*, const XML_Char*) {
+        Handle(self, [](Reading& reading) { reading.builder_.Other(); });
+    });
+    XML_SetCdataSectionHandler(
+        parser,
+        [](void* self) { Handle(self, [](Reading& reading) { reading.builder_.StartSection(); }); },
+        [](void* self) { Handle(self, [](Reading& reading) { reading.builder_.EndSection(); }); });
+}
+
+bool Reading::Run() {
+    std::size_t size = UsualBuffer;
+    for (;;) {
+        void* buffer = XML_GetBuffer(parser_.get(), static_cast<int>(size));
+        if (buffer == nullptr)
+            return Refuse(NoMemoryReason, {});
+        const std::size_t got = Fill(static_cast<char*>(buffer), size);
+        if (isUnreadable_)
+            return Refuse(UnreadableReason, {});
+        positions_.Add(static_cast<const char*>(buffer), got);
+        const std::uint64_t before = Offset();
+        const bool isLast = got < size;
+        if (!ParsePiece(got, isLast))
+            return false;
+        if (isLast)
+            return true;
+        // A token that is still not complete is looked at again from its start. Ever larger pieces
+        // keep the total work in proportion to its length.
+        size = Offset() == before ? std::min(2 * size, LargestBuffer) : UsualBuffer;
+    }
+}
+
+std::size_t Reading::Fill(char* buffer, std::size_t size) {
+    std::size_t filled = 0;
+    while (filled < size) {
+        const std::int64_t got = source_.Read(buffer + filled, size - filled);
+        isUnreadable_ = got < 0;
+        if (got <= 0)
+            break;
+        filled += static_cast<std::size_t>(got);
+    }
+    return filled;
+}
+
+bool Reading::ParsePiece(std::size_t size, bool isLast) {
+    if (XML_ParseBuffer(parser_.get(), static_cast<int>(size), isLast) == XML_STATUS_OK)
+        return true;
+    if (isStopped_)
+        return false;
+    const XML_Error error = XML_GetErrorCode(parser_.get());
+    const bool isUnfinished = error == XML_ERROR_NO_ELEMENTS && builder_.Depth() > 0;
+    return Refuse(isUnfinished ? UnfinishedReason : ReasonFor(error), positions_.At(Offset()));
+}
+
+void Reading::Start(const char* name, const char* const* attributes) {
+    if (builder_.Depth() == DeepestNesting)
+        return Stop(TooDeepReason);
+    builder_.StartElement(name, attributes, positions_.At(Offset()));
+}
+
+void Reading::Stop(const char* reason) noexcept {
+    isStopped_ = true;
+    Refuse(reason, positions_.At(Offset()));
+    XML_StopParser(parser_.get(), XML_FALSE);
+}
+
+bool Reading::Refuse(const char* reason, DomPosition position) noexcept {
+    failure_ = {position, reason};
+    return false;
+}
+
+// Where the parser stands; within an entity, where the entity is used.
+std::uint64_t Reading::Offset() const noexcept {
+    const XML_Index index = XML_GetCurrentByteIndex(parser_.get());
+    return index > 0 ? static_cast<std::uint64_t>(index) : 0;
+}
+
+} // namespace
+
+XmlSource::~XmlSource() = default;
+
+std::unique_ptr<DomDocument> ParseXml(XmlSource& source, XmlFailure& failure) noexcept {
+    try {
+        auto document = std::make_unique<DomDocument>();
+        Reading reading(source, *document);
+        if (reading.Run())
+            return document;
+        failure = reading.Failure();
+    } catch (...) {
+        failure = {{}, NoMemoryReason};
+    }
+    return nullptr;
+}
+
+} // namespace dyadctx

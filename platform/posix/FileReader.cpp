@@ -1,0 +1,54 @@
+#include "platform/detail/FileReader.h"
+
+#include "platform/detail/NativePath.h"
+#include "platform/posix/Descriptor.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace dyadctx {
+
+namespace {
+
+// The most bytes one call asks the system for.
+constexpr std::size_t LargestRead = std::size_t{1} << 30;
+
+} // namespace
+
+FileReader::~FileReader() {
+    Close();
+}
+
+bool FileReader::Open(const VELUnicodeString& path) {
+    Close();
+    const auto native = NativePath(path.AsView());
+    struct stat status {};
+    // Looked at before it is opened: opening can already wake the other end of a FIFO or move a
+    // device. Looked at again afterwards, and opened without waiting, as it may change in between.
+    if (!native || stat(native->c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+        return false;
+    Descriptor file(open(native->c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    if (!file.IsOpen() || fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode))
+        return false;
+    size_ = static_cast<std::uint64_t>(status.st_size);
+    handle_ = file.Release();
+    return true;
+}
+
+std::int64_t FileReader::Read(void* buffer, std::size_t size) noexcept {
+    ssize_t got = -1;
+    do {
+        got = read(static_cast<int>(handle_), buffer, std::min(size, LargestRead));
+    } while (got < 0 && errno == EINTR);
+    return got;
+}
+
+void FileReader::Close() noexcept {
+    Descriptor closing(static_cast<int>(handle_));
+    handle_ = NoHandle;
+    size_ = 0;
+}
+
+} // namespace dyadctx

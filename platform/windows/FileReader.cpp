@@ -1,0 +1,58 @@
+#include "platform/detail/FileReader.h"
+
+#include "platform/VELFileSystem.h"
+#include "platform/windows/WindowsApi.h"
+
+#include <algorithm>
+
+namespace dyadctx {
+
+namespace {
+
+// The most bytes one call asks the system for.
+constexpr std::size_t LargestRead = std::size_t{1} << 30;
+
+HANDLE ToHandle(std::intptr_t value) noexcept {
+    return reinterpret_cast<HANDLE>(value);
+}
+
+} // namespace
+
+FileReader::~FileReader() {
+    Close();
+}
+
+bool FileReader::Open(const VELUnicodeString& path) {
+    Close();
+    VELFileInfo info;
+    const auto native = WidePath(path.AsView());
+    if (!native || VELGetFileInfo(path, info) != 0 || info.mode != VELFileInfo::RegularFile)
+        return false;
+    Handle file(CreateFileW(native->c_str(), GENERIC_READ,
+                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                            OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    LARGE_INTEGER size{};
+    if (!file.IsOpen() || GetFileType(file.Get()) != FILE_TYPE_DISK ||
+        GetFileSizeEx(file.Get(), &size) == 0)
+        return false;
+    size_ = static_cast<std::uint64_t>(size.QuadPart);
+    handle_ = reinterpret_cast<std::intptr_t>(file.Release());
+    return true;
+}
+
+std::int64_t FileReader::Read(void* buffer, std::size_t size) noexcept {
+    DWORD got = 0;
+    const auto wanted = static_cast<DWORD>(std::min(size, LargestRead));
+    if (handle_ == NoHandle || ::ReadFile(ToHandle(handle_), buffer, wanted, &got, nullptr) == 0)
+        return -1;
+    return static_cast<std::int64_t>(got);
+}
+
+void FileReader::Close() noexcept {
+    if (handle_ != NoHandle)
+        CloseHandle(ToHandle(handle_));
+    handle_ = NoHandle;
+    size_ = 0;
+}
+
+} // namespace dyadctx

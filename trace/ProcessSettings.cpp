@@ -1,0 +1,70 @@
+#include "trace/detail/ProcessSettings.h"
+
+#include "platform/VELEnvironment.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <exception>
+#include <limits>
+
+namespace dyadctx {
+
+namespace {
+
+constexpr const char* TracerVariable = "VELDyadCtxTracer";
+
+VELUnicodeString ReadText(const char* variable, const char* textWhenNotSet) noexcept {
+    const char* value = VELGetEnv(variable);
+    try {
+        return VELUnicodeString(value != nullptr ? value : textWhenNotSet);
+    } catch (const std::exception&) {
+        // Loading must not end the process; short of memory the setting counts as empty.
+        return {};
+    }
+}
+
+int ReadLeadingNumber(const char* variable) noexcept {
+    const char* value = VELGetEnv(variable);
+    if (value == nullptr)
+        return 0;
+    constexpr long lowest = std::numeric_limits<int>::min();
+    constexpr long highest = std::numeric_limits<int>::max();
+    // A number too large for an int must not come out as 0.
+    return static_cast<int>(std::clamp(std::strtol(value, nullptr, 10), lowest, highest));
+}
+
+// Read when the library is loaded, in this order, and never again. What they call uses no other
+// static object, so it does not matter which file is initialised first.
+const bool multisiteFlag = VELGetEnv("TE_MULTISITE_DBCONTEXT") != nullptr;
+const VELUnicodeString initSetting = ReadText("VELDyadCtxInit", "2");
+const VELUnicodeString outputSetting = ReadText("VELDyadCtxOut", "");
+const VELUnicodeString installationRoots = ReadText("VELInstallPath", "");
+const int tracerLevel = ReadLeadingNumber(TracerVariable);
+
+} // namespace
+
+bool MultisiteFlag() noexcept {
+    return multisiteFlag;
+}
+
+const VELUnicodeString& InitSetting() noexcept {
+    return initSetting;
+}
+
+const VELUnicodeString& OutputSetting() noexcept {
+    return outputSetting;
+}
+
+const VELUnicodeString& InstallationRoots() noexcept {
+    return installationRoots;
+}
+
+int TracerLevel() noexcept {
+    return tracerLevel;
+}
+
+bool IsTracerVariableSet() {
+    return VELGetEnv(TracerVariable) != nullptr;
+}
+
+} // namespace dyadctx

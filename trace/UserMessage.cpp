@@ -1,0 +1,28 @@
+#include "trace/detail/UserMessage.h"
+
+#include "platform/VELMsgCatalog.h"
+#include "trace/detail/MessageKeys.h"
+
+#include <exception>
+
+namespace dyadctx {
+
+VELUnicodeString CatalogText(const char* key, const VELUnicodeString* parameters, int count) {
+    try {
+        return VELMsgCatalog::BuildMessage(VELString(key::Catalog), VELString(key), parameters,
+                                           count, VELUnicodeString(), nullptr);
+    } catch (const std::exception&) {
+        return {};
+    }
+}
+
+void AppendCatalogText(VELUnicodeString& message, const char* key,
+                       const VELUnicodeString* parameters, int count, int newLine) {
+    // Whole before it is added: a parameter may be the message, and a failure must not leave half.
+    VELUnicodeString text = CatalogText(key, parameters, count);
+    if (newLine != 0)
+        text.Append("\n");
+    message.Append(text);
+}
+
+} // namespace dyadctx

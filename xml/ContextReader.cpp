@@ -1,0 +1,221 @@
+#include "xml/detail/ContextReader.h"
+
+#include "trace/detail/MessageKeys.h"
+#include "trace/detail/TraceLine.h"
+#include "xml/detail/DbEnvironment.h"
+#include "xml/detail/FormatNames.h"
+#include "xml/detail/NodeLookup.h"
+
+#include <utility>
+
+namespace dyadctx {
+
+namespace {
+
+constexpr const char* Method = "VELDyadCtxXml::ParseXMLNodes";
+
+} // namespace
+
+VELResult ContextReader::ParseXMLNodes(const VELIDOMElement& root) {
+    VELResult result = Begin(root, Names().data, ContextLevels());
+    while (!passes_.empty())
+        result = Advance(result);
+    return result;
+}
+
+// Leaves a new pass on the stack, unless it has ended already.
+VELResult ContextReader::Begin(const VELIDOMElement& parent, const VELUnicodeString& tag,
+                               ContextLevels levels) {
+    TRACE_ENTER("VELDyadCtxXml:ParseXMLNodes <%s>", tag.ConvertToChar());
+    Pass pass;
+    pass.tag = &tag;
+    pass.levels = levels;
+    const VELResult result =
+        GetNodeListByTagName(parent, tag, levels, pass.nodes, pass.nodeCount, state_.message);
+    if (pass.nodeCount == 0)
+        return EndWithoutNodes(tag, levels);
+    if (result < 0 || pass.nodes.IsNull()) {
+        TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes <%s>", tag.ConvertToChar());
+        return E_FAIL;
+    }
+    passes_.push_back(std::move(pass));
+    return S_OK;
+}
+
+VELResult ContextReader::EndWithoutNodes(const VELUnicodeString& tag, ContextLevels levels) {
+    if (!IsDbEnvironmentActive()) {
+        if (levels.friendLevel == 0) {
+            LogNotFound(tag);
+            TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes <%s> not found - Case02", tag.ConvertToChar());
+            return E_FAIL;
+        }
+        TRACE_LEAVE("VELDyadCtxXml:ParseXMLNodes");
+        return S_OK;
+    }
+    if (levels.friendLevel == 0 && levels.associatedLevel == 0) {
+        LogNotFound(tag);
+        TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes <%s> not found - Case01", tag.ConvertToChar());
+        return E_FAIL;
+    }
+    TRACE_LEAVE("VELDyadCtxXml:ParseXMLNodes - no Friend context");
+    return S_OK;
+}
+
+void ContextReader::LogNotFound(const VELUnicodeString& tag) {
+    LogReaderError(Method, key::TagNotFound, state_.message, &tag, 1);
+}
+
+// Goes on with the innermost pass, told how what it waited for has ended.
+VELResult ContextReader::Advance(VELResult result) {
+    Pass& pass = passes_.back();
+    if (result < 0)
+        return FailAfter(pass.step);
+    switch (pass.step) {
+    case Step::NextNode:
+        return pass.nodeIndex < pass.nodeCount ? ReadNode() : End();
+    case Step::AssociatedOfContext:
+        return BeginFriends();
+    case Step::FriendsOfContext:
+        return ReadScenarios();
+    case Step::AssociatedContainer:
+    case Step::FriendsContainer:
+        break;
+    }
+    return GoToNextNode();
+}
+
+VELResult ContextReader::ReadNode() {
+    const Pass& pass = passes_.back();
+    VELIDOMNode node;
+    if (pass.nodes.Item(pass.nodeIndex, node) < 0 || node.IsNull())
+        return Reject(key::InternalError);
+    VELUnicodeString tag;
+    if (node.GetTagName(tag) < 0)
+        return GoToNextNode();
+    const FormatNames& names = Names();
+    if (tag == names.context)
+        return ReadContext(VELIDOMElement(node));
+    if (tag == names.associated)
+        return ReadAssociatedContainer(VELIDOMElement(node));
+    if (tag == names.friends)
+        return ReadFriendsContainer(VELIDOMElement(node));
+    return GoToNextNode();
+}
+
+VELResult ContextReader::ReadContext(const VELIDOMElement& element) {
+    Pass& pass = passes_.back();
+    pass.context = element;
+    const bool associated = *pass.tag == Names().associated && IsDbEnvironmentActive();
+    if (entry_.AddContext(element, pass.levels, associated) < 0) {
+        RememberFault(element);
+        TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes: Add Context problem, node index=%d",
+                    pass.nodeIndex);
+        return Abandon();
+    }
+    pass.step = Step::AssociatedOfContext;
+    if (!IsDbEnvironmentActive())
+        return S_OK;
+    return Begin(element, Names().associated, {0, pass.levels.associatedLevel + 1});
+}
+
+VELResult ContextReader::BeginFriends() {
+    Pass& pass = passes_.back();
+    pass.step = Step::FriendsOfContext;
+    return Begin(pass.context, Names().friends, {pass.levels.friendLevel + 1, 0});
+}
+
+VELResult ContextReader::ReadScenarios() {
+    const Pass& pass = passes_.back();
+    const VELUnicodeString name = AttributeOrEmpty(pass.context, Names().name);
+    if (scenarios_.ParseXMLExchangeScenarioNodes(pass.context, name) >= 0)
+        return GoToNextNode();
+    RememberFault(pass.context);
+    TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes : scenario parsing problem, node index=%d",
+                pass.nodeIndex);
+    return Abandon();
+}
+
+VELResult ContextReader::ReadAssociatedContainer(const VELIDOMElement& element) {
+    Pass& pass = passes_.back();
+    if (*pass.tag == Names().friends || !IsDbEnvironmentActive())
+        return GoToNextNode();
+    const int level = pass.levels.associatedLevel;
+    if (level == 1) {
+        pass.step = Step::AssociatedContainer;
+        return Begin(element, Names().associated, {0, 1});
+    }
+    RememberFault(element);
+    if (level > 1)
+        return Reject(key::CtxAssociatedWithAssociated);
+    TRACE_WARNING("VELDyadCtxXml:ParseXMLNodes : Non supported RootTagName <%s> for CtxAssociated",
+                  pass.tag->ConvertToChar());
+    LogReaderError(Method, key::NoCtxDefinedForAssociated, state_.message);
+    return Abandon();
+}
+
+VELResult ContextReader::ReadFriendsContainer(const VELIDOMElement& element) {
+    Pass& pass = passes_.back();
+    if (*pass.tag == Names().associated && IsDbEnvironmentActive())
+        return GoToNextNode();
+    const int level = pass.levels.friendLevel;
+    if (level == 1) {
+        pass.step = Step::FriendsContainer;
+        return Begin(element, Names().friends, {1, 0});
+    }
+    RememberFault(element);
+    return Reject(level > 1 ? key::CtxFriendWithFriend : key::NoCtxDefinedForFriend);
+}
+
+VELResult ContextReader::GoToNextNode() {
+    Pass& pass = passes_.back();
+    pass.step = Step::NextNode;
+    ++pass.nodeIndex;
+    return S_OK;
+}
+
+VELResult ContextReader::End() {
+    TRACE_LEAVE("VELDyadCtxXml:ParseXMLNodes <%s>", passes_.back().tag->ConvertToChar());
+    passes_.pop_back();
+    return S_OK;
+}
+
+VELResult ContextReader::FailAfter(Step step) {
+    const int index = passes_.back().nodeIndex;
+    switch (step) {
+    case Step::AssociatedOfContext:
+        TRACE_ERROR(
+            "VELDyadCtxXml:ParseXMLNodes : Associated context parsing problem, node index=%d",
+            index);
+        break;
+    case Step::AssociatedContainer:
+        TRACE_WARNING(
+            "VELDyadCtxXml:ParseXMLNodes : associated context parsing problem, node index=%d",
+            index);
+        break;
+    case Step::FriendsOfContext:
+    case Step::FriendsContainer:
+        TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes : friends parsing problem, node index=%d", index);
+        break;
+    case Step::NextNode:
+        break;
+    }
+    return Abandon();
+}
+
+VELResult ContextReader::Reject(const char* key) {
+    LogReaderError(Method, key, state_.message);
+    TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes <%s>", passes_.back().tag->ConvertToChar());
+    return Abandon();
+}
+
+VELResult ContextReader::Abandon() {
+    passes_.pop_back();
+    return E_FAIL;
+}
+
+void ContextReader::RememberFault(const VELIDOMNode& node) {
+    if (state_.places != nullptr)
+        state_.places->fault = PlaceOf(node);
+}
+
+} // namespace dyadctx

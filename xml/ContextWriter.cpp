@@ -1,0 +1,233 @@
+#include "xml/detail/ContextWriter.h"
+
+#include "context/detail/ContextAccess.h"
+#include "platform/detail/InMemoryDbProvider.h"
+#include "trace/detail/TraceLine.h"
+#include "xml/detail/DbEnvironment.h"
+#include "xml/detail/FormatNames.h"
+
+namespace dyadctx {
+
+namespace {
+
+bool IsDatabase(const VELDyadContext& context) {
+    return context.GetParameterType() == Names().databaseType;
+}
+
+// The context's provider, to be asked. Where nobody could see the difference, it is the one the
+// context keeps and not one made from it.
+VELResult GetProvider(const VELDyadContext& context, VELIDyadDbProvider_var& provider) {
+    const VELIDyadDbProvider_var& kept = ContextAccess::KeptProvider(context);
+    if (VELIsTraceActive() || !IsBuiltInFactoryActive() ||
+        InMemoryDbProvider::From(kept) == nullptr)
+        return context.GetDyadDbProvider(provider);
+    provider = kept;
+    return S_OK;
+}
+
+} // namespace
+
+VELResult ContextWriter::Stream(const VELUnicodeString& target) {
+    TRACE_ENTER("VELDyadCtxXml:Stream target=%s", target.ConvertToChar());
+    if (MakeDocument() < 0)
+        return E_FAIL;
+    const int count = collector_.GetNbCtxs();
+    const int written = WriteContexts(count);
+    const VELResult result = count < 1 || written == count ? Write(target) : E_FAIL;
+    TRACE_LEAVE("VELDyadCtxXml:Stream");
+    return result;
+}
+
+VELResult ContextWriter::MakeDocument() {
+    if (CreateVELIXMLDOMDocumentBuilder(builder_, CLSID_MSXML6_DOM) < 0 || builder_.IsNull())
+        return E_FAIL;
+    if (builder_.CreateDocument(document_) < 0 || document_.IsNull())
+        return E_FAIL;
+    VELIDOMElement root;
+    if (document_.CreateElement(Names().root, root) < 0 || root.IsNull())
+        return E_FAIL;
+    if (document_.AppendChild(root) < 0)
+        return E_FAIL;
+    return AddContainer(root, Names().data, data_);
+}
+
+// How many of them are in the document completely. One that is not does not keep the others out.
+int ContextWriter::WriteContexts(int count) {
+    int written = 0;
+    for (int position = 1; position <= count; ++position) {
+        if (WriteContextAt(position) >= 0)
+            ++written;
+    }
+    return written;
+}
+
+VELResult ContextWriter::WriteContextAt(int position) {
+    VELDyadContext* context = nullptr;
+    if (collector_.GetCtxAtIndex(position, context) < 0 || context == nullptr)
+        return E_FAIL;
+    VELIDOMElement element;
+    VELResult result = MakeContextElement(*context, element);
+    if (result < 0)
+        return result;
+    if (IsDatabase(*context) && IsDbEnvironmentActive()) {
+        VELIDyadDbProvider_var provider;
+        result = GetProvider(*context, provider);
+        if (result >= 0 && !provider.IsNull())
+            result = SetProvider(provider, element);
+        if (result < 0)
+            return result;
+    }
+    result = data_.AppendChild(element);
+    if (result < 0)
+        return result;
+    result = StreamFriendsAndAssociated(*context, element);
+    if (result < 0 || context->isContainsMultisites() == 0)
+        return result;
+    return StreamMultisites(data_, context->GetName());
+}
+
+VELResult ContextWriter::MakeContextElement(const VELDyadContext& context,
+                                            VELIDOMElement& element) const {
+    const FormatNames& names = Names();
+    if (document_.CreateElement(names.context, element) < 0 || element.IsNull())
+        return E_FAIL;
+    if (element.SetAttribute(names.name, context.GetName()) < 0 ||
+        element.SetAttribute(names.parameter, context.GetParameter()) < 0 ||
+        element.SetAttribute(names.parameterType, context.GetParameterType()) < 0)
+        return E_FAIL;
+    return S_OK;
+}
+
+VELResult ContextWriter::SetProvider(const VELIDyadDbProvider_var& provider,
+                                     const VELIDOMElement& element) const {
+    VELUnicodeString connector;
+    VELResult result = provider->GetName(connector);
+    if (result < 0)
+        return result;
+    result = element.SetAttribute(Names().connector, connector);
+    if (result < 0)
+        return result;
+    return SetServerDetails(provider, element);
+}
+
+VELResult ContextWriter::SetServerDetails(const VELIDyadDbProvider_var& provider,
+                                          const VELIDOMElement& element) const {
+    VELListValVELUnicodeString keys;
+    VELListValVELUnicodeString values;
+    VELResult result = provider->GetServerDetails(keys, values);
+    if (result < 0 || keys.Size() != values.Size())
+        return result;
+    for (int pos = 1; pos <= keys.Size(); ++pos) {
+        if (keys[pos].IsEmpty())
+            continue;
+        result = element.SetAttribute(keys[pos], values[pos]);
+        if (result < 0)
+            return result;
+    }
+    return S_OK;
+}
+
+VELResult ContextWriter::StreamFriendsAndAssociated(VELDyadContext& context,
+                                                    const VELIDOMElement& element) const {
+    TRACE_ENTER("VELDyadCtxXml:StreamFriendsAndAssociated");
+    const VELListPtrVELDyadContext& friends = ContextAccess::VisitFriends(context);
+    VELDyadContext* associated = nullptr;
+    if (IsDbEnvironmentActive())
+        context.GetAssociatedContext(associated);
+    VELIDOMElement container;
+    if (associated != nullptr) {
+        if (AddContainer(element, Names().associated, container) < 0 ||
+            AddContextByName(container, associated) < 0)
+            return E_FAIL;
+    }
+    if (friends.Size() > 0 && AddContainer(element, Names().friends, container) < 0)
+        return E_FAIL;
+    for (int pos = 1; pos <= friends.Size(); ++pos) {
+        if (AddContextByName(container, friends[pos]) < 0)
+            return E_FAIL;
+    }
+    TRACE_LEAVE("VELDyadCtxXml:StreamFriendsAndAssociated");
+    return S_OK;
+}
+
+VELResult ContextWriter::AddContainer(const VELIDOMElement& element, const VELUnicodeString& tag,
+                                      VELIDOMElement& container) const {
+    if (document_.CreateElement(tag, container) < 0 || container.IsNull())
+        return E_FAIL;
+    return element.AppendChild(container);
+}
+
+VELResult ContextWriter::AddContextByName(const VELIDOMElement& container,
+                                          const VELDyadContext* context) const {
+    if (context == nullptr)
+        return E_FAIL;
+    VELIDOMElement element;
+    if (AddContainer(container, Names().context, element) < 0)
+        return E_FAIL;
+    return element.SetAttribute(Names().name, context->GetName());
+}
+
+// The context is looked for by its name, so of two namesakes the first one's sites are written.
+VELResult ContextWriter::StreamMultisites(const VELIDOMElement& parent,
+                                          const VELUnicodeString& name) {
+    TRACE_LOG("VELDyadCtxXml:StreamMultisites");
+    VELDyadContext* context = nullptr;
+    if (parent.IsNull() || document_.IsNull() || collector_.GetCtxFromName(name, context) < 0 ||
+        context == nullptr)
+        return E_FAIL;
+    if (!IsDatabase(*context))
+        return S_OK;
+    VELListValVELUnicodeString sites;
+    context->GetListOfSites(sites);
+    for (int pos = 1; pos <= sites.Size(); ++pos) {
+        if (WriteSite(*context, sites[pos], parent) < 0)
+            return E_FAIL;
+    }
+    return S_OK;
+}
+
+VELResult ContextWriter::WriteSite(VELDyadContext& context, const VELUnicodeString& site,
+                                   const VELIDOMElement& parent) const {
+    VELIDOMElement element;
+    VELResult result = MakeContextElement(context, element);
+    if (result < 0)
+        return result;
+    if (IsDbEnvironmentActive()) {
+        bool isDropped = false;
+        result = SetSiteProvider(context, site, element, isDropped);
+        if (result < 0 || isDropped)
+            return result;
+    }
+    return parent.AppendChild(element);
+}
+
+// The site that is the context's own provider is in the file already, and one without provider
+// could not be told from it.
+VELResult ContextWriter::SetSiteProvider(VELDyadContext& context, const VELUnicodeString& site,
+                                         const VELIDOMElement& element, bool& isDropped) const {
+    VELIDyadDbProvider_var siteProvider;
+    VELIDyadDbProvider_var ownProvider;
+    context.LocateInMultisiteHash(site, siteProvider);
+    VELResult result = GetProvider(context, ownProvider);
+    if (result < 0)
+        return result;
+    isDropped = siteProvider.IsNull() || ownProvider.IsNull();
+    if (isDropped)
+        return S_OK;
+    result = siteProvider->IsSame(ownProvider, isDropped);
+    if (result < 0 || isDropped)
+        return result;
+    return SetProvider(siteProvider, element);
+}
+
+VELResult ContextWriter::Write(const VELUnicodeString& target) const {
+    VELListValVELUnicodeString optionNames;
+    VELListValVELUnicodeString optionValues;
+    optionNames.Append(VELUnicodeString(format::EncodingOption));
+    optionValues.Append(VELUnicodeString(format::EncodingUtf8));
+    optionNames.Append(VELUnicodeString(format::IndentationOption));
+    optionValues.Append(VELUnicodeString(format::IndentationOn));
+    return builder_.Write(document_, target, optionNames, optionValues);
+}
+
+} // namespace dyadctx

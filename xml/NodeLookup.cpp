@@ -1,0 +1,118 @@
+#include "xml/detail/NodeLookup.h"
+
+#include "trace/detail/MessageKeys.h"
+#include "trace/detail/TraceLine.h"
+#include "xml/detail/DbEnvironment.h"
+#include "xml/detail/FormatNames.h"
+#include "xml/detail/ReadState.h"
+
+namespace dyadctx {
+
+namespace {
+
+constexpr const char* Method = "VELDyadCtxXml::GetNodeListByTagName";
+
+bool IsOutermost(ContextLevels levels) {
+    return levels.friendLevel == 0 && levels.associatedLevel == 0;
+}
+
+bool IsLookedUpByName(const VELUnicodeString& tag, ContextLevels levels) {
+    if (!IsDbEnvironmentActive())
+        return levels.friendLevel == 0;
+    return IsOutermost(levels) || (tag == Names().friends && levels.friendLevel == 0) ||
+           (tag == Names().associated && levels.associatedLevel == 0);
+}
+
+// Null unless exactly one descendant has the name.
+VELIDOMNode OnlyDescendant(const VELIDOMElement& parent, const VELUnicodeString& tag,
+                           VELUnicodeString& message) {
+    VELIDOMNodeList found;
+    VELIDOMNode container;
+    if (parent.GetElementsByTagName(tag, found, 2) < 0) {
+        TRACE_WARNING("VELDyadCtxXml:GetNodeListByTagName - ispRootElement fails");
+        LogReaderError(Method, key::InternalError, message);
+        return container;
+    }
+    if (found.GetLength() == 1 && found.Item(0, container) < 0) {
+        TRACE_WARNING("VELDyadCtxXml:GetNodeListByTagName - Item fails");
+        return {};
+    }
+    return container;
+}
+
+// Whether one of the nodes is a Context or has the name.
+VELResult HoldsTag(const VELIDOMNodeList& nodes, int count, const VELUnicodeString& tag,
+                   bool& found) {
+    found = false;
+    VELUnicodeString nodeTag;
+    for (int index = 0; index < count; ++index) {
+        VELIDOMNode node;
+        const VELResult result = nodes.Item(index, node);
+        if (result < 0)
+            return result;
+        if (node.IsNull())
+            return E_FAIL;
+        if (node.GetTagName(nodeTag) >= 0 && (nodeTag == tag || nodeTag == Names().context))
+            found = true;
+    }
+    return S_OK;
+}
+
+VELIDOMNode FindContainer(const VELIDOMElement& parent, const VELUnicodeString& tag,
+                          ContextLevels levels, VELUnicodeString& message) {
+    if (!IsLookedUpByName(tag, levels))
+        return parent;
+    return OnlyDescendant(parent, tag, message);
+}
+
+// Takes the nodes away when none of them concerns the pass.
+VELResult KeepIfTagIsHeld(const VELUnicodeString& tag, VELIDOMNodeList& nodes, int& count,
+                          VELUnicodeString& message) {
+    bool found = false;
+    const VELResult result = HoldsTag(nodes, count, tag, found);
+    if (result < 0) {
+        LogReaderError(Method, key::InternalError, message);
+        TRACE_WARNING("VELDyadCtxXml:GetNodeListByTagName - Failed(hr)");
+        return result;
+    }
+    if (found)
+        return S_OK;
+    TRACE_WARNING("VELDyadCtxXml:GetNodeListByTagName - Null TagYes");
+    nodes = VELIDOMNodeList();
+    count = 0;
+    return S_OK;
+}
+
+} // namespace
+
+VELResult GetNodeListByTagName(const VELIDOMElement& parent, const VELUnicodeString& tag,
+                               ContextLevels levels, VELIDOMNodeList& nodes, int& count,
+                               VELUnicodeString& message) {
+    count = 0;
+    nodes = VELIDOMNodeList();
+    TRACE_ENTER("VELDyadCtxXml:GetNodeListByTagName <%s>", tag.ConvertToChar());
+    const VELIDOMNode container = FindContainer(parent, tag, levels, message);
+    if (container.IsNull()) {
+        TRACE_WARNING("VELDyadCtxXml:GetNodeListByTagName - spNodeElements issue");
+        TRACE_ERROR("VELDyadCtxXml:GetNodeListByTagName <%s> find %d Nodes", tag.ConvertToChar(),
+                    count);
+        return E_FAIL;
+    }
+    if (container.GetChildNodes(nodes) < 0) {
+        TRACE_WARNING("VELDyadCtxXml:GetNodeListByTagName - GetChildNodes Internal error");
+        LogReaderError(Method, key::InternalError, message);
+        return E_FAIL;
+    }
+    count = nodes.GetLength();
+    TRACE_LOG("VELDyadCtxXml:GetNodeListByTagName - oNbNodes=%d", count);
+    if (!IsOutermost(levels)) {
+        const VELResult result = KeepIfTagIsHeld(tag, nodes, count, message);
+        if (result < 0)
+            return result;
+    }
+    TRACE_LEAVE("VELDyadCtxXml:GetNodeListByTagName <%s> find %d Nodes", tag.ConvertToChar(),
+                count);
+    return S_OK;
+}
+
+} // namespace dyadctx

@@ -1,0 +1,96 @@
+#include "xml/detail/VELDyadCtxXml.h"
+
+#include "trace/detail/MessageKeys.h"
+#include "trace/detail/TraceLine.h"
+#include "xml/detail/ContextPlaces.h"
+#include "xml/detail/ContextReader.h"
+#include "xml/detail/FormatNames.h"
+#include "xml/detail/ReadState.h"
+
+using namespace dyadctx;
+
+namespace {
+
+constexpr const char* Method = "VELDyadCtxXml::Unstream";
+
+// Keeps the first syntax error for those who asked for places.
+class SyntaxErrorPlace : public VELISAXErrorHandler {
+public:
+    explicit SyntaxErrorPlace(ContextPlaces& places) : places_(places) {}
+    void FatalError(int line, int column, const char* reason) override {
+        places_.fault = {line, column};
+        places_.syntaxError = reason;
+    }
+
+private:
+    ContextPlaces& places_;
+};
+
+VELResult ParseFile(const VELIXMLDOMDocumentBuilder& builder, VELISAXErrorHandler* errors,
+                    const ReadState& state, VELIDOMDocument& document) {
+    VELListValVELUnicodeString optionNames;
+    VELListValVELUnicodeString optionValues;
+    optionNames.Append(VELUnicodeString(format::ValidationOption));
+    optionValues.Append(VELUnicodeString(format::ValidationOff));
+    unsigned char isDefault = 0;
+    const VELResult result = builder.Parse(state.collector.GetXMLFile(isDefault), errors, nullptr,
+                                           optionNames, optionValues, document);
+    return document.IsNull() ? E_FAIL : result;
+}
+
+VELResult ParseFile(const VELIXMLDOMDocumentBuilder& builder, const ReadState& state,
+                    VELIDOMDocument& document) {
+    if (state.places == nullptr)
+        return ParseFile(builder, nullptr, state, document);
+    SyntaxErrorPlace errors(*state.places);
+    return ParseFile(builder, &errors, state, document);
+}
+
+VELResult ReadDocument(const VELIDOMDocument& document, const ReadState& state) {
+    VELIDOMElement root;
+    if (document.GetDocumentElement(root) < 0 || root.IsNull())
+        return E_FAIL;
+    VELUnicodeString tag;
+    const bool isReadable = root.GetTagName(tag) >= 0;
+    if (!isReadable || tag != Names().root) {
+        if (state.places != nullptr)
+            state.places->fault = PlaceOf(root);
+        LogReaderError(Method, key::NotAValidTag, state.message, &tag, 1);
+        return E_FAIL;
+    }
+    const VELResult result = ContextReader(state).ParseXMLNodes(root);
+    TRACE_LEAVE("VELDyadCtxXml:Unstream");
+    return result;
+}
+
+VELResult ReadFile(const ReadState& state) {
+    TRACE_ENTER("VELDyadCtxXml:Unstream");
+    VELIXMLDOMDocumentBuilder builder;
+    if (CreateVELIXMLDOMDocumentBuilder(builder, CLSID_XML4C_DOM) < 0 || builder.IsNull())
+        return E_FAIL;
+    VELIDOMDocument document;
+    if (ParseFile(builder, state, document) < 0) {
+        LogReaderError(Method, key::XMLSyntaxError, state.message);
+        return E_FAIL;
+    }
+    return ReadDocument(document, state);
+}
+
+} // namespace
+
+VELDyadCtxXml::VELDyadCtxXml(VELDyadCtxCollector* collector, ContextPlaces* places) noexcept
+    : collector_(collector), places_(places) {}
+
+VELDyadCtxXml::~VELDyadCtxXml() {
+    collector_ = nullptr;
+}
+
+VELResult VELDyadCtxXml::Unstream(VELUnicodeString& message) {
+    if (collector_ == nullptr)
+        return E_FAIL;
+    try {
+        return ReadFile({*collector_, message, places_});
+    } catch (...) {
+        return E_FAIL;
+    }
+}

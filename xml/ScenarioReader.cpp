@@ -1,0 +1,151 @@
+#include "xml/detail/ScenarioReader.h"
+
+#include "trace/detail/MessageKeys.h"
+#include "trace/detail/TraceLine.h"
+#include "xml/detail/FormatNames.h"
+
+#include <new>
+#include <utility>
+
+namespace dyadctx {
+
+namespace {
+
+constexpr const char* Method = "VELDyadCtxXml::ParseXMLExchangeScenarioNodes";
+
+} // namespace
+
+VELResult ScenarioReader::ParseXMLExchangeScenarioNodes(const VELIDOMElement& context,
+                                                        const VELUnicodeString& contextName) {
+    contextName_ = &contextName;
+    passes_.clear();
+    VELResult result = Begin(context, Names().scenario, Pass());
+    while (!passes_.empty())
+        result = Advance(result);
+    return result;
+}
+
+VELResult ScenarioReader::Begin(const VELIDOMNode& element, const VELUnicodeString& tag,
+                                Pass pass) {
+    TRACE_ENTER("VELDyadCtxXml:ParseXMLExchangeScenarioNodes <%s> for Context <%s>",
+                tag.ConvertToChar(), contextName_->ConvertToChar());
+    if (element.GetChildNodes(pass.nodes) < 0) {
+        LogReaderError(Method, key::InternalError, state_.message);
+        return E_FAIL;
+    }
+    pass.nodeCount = pass.nodes.GetLength();
+    TRACE_LOG("VELDyadCtxXml:ParseXMLExchangeScenarioNodes find %d nodes under <%s>",
+              pass.nodeCount, tag.ConvertToChar());
+    passes_.push_back(std::move(pass));
+    return S_OK;
+}
+
+// Goes on with the innermost pass, told how the pass it waited for has ended.
+VELResult ScenarioReader::Advance(VELResult childResult) {
+    Pass& pass = passes_.back();
+    if (childResult >= 0)
+        return pass.nodeIndex < pass.nodeCount ? ReadNode() : End();
+    const int failedIndex = pass.nodeIndex - 1;
+    if (pass.childKind == Kind::ScenarioId) {
+        // The other operation's name is the one to be expected in this line.
+        TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes : scenarioID parsing problem, node index=%d",
+                    failedIndex);
+    } else {
+        TRACE_ERROR("VELDyadCtxXml:ParseXMLExchangeScenarioNodes : scenario parsing problem, node "
+                    "index=%d",
+                    failedIndex);
+    }
+    return Abandon();
+}
+
+VELResult ScenarioReader::ReadNode() {
+    Pass& pass = passes_.back();
+    VELIDOMNode node;
+    if (pass.nodes.Item(pass.nodeIndex++, node) < 0 || node.IsNull()) {
+        LogReaderError(Method, key::InternalError, state_.message);
+        return Abandon();
+    }
+    VELUnicodeString tag;
+    if (node.GetTagName(tag) < 0)
+        return S_OK;
+    return ReadElement(VELIDOMElement(node), tag);
+}
+
+VELResult ScenarioReader::ReadElement(const VELIDOMElement& element, const VELUnicodeString& tag) {
+    const FormatNames& names = Names();
+    if (tag == names.scenario)
+        return ReadScenario(element);
+    if (tag == names.scenarioId)
+        return ReadScenarioId(element);
+    if (tag == names.option)
+        return ReadOption(element);
+    return S_OK;
+}
+
+VELResult ScenarioReader::ReadScenario(const VELIDOMElement& element) {
+    passes_.back().childKind = Kind::Container;
+    return Begin(element, Names().scenarioId, Pass());
+}
+
+VELResult ScenarioReader::ReadScenarioId(const VELIDOMElement& element) {
+    passes_.back().childKind = Kind::ScenarioId;
+    Pass pass;
+    pass.kind = Kind::ScenarioId;
+    pass.ident = AttributeOrEmpty(element, Names().scenarioIdent);
+    pass.profile = AttributeOrEmpty(element, Names().scenarioName);
+    TRACE_LOG("VELDyadCtxXml:ParseXMLExchangeScenarioNodes of ScenarioID Ident=<%s> and name=<%s>",
+              pass.ident.ConvertToChar(), pass.profile.ConvertToChar());
+    return Begin(element, Names().option, std::move(pass));
+}
+
+VELResult ScenarioReader::ReadOption(const VELIDOMElement& element) {
+    Pass& pass = passes_.back();
+    const VELUnicodeString value = AttributeOrEmpty(element, Names().optionValue);
+    VELUnicodeString name;
+    const bool hasName = ReadAttribute(element, Names().optionName, name);
+    TRACE_LOG("VELDyadCtxXml:ParseXMLExchangeScenarioNodes of Option name=<%s> and value=<%s>",
+              name.ConvertToChar(), value.ConvertToChar());
+    pass.optionNames.Append(name);
+    pass.optionValues.Append(value);
+    if (hasName)
+        return S_OK;
+    TRACE_ERROR(
+        "VELDyadCtxXml:ParseXMLExchangeScenarioNodes : scenario parsing problem, node index=%d",
+        pass.nodeIndex - 1);
+    return Abandon();
+}
+
+VELResult ScenarioReader::End() {
+    const Pass pass = std::move(passes_.back());
+    passes_.pop_back();
+    TRACE_LEAVE("VELDyadCtxXml:ParseXMLExchangeScenarioNodes <%d> Options",
+                pass.optionValues.Size());
+    if (pass.kind == Kind::ScenarioId)
+        AddRows(pass);
+    return S_OK;
+}
+
+VELResult ScenarioReader::Abandon() {
+    passes_.pop_back();
+    return E_FAIL;
+}
+
+// A scenario without options is one row all the same.
+void ScenarioReader::AddRows(const Pass& scenarioId) {
+    const VELUnicodeString none;
+    if (scenarioId.optionNames.Size() == 0)
+        AddRow(scenarioId, none, none);
+    for (int pos = 1; pos <= scenarioId.optionNames.Size(); ++pos)
+        AddRow(scenarioId, scenarioId.optionNames[pos], scenarioId.optionValues[pos]);
+}
+
+void ScenarioReader::AddRow(const Pass& scenarioId, const VELUnicodeString& optionName,
+                            const VELUnicodeString& optionValue) {
+    const VELUnicodeString& name = *contextName_;
+    // Fails only without memory.
+    if (state_.collector.AddScenario(name, name, scenarioId.profile, scenarioId.ident, optionName,
+                                     optionValue) < 0)
+        throw std::bad_alloc();
+}
+
+} // namespace dyadctx

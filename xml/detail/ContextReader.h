@@ -1,0 +1,72 @@
+// Walks the elements of a context file and enters what it finds into the collector.
+//
+// The walk is a pass over the children of one element, and below each Context further passes for
+// its associated contexts and its friends. A Context is visited once per pass that meets it. Passes
+// under way stand on a stack of their own, so nesting costs no stack of the thread. The first
+// failure ends the walk; each pass around it adds its line to the trace.
+#pragma once
+
+#include "platform/VELIXMLDOM.h"
+#include "platform/VELResult.h"
+#include "platform/VELUnicodeString.h"
+#include "xml/detail/ContextEntry.h"
+#include "xml/detail/ReadState.h"
+#include "xml/detail/ScenarioReader.h"
+
+#include <vector>
+
+namespace dyadctx {
+
+class ContextReader {
+public:
+    explicit ContextReader(const ReadState& state)
+        : state_(state), entry_(state), scenarios_(state) {}
+
+    // Reads everything below the root element.
+    VELResult ParseXMLNodes(const VELIDOMElement& root);
+
+private:
+    // What a pass waits for.
+    enum class Step {
+        NextNode,
+        AssociatedOfContext,
+        FriendsOfContext,
+        AssociatedContainer,
+        FriendsContainer
+    };
+    struct Pass {
+        VELIDOMNodeList nodes;
+        int nodeCount = 0;
+        int nodeIndex = 0;
+        // The Context the pass is at while it waits.
+        VELIDOMElement context;
+        const VELUnicodeString* tag = nullptr;
+        ContextLevels levels;
+        Step step = Step::NextNode;
+    };
+
+    VELResult Begin(const VELIDOMElement& parent, const VELUnicodeString& tag,
+                    ContextLevels levels);
+    VELResult EndWithoutNodes(const VELUnicodeString& tag, ContextLevels levels);
+    void LogNotFound(const VELUnicodeString& tag);
+    VELResult Advance(VELResult childResult);
+    VELResult ReadNode();
+    VELResult ReadContext(const VELIDOMElement& element);
+    VELResult BeginFriends();
+    VELResult ReadScenarios();
+    VELResult ReadAssociatedContainer(const VELIDOMElement& element);
+    VELResult ReadFriendsContainer(const VELIDOMElement& element);
+    VELResult GoToNextNode();
+    VELResult End();
+    VELResult FailAfter(Step step);
+    VELResult Reject(const char* key);
+    VELResult Abandon();
+    void RememberFault(const VELIDOMNode& node);
+
+    ReadState state_;
+    ContextEntry entry_;
+    ScenarioReader scenarios_;
+    std::vector<Pass> passes_;
+};
+
+} // namespace dyadctx

@@ -1,0 +1,37 @@
+// What the attributes of one Context element say.
+#pragma once
+
+#include "platform/VELIXMLDOM.h"
+#include "platform/VELListVal.h"
+#include "platform/VELResult.h"
+#include "platform/VELUnicodeString.h"
+
+namespace dyadctx {
+
+// How deep an element stands among friends and among associated contexts; both 0 for a context
+// declared directly in the file.
+struct ContextLevels {
+    int friendLevel = 0;
+    int associatedLevel = 0;
+};
+
+struct ContextValues {
+    VELUnicodeString name;
+    VELUnicodeString parameter;
+    VELUnicodeString parameterType;
+    // The rest is read for database contexts only.
+    VELUnicodeString connector;
+    VELListValVELUnicodeString detailKeys;
+    VELListValVELUnicodeString detailValues;
+
+    // Makes it ready for the next element; storage of the lists is kept.
+    void Clear();
+};
+
+// Reads the attributes into `values`, which is empty. E_FAIL, and a message, for the first required
+// attribute that is missing; `ownerName` is the context a friend or associated context belongs to.
+VELResult GetXMLValuesContext(const VELIDOMElement& element, ContextLevels levels,
+                              const VELUnicodeString& ownerName, VELUnicodeString& message,
+                              ContextValues& values);
+
+} // namespace dyadctx

@@ -1,0 +1,18 @@
+// Finds the nodes that one pass of the reader walks.
+#pragma once
+
+#include "platform/VELIXMLDOM.h"
+#include "platform/VELResult.h"
+#include "platform/VELUnicodeString.h"
+#include "xml/detail/ContextValues.h"
+
+namespace dyadctx {
+
+// All children of the container: `parent` itself, or for the outermost pass its only descendant
+// named `tag`. A container below the outermost one that holds neither a Context nor `tag` gives no
+// nodes and success.
+VELResult GetNodeListByTagName(const VELIDOMElement& parent, const VELUnicodeString& tag,
+                               ContextLevels levels, VELIDOMNodeList& nodes, int& count,
+                               VELUnicodeString& message);
+
+} // namespace dyadctx
