@@ -3,6 +3,7 @@
 #include "support/ContextFile.h"
 #include "support/KeyCatalog.h"
 #include "support/RecordingTrace.h"
+#include "support/TemporaryFolder.h"
 #include "xml/ReaderSupport.h"
 
 #include <array>
@@ -78,15 +79,17 @@ std::string Describe(const Reading& reading) {
 
 TEST(ReaderFastPath, ReadsAnyTreeAsTheFullWalkDoes) {
     const KeyCatalog catalog;
+    const TemporaryFolder folder;
     int accepted = 0;
     for (std::uint32_t seed = 1; seed <= 1500; ++seed) {
         const std::string document = DocumentWith(Path("First") + RandomTree(seed).Nodes(3));
+        const std::string file = folder.Write("contexts.xml", document);
         const DbEnvironment db(seed % 2 == 0);
-        const Reading quiet = ReadText(document);
+        const Reading quiet = ReadFile(file);
         std::string traced;
         {
             const RecordingTrace trace;
-            traced = Describe(ReadText(document));
+            traced = Describe(ReadFile(file));
         }
         ASSERT_EQ(Describe(quiet), traced) << document;
         accepted += quiet.result == S_OK ? 1 : 0;
