@@ -7,6 +7,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 using dyadctx::CodeOf;
 using dyadctx::SetOf;
@@ -69,7 +70,7 @@ VELResult VELDyadCtxCollector::AddScenario(const VELUnicodeString& channel,
     });
     if (added != S_OK) {
         CutScenariosTo(rowsBefore);
-        return S_OK;
+        return E_FAIL;
     }
     TRACE_LOG("VELDyadCtxCollector:AddScenario n %d with UK <%s>", _ScenarioKeys.Size(),
               _ScenarioKeys[_ScenarioKeys.Size()].ConvertToChar());
@@ -82,6 +83,27 @@ void VELDyadCtxCollector::CutScenariosTo(int rows) noexcept {
          {&_ScenarioChannels, &_ScenarioChannelContexts, &_ScenarioProfiles, &_ScenarioIds,
           &_ScenarioOptionNames, &_ScenarioOptionValues, &_ScenarioKeys})
         dyadctx::CutTo(*list, rows);
+}
+
+VELResult VELDyadCtxCollector::GetScenarioAtIndex(int index, VELUnicodeString& channel,
+                                                  VELUnicodeString& channelContext,
+                                                  VELUnicodeString& profile,
+                                                  VELUnicodeString& scenarioId,
+                                                  VELUnicodeString& optionName,
+                                                  VELUnicodeString& optionValue) const {
+    if (index < 1 || index > GetNbScenarios())
+        return E_FAIL;
+    return CodeOf([&] {
+        // Copies first: the assignments behind them cannot fail half-way.
+        VELUnicodeString row[] = {_ScenarioChannels[index],    _ScenarioChannelContexts[index],
+                                  _ScenarioProfiles[index],    _ScenarioIds[index],
+                                  _ScenarioOptionNames[index], _ScenarioOptionValues[index]};
+        VELUnicodeString* outputs[] = {&channel,    &channelContext, &profile,
+                                       &scenarioId, &optionName,     &optionValue};
+        for (int i = 0; i < 6; ++i)
+            *outputs[i] = std::move(row[i]);
+        return S_OK;
+    });
 }
 
 VELResult

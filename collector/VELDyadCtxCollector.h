@@ -113,7 +113,7 @@ public:
                                                 VELListValVELUnicodeString& names);
 
     // ---- Exchange scenarios --------------------------------------------------------------------
-    // Keeps one row. Always S_OK.
+    // Keeps one row. S_OK; E_FAIL, and the rows as before, only without memory.
     VELResult AddScenario(const VELUnicodeString& channel, const VELUnicodeString& channelContext,
                           const VELUnicodeString& profile, const VELUnicodeString& scenarioId,
                           const VELUnicodeString& optionName, const VELUnicodeString& optionValue);
@@ -132,6 +132,15 @@ public:
                                             const VELUnicodeString& profile,
                                             VELListValVELUnicodeString& optionNames,
                                             VELListValVELUnicodeString& optionValues);
+
+    // The number of rows kept.
+    int GetNbScenarios() const noexcept { return _ScenarioIds.Size(); }
+    // One row, at positions from 1 in the order of their arrival. E_FAIL, and the outputs as
+    // before, for a position outside.
+    VELResult GetScenarioAtIndex(int index, VELUnicodeString& channel,
+                                 VELUnicodeString& channelContext, VELUnicodeString& profile,
+                                 VELUnicodeString& scenarioId, VELUnicodeString& optionName,
+                                 VELUnicodeString& optionValue) const;
 
     // ---- Transition contexts -------------------------------------------------------------------
     // Adds the three contexts that a conversion into the platform database works with, and runs

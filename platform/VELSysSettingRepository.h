@@ -29,6 +29,10 @@ public:
     // as before.
     VELResult ReadAttr(const char* attribute, VELUnicodeString& out);
 
+    // The file that holds a built-in repository, whether or not it is there. E_FAIL, and `file` as
+    // before, when the environment names no folder for it.
+    static VELResult GetRepositoryFile(const char* name, VELUnicodeString& file);
+
     // Puts a host's source in place of the built-in files and gives the one it replaces (null for
     // the built-in files). Null puts the files back. The source stays the host's.
     static VELSysSettingSource* SetSource(VELSysSettingSource* source) noexcept;

@@ -1,10 +1,10 @@
 #include "xml/detail/ContextEntry.h"
 
+#include "context/detail/DbEnvironment.h"
 #include "platform/VELDyadDbProviderServices.h"
 #include "trace/detail/MessageKeys.h"
 #include "trace/detail/ProcessSettings.h"
 #include "trace/detail/TraceLine.h"
-#include "xml/detail/DbEnvironment.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/VELDyadCtxXml.h"
 
@@ -15,7 +15,7 @@ namespace dyadctx {
 namespace {
 
 bool HasOwner(ContextLevels levels) {
-    return levels.friendLevel > 0 || (levels.associatedLevel > 0 && IsDbEnvironmentActive());
+    return levels.friendLevel > 0 || (levels.associatedLevel > 0 && IsDbEnvironmentOn());
 }
 
 } // namespace
@@ -39,7 +39,7 @@ VELResult ContextEntry::AddContext(const VELIDOMElement& element, ContextLevels 
         std::make_unique<VELDyadContext>(values_.name, values_.parameter, values_.parameterType);
     if (values_.parameterType == Names().databaseType)
         return AddDatabaseContext(std::move(context), owner, associated);
-    const bool asAssociated = associated && IsDbEnvironmentActive();
+    const bool asAssociated = associated && IsDbEnvironmentOn();
     return Enter(std::move(context), owner, asAssociated ? 1 : 0);
 }
 
@@ -56,13 +56,13 @@ VELResult ContextEntry::FindOwner(ContextLevels levels, VELDyadContext*& owner) 
 
 VELResult ContextEntry::AddDatabaseContext(std::unique_ptr<VELDyadContext> context,
                                            VELDyadContext* owner, bool associated) {
-    if (!IsDbEnvironmentActive())
+    if (!IsDbEnvironmentOn())
         return S_OK;
     VELIDyadDbProvider_var provider;
     VELResult result = SetProvider(*context, provider);
     if (result < 0)
         return result;
-    if (associated && IsDbEnvironmentActive())
+    if (associated && IsDbEnvironmentOn())
         return Enter(std::move(context), owner, 1);
     result = EnterDatabaseContext(std::move(context), owner);
     FileSite(provider);

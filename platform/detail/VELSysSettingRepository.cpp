@@ -62,6 +62,20 @@ VELResult VELSysSettingRepository::ReadAttr(const char* attribute, VELUnicodeStr
     }
 }
 
+VELResult VELSysSettingRepository::GetRepositoryFile(const char* name, VELUnicodeString& file) {
+    if (name == nullptr)
+        return E_FAIL;
+    try {
+        VELUnicodeString path = dyadctx::SettingsFilePath(name);
+        if (path.IsEmpty())
+            return E_FAIL;
+        file = std::move(path);
+        return S_OK;
+    } catch (...) {
+        return E_FAIL;
+    }
+}
+
 VELSysSettingSource* VELSysSettingRepository::SetSource(VELSysSettingSource* source) noexcept {
     return hostSource.exchange(source, std::memory_order_acq_rel);
 }

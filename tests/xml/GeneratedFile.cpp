@@ -58,7 +58,9 @@ private:
     };
     static constexpr std::size_t None = static_cast<std::size_t>(-1);
 
-    std::uint32_t Below(std::uint32_t bound) { return random_() % bound; }
+    std::uint32_t Below(std::uint32_t bound) {
+        return static_cast<std::uint32_t>(random_()) % bound;
+    }
     // A text as it stands in an attribute.
     std::string Text(std::uint32_t leastLength, std::uint32_t mostLength);
     void AppendCharacter(std::string& text, std::uint32_t c);

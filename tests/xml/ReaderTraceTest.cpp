@@ -211,7 +211,7 @@ TEST(ReaderTrace, WrongRootLeavesNothing) {
 
 TEST(ReaderTrace, MissingOrRepeatedDataIsNotFound) {
     for (const bool environment : {false, true}) {
-        for (const std::string& inner : {"", "<CtxData/><CtxData/>"}) {
+        for (const std::string inner : {"", "<CtxData/><CtxData/>"}) {
             EXPECT_EQ(TraceOf("<DyAdDescription>" + inner + "</DyAdDescription>", environment),
                       Joined({Begin,
                               {"ENTER VELDyadCtxXml:ParseXMLNodes <CtxData>",

@@ -92,7 +92,7 @@ TEST(WriterTargets, DevicesAndPipesAreNeverReplaced) {
     MakeFifo(folder.PathOf("pipe"));
     EXPECT_EQ(WriteTo(folder.PathOf("pipe")), E_FAIL);
     EXPECT_TRUE(fs::is_fifo(folder.PathOf("pipe")));
-    for (const std::string& device : {"/dev/null", "/dev/full"}) {
+    for (const std::string device : {"/dev/null", "/dev/full"}) {
         fs::create_symlink(device, folder.Path() / device.substr(5));
         EXPECT_EQ(WriteTo(folder.PathOf(device.substr(5))), E_FAIL);
         EXPECT_EQ(WriteTo(device), E_FAIL);

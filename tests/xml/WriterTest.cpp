@@ -197,7 +197,7 @@ TEST(Writer, WithoutCollectorRefuses) {
 TEST(Writer, FileWrittenIsReadBackWithFriendsByName) {
     const CollectorPtr collector = EmptyCollector();
     VELDyadContext& a = Declare(*collector, "A", "/a", "Path");
-    VELDyadContext& b = Declare(*collector, "B", "/b", "File");
+    VELDyadContext& b = Declare(*collector, "B", "/b", "Path");
     a.AddFriend(&b);
     const Creation again = CreateFromText(Write(*collector).text);
     ASSERT_NE(again.collector, nullptr) << again.message;

@@ -2,7 +2,6 @@
 
 #include <csignal>
 #include <fcntl.h>
-#include <linux/ptrace.h>
 #include <stdexcept>
 #include <sys/ptrace.h>
 #include <sys/syscall.h>

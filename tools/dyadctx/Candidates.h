@@ -1,0 +1,42 @@
+// Which context file CreateCollector takes, and why: the sources it asks, in its order.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace dyadctx::tool {
+
+enum class Verdict {
+    Chosen,   // the library reads this file
+    Rejected, // the library takes this file and then cannot read it
+    Absent,   // asked, and there is nothing
+    Ignored   // an earlier source decided
+};
+
+struct Candidate {
+    // "VELDyadCtxInit", "settings" or "VELInstallPath".
+    std::string origin;
+    // The place in the list of installation folders, from 1; 0 for the other origins.
+    int root = 0;
+    std::optional<std::string> path;
+    Verdict verdict = Verdict::Absent;
+    std::string reason;
+};
+
+struct FileChoice {
+    std::vector<Candidate> candidates;
+    // The file the library takes, readable or not.
+    std::optional<std::string> file;
+    bool isDefault = false;
+    bool usable = false;
+};
+
+FileChoice ChooseFile();
+
+const char* NameOf(Verdict verdict);
+
+// Why the library would not open this file; empty when it would.
+std::string ReasonAgainst(const std::string& file);
+
+} // namespace dyadctx::tool

@@ -1,0 +1,71 @@
+#include "tools/dyadctx/Command.h"
+
+#include "tools/dyadctx/Source.h"
+
+#include <CLI/CLI.hpp>
+
+#include <array>
+
+namespace dyadctx::tool {
+
+namespace {
+
+constexpr const char* Database = "database";
+// In the order of the collector's type filter.
+constexpr std::array<const char*, 4> Views{"all", "path", Database, "file"};
+
+} // namespace
+
+Command::~Command() = default;
+
+void DeclareFile(CLI::App& arguments, std::optional<std::string>& file) {
+    arguments.add_option("FILE", file,
+                         "The context file; without it, the one CreateCollector chooses");
+}
+
+void DeclareFormat(CLI::App& arguments, std::string& format,
+                   const std::vector<std::string>& formats) {
+    arguments.add_option("--format", format, "How to write the answer")
+        ->check(CLI::IsMember(formats))
+        ->capture_default_str();
+}
+
+void DeclareView(CLI::App& arguments, ViewChoice& choice) {
+    arguments.add_option("--type", choice.type, "Only the contexts of this view")
+        ->check(CLI::IsMember(std::vector<std::string>(Views.begin(), Views.end())));
+    arguments
+        .add_option("--provider", choice.providers,
+                    "Only the database contexts of this provider, and the paths (repeatable)")
+        ->allow_extra_args(false);
+}
+
+void SelectView(VELDyadCtxCollector& collector, const ViewChoice& choice, Output& output) {
+    const std::string fallback = choice.providers.empty() ? Views[0] : Database;
+    const std::string view = choice.type.value_or(fallback);
+    if (!choice.providers.empty() && view != Database)
+        throw Failure(ExitStatus::Usage,
+                      "--provider narrows the database view and does not go with --type " + view);
+    if (view == Views[1])
+        collector.SetContextPathType();
+    if (view == Views[2]) {
+        VELListValVELUnicodeString providers;
+        for (const std::string& provider : choice.providers)
+            providers.Append(VELUnicodeString(provider));
+        if (collector.SetContextDatabaseType(providers) < 0)
+            throw Failure(ExitStatus::Internal, "a database provider did not answer");
+    }
+    if (view == Views[3])
+        collector.SetContextFileType();
+    if (view != NameOfView(collector))
+        output.Note("the DB context environment is off, so there is no " + view +
+                    " view and all contexts are taken; add --db-context");
+}
+
+const char* NameOfView(const VELDyadCtxCollector& collector) {
+    int type = 0;
+    collector.GetContextType(type);
+    const bool known = type >= 0 && type < static_cast<int>(Views.size());
+    return Views[known ? static_cast<std::size_t>(type) : 0];
+}
+
+} // namespace dyadctx::tool

@@ -1,0 +1,50 @@
+// The command line as a whole: common options, the choice of the command, help and usage errors.
+#pragma once
+
+#include "tools/dyadctx/Command.h"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace dyadctx::tool {
+
+class CommandLine {
+public:
+    CommandLine();
+
+    // Reads the arguments and puts the common options into force. Throws a Failure for wrong usage;
+    // false when the user asked for help or the version, which then stands in Text().
+    bool Read(int argc, char** argv);
+
+    // ---- After Read ----------------------------------------------------------------------------
+    Command& Chosen() const;
+    const std::string& Text() const noexcept { return text_; }
+    bool IsQuiet() const noexcept { return quiet_; }
+    ColorChoice Color() const;
+
+    // How to use the chosen command, or the tool while none is chosen.
+    std::string Usage() const;
+
+private:
+    void Declare();
+    void DeclareCommonOptions();
+    void PutOptionsIntoForce() const;
+    // What to say about arguments that do not fit.
+    std::string Complaint(const CLI::ParseError& error) const;
+    std::vector<std::string> KnownOptions() const;
+    int ChosenIndex() const;
+
+    CLI::App app_;
+    std::vector<std::unique_ptr<Command>> commands_;
+    std::vector<CLI::App*> arguments_;
+    std::string text_;
+    std::string color_ = "auto";
+    std::string language_;
+    bool dbContext_ = false;
+    bool quiet_ = false;
+};
+
+} // namespace dyadctx::tool

@@ -1,0 +1,169 @@
+#include "tools/dyadctx/DisplayText.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <span>
+
+namespace dyadctx::tool {
+
+namespace {
+
+struct Character {
+    // U+FFFFFFFF for a byte that is no part of well-formed UTF-8.
+    std::uint32_t code;
+    std::size_t length;
+};
+
+constexpr std::uint32_t IllFormed = 0xFFFFFFFF;
+
+struct Range {
+    std::uint32_t first;
+    std::uint32_t last;
+};
+
+// Blocks of characters without a width of their own.
+constexpr std::array<Range, 14> Combining{{{0x0300, 0x036F},
+                                           {0x0483, 0x0489},
+                                           {0x0591, 0x05BD},
+                                           {0x0610, 0x061A},
+                                           {0x064B, 0x065F},
+                                           {0x093C, 0x093C},
+                                           {0x0E34, 0x0E3A},
+                                           {0x1AB0, 0x1AFF},
+                                           {0x1DC0, 0x1DFF},
+                                           {0x200B, 0x200F},
+                                           {0x20D0, 0x20FF},
+                                           {0x3099, 0x309A},
+                                           {0xFE00, 0xFE0F},
+                                           {0xFE20, 0xFE2F}}};
+
+// Blocks of characters that terminals show two columns wide.
+constexpr std::array<Range, 11> Wide{{{0x1100, 0x115F},
+                                      {0x2E80, 0x303E},
+                                      {0x3041, 0x33FF},
+                                      {0x3400, 0x4DBF},
+                                      {0x4E00, 0x9FFF},
+                                      {0xA000, 0xA4CF},
+                                      {0xAC00, 0xD7A3},
+                                      {0xF900, 0xFAFF},
+                                      {0xFE30, 0xFE6F},
+                                      {0xFF01, 0xFF60},
+                                      {0xFFE0, 0xFFE6}}};
+
+constexpr std::array<Range, 3> WideBeyondBasicPlane{
+    {{0x1F300, 0x1F64F}, {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD}}};
+
+bool Holds(std::span<const Range> ranges, std::uint32_t code) {
+    return std::any_of(ranges.begin(), ranges.end(), [code](const Range& range) {
+        return code >= range.first && code <= range.last;
+    });
+}
+
+std::uint32_t ByteAt(std::string_view text, std::size_t pos) {
+    return static_cast<unsigned char>(text[pos]);
+}
+
+std::size_t LengthByLeadByte(std::uint32_t lead) {
+    if (lead < 0x80)
+        return 1;
+    if (lead >= 0xC2 && lead <= 0xDF)
+        return 2;
+    if (lead >= 0xE0 && lead <= 0xEF)
+        return 3;
+    return lead >= 0xF0 && lead <= 0xF4 ? 4 : 0;
+}
+
+// The character at the start of a text that is not empty.
+Character FirstCharacter(std::string_view text) {
+    constexpr std::array<std::uint32_t, 5> leadMask{0, 0x7F, 0x1F, 0x0F, 0x07};
+    constexpr std::array<std::uint32_t, 5> smallest{0, 0, 0x80, 0x800, 0x10000};
+    const std::size_t length = LengthByLeadByte(ByteAt(text, 0));
+    if (length == 0 || length > text.size())
+        return {IllFormed, 1};
+    std::uint32_t code = ByteAt(text, 0) & leadMask[length];
+    for (std::size_t i = 1; i < length; ++i) {
+        const std::uint32_t byte = ByteAt(text, i);
+        if ((byte & 0xC0U) != 0x80U)
+            return {IllFormed, 1};
+        code = (code << 6U) | (byte & 0x3FU);
+    }
+    const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
+    if (code < smallest[length] || code > 0x10FFFF || surrogate)
+        return {IllFormed, 1};
+    return {code, length};
+}
+
+std::string Escape(char mark, int digits, std::uint32_t value) {
+    std::array<char, 16> buffer{};
+    std::snprintf(buffer.data(), buffer.size(), "\\%c%0*x", mark, digits,
+                  static_cast<unsigned int>(value));
+    return buffer.data();
+}
+
+bool SteersTerminal(std::uint32_t code) {
+    const bool control = code < 0x20 || (code >= 0x7F && code < 0xA0);
+    // Line and paragraph separators, and marks that turn the direction of what follows.
+    return control || code == 0x2028 || code == 0x2029 || (code >= 0x202A && code <= 0x202E) ||
+           (code >= 0x2066 && code <= 0x2069);
+}
+
+std::string VisibleCharacter(std::string_view bytes, std::uint32_t code) {
+    if (code == IllFormed)
+        return Escape('x', 2, ByteAt(bytes, 0));
+    if (!SteersTerminal(code))
+        return std::string(bytes);
+    switch (code) {
+    case '\n':
+        return "\\n";
+    case '\r':
+        return "\\r";
+    case '\t':
+        return "\\t";
+    default:
+        return code < 0x80 ? Escape('x', 2, code) : Escape('u', 4, code);
+    }
+}
+
+int WidthOf(std::uint32_t code) {
+    if (Holds(Combining, code))
+        return 0;
+    return Holds(Wide, code) || Holds(WideBeyondBasicPlane, code) ? 2 : 1;
+}
+
+} // namespace
+
+std::string Visible(std::string_view text) {
+    std::string visible;
+    visible.reserve(text.size());
+    while (!text.empty()) {
+        const Character character = FirstCharacter(text);
+        visible += VisibleCharacter(text.substr(0, character.length), character.code);
+        text.remove_prefix(character.length);
+    }
+    return visible;
+}
+
+int DisplayWidth(std::string_view text) {
+    int width = 0;
+    while (!text.empty()) {
+        const Character character = FirstCharacter(text);
+        width += WidthOf(character.code);
+        text.remove_prefix(character.length);
+    }
+    return width;
+}
+
+std::string VisibleLines(std::string_view text) {
+    std::string lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        if (end > 0)
+            lines += Visible(text.substr(0, end)) + "\n";
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return lines;
+}
+
+} // namespace dyadctx::tool

@@ -1,0 +1,75 @@
+#include "tools/dyadctx/FindingRecorder.h"
+
+#include "tools/dyadctx/DisplayText.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace dyadctx::tool {
+
+namespace {
+
+constexpr std::string_view Catalog = "VELDyadCtxDlgSelection";
+constexpr std::string_view CreationPrefix = "Ctx.Collector.";
+constexpr std::string_view HeadingSuffix = "Error";
+constexpr std::string_view InternalError = "Ctx.Collector.InternalError";
+constexpr std::string_view FileNotSet = "Ctx.Collector.XMLFileNotSet";
+constexpr std::string_view FileNotValid = "Ctx.Collector.XMLFileNotValid";
+constexpr std::string_view LabelPrefix = "Ctx.ParameterType.";
+
+// The first parameter of any other message is the name of the context it is about.
+constexpr std::array<std::string_view, 3> AboutNoContext{FileNotValid, "Ctx.Parse.TagNotFound",
+                                                         "Ctx.Parse.NotAValidTag"};
+
+bool IsFinding(std::string_view catalog, std::string_view key) {
+    const bool heading =
+        key.starts_with(CreationPrefix) && key.ends_with(HeadingSuffix) && key != InternalError;
+    return catalog == Catalog && !heading && !key.starts_with(LabelPrefix);
+}
+
+std::optional<std::string> ContextOf(const Finding& finding) {
+    const bool aboutNone = std::find(AboutNoContext.begin(), AboutNoContext.end(), finding.key) !=
+                           AboutNoContext.end();
+    if (aboutNone || finding.parameters.empty())
+        return std::nullopt;
+    return finding.parameters.front();
+}
+
+} // namespace
+
+FindingRecorder::FindingRecorder() : former_(VELMsgCatalog::SetSource(this)) {}
+
+FindingRecorder::~FindingRecorder() {
+    VELMsgCatalog::SetSource(former_);
+}
+
+VELResult FindingRecorder::Build(const VELString& catalog, const VELString& key,
+                                 const VELUnicodeString* parameters, int count,
+                                 VELUnicodeString& text) {
+    const VELResult result =
+        VELMsgCatalog::BuiltInSource().Build(catalog, key, parameters, count, text);
+    if (!IsFinding(catalog.AsView(), key.AsView()))
+        return result;
+    Finding finding;
+    finding.key = key.AsView();
+    if (result >= 0)
+        finding.text = text.AsView();
+    for (int i = 0; parameters != nullptr && i < count; ++i)
+        finding.parameters.emplace_back(parameters[i].AsView());
+    finding.context = ContextOf(finding);
+    findings_.push_back(std::move(finding));
+    return result;
+}
+
+bool IsAboutFileChoice(const Finding& finding) {
+    return finding.key == FileNotSet || finding.key == FileNotValid;
+}
+
+std::string FindingLine(const std::string& file, const std::string& severity,
+                        const Finding& finding) {
+    const std::string place = file.empty() ? "" : Visible(file) + ": ";
+    return place + severity + ": " + Visible(finding.text) + " [" + finding.key + "]";
+}
+
+} // namespace dyadctx::tool

@@ -1,0 +1,91 @@
+// `list`: the contexts of a file.
+#include "tools/dyadctx/Command.h"
+#include "tools/dyadctx/ContextFacts.h"
+#include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/Source.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+namespace dyadctx::tool {
+
+namespace {
+
+class List final : public Command {
+public:
+    const char* Name() const override { return "list"; }
+    const char* Summary() const override { return "List the contexts of a file"; }
+    const char* Synopsis() const override {
+        return "[FILE] [--type all|path|database|file] [--provider NAME]... "
+               "[--format text|json|names]";
+    }
+    void Declare(CLI::App& arguments) override;
+    ExitStatus Run(Output& output) override;
+
+private:
+    std::optional<std::string> file_;
+    ViewChoice view_;
+    std::string format_ = "text";
+};
+
+// What matters at a glance; `show` tells the rest. A single site is the context's own database.
+std::string SitesToShow(const ContextFacts& context) {
+    std::vector<std::string> names;
+    for (const SiteFacts& site : context.sites)
+        names.push_back(site.site);
+    return names.size() > 1 ? Joined(names) : "";
+}
+
+void WriteTable(const std::vector<ContextFacts>& contexts, Output& output) {
+    Table table({"#", "NAME", "TYPE", "PARAMETER", "PROVIDER", "SITES", "FRIENDS", "ASSOCIATED"});
+    for (const ContextFacts& context : contexts) {
+        table.AddRow({std::to_string(context.position), Visible(context.name), TypeLabel(context),
+                      Visible(context.parameter),
+                      context.provider ? Visible(context.provider->name) : "", SitesToShow(context),
+                      Joined(context.friends), Visible(context.associated.value_or(""))});
+    }
+    output.Write(table.Render(output));
+}
+
+Json DocumentOf(const Source& source, const std::vector<ContextFacts>& contexts) {
+    Json document;
+    document["schema"] = "dyadctx/list/1";
+    document["file"] = source.file;
+    document["isDefault"] = source.isDefault;
+    document["view"] = NameOfView(*source.collector);
+    document["contexts"] = Json::array();
+    for (const ContextFacts& context : contexts)
+        document["contexts"].push_back(ToJson(context));
+    return document;
+}
+
+void List::Declare(CLI::App& arguments) {
+    DeclareFile(arguments, file_);
+    DeclareView(arguments, view_);
+    DeclareFormat(arguments, format_, {"text", "json", "names"});
+}
+
+ExitStatus List::Run(Output& output) {
+    const Source source = LoadSourceOrFail(file_, output);
+    SelectView(*source.collector, view_, output);
+    const std::vector<ContextFacts> contexts = FactsOfView(*source.collector);
+    if (format_ == "json") {
+        output.WriteJson(DocumentOf(source, contexts));
+    } else if (format_ == "names") {
+        for (const ContextFacts& context : contexts)
+            output.Write(Visible(context.name) + "\n");
+    } else {
+        WriteTable(contexts, output);
+    }
+    if (contexts.empty())
+        output.Note("there is no context in this view");
+    return ExitStatus::Done;
+}
+
+} // namespace
+
+std::unique_ptr<Command> MakeList() {
+    return std::make_unique<List>();
+}
+
+} // namespace dyadctx::tool

@@ -1,0 +1,23 @@
+// What the tool asks of the operating system beyond the platform services of the library.
+#pragma once
+
+#include <cstdio>
+#include <string>
+
+namespace dyadctx::tool {
+
+// Sets an environment variable of this process, where the library sees it.
+void SetEnvironment(const std::string& name, const std::string& value);
+
+// A stream to the standard output of the process. What anyone else writes to standard output from
+// now on goes to standard error. To be called once.
+std::FILE* TakeStandardOutput();
+
+bool IsTerminal(std::FILE* stream);
+
+// Puts a file with that content in the place of `path`, at once or not at all, and makes missing
+// folders above it. A link stays a link, and an existing file keeps its mode. Throws
+// std::system_error, and std::runtime_error where `path` is something other than a file.
+void ReplaceFile(const std::string& path, const std::string& content);
+
+} // namespace dyadctx::tool

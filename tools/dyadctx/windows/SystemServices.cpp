@@ -1,0 +1,76 @@
+#include "tools/dyadctx/SystemServices.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <system_error>
+
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+namespace dyadctx::tool {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::wstring Wide(const std::string& text) {
+    const int size = static_cast<int>(text.size());
+    const int length = MultiByteToWideChar(CP_UTF8, 0, text.data(), size, nullptr, 0);
+    std::wstring wide(static_cast<std::size_t>(length), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, text.data(), size, wide.data(), length);
+    return wide;
+}
+
+[[noreturn]] void ThrowSystemError() {
+    throw std::system_error(static_cast<int>(GetLastError()), std::system_category());
+}
+
+void WriteWhole(const fs::path& path, const std::string& content) {
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    file.write(content.data(), static_cast<std::streamsize>(content.size()));
+    file.close();
+    if (!file)
+        throw std::runtime_error("the folder cannot be written to");
+}
+
+} // namespace
+
+void SetEnvironment(const std::string& name, const std::string& value) {
+    if (SetEnvironmentVariableW(Wide(name).c_str(), Wide(value).c_str()) == 0)
+        ThrowSystemError();
+}
+
+std::FILE* TakeStandardOutput() {
+    const int answer = _dup(1);
+    std::FILE* stream = answer < 0 ? nullptr : _fdopen(answer, "wb");
+    if (stream == nullptr)
+        return stdout;
+    _dup2(2, 1);
+    return stream;
+}
+
+bool IsTerminal(std::FILE* stream) {
+    return _isatty(_fileno(stream)) != 0;
+}
+
+void ReplaceFile(const std::string& path, const std::string& content) {
+    const fs::path target = fs::weakly_canonical(fs::absolute(fs::path(Wide(path))));
+    fs::create_directories(target.parent_path());
+    if (fs::exists(target) && !fs::is_regular_file(target))
+        throw std::runtime_error("it is not a regular file");
+    fs::path temporary = target;
+    temporary += L".new";
+    WriteWhole(temporary, content);
+    if (MoveFileExW(temporary.c_str(), target.c_str(),
+                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
+        const DWORD code = GetLastError();
+        DeleteFileW(temporary.c_str());
+        SetLastError(code);
+        ThrowSystemError();
+    }
+}
+
+} // namespace dyadctx::tool
