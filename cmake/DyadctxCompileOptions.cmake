@@ -43,3 +43,20 @@ function(dyadctx_link_options target)
     set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${map})
   endif()
 endfunction()
+
+include(CheckIPOSupported)
+check_ipo_supported(RESULT dyadctx_ipo_supported OUTPUT dyadctx_ipo_reason LANGUAGES CXX)
+
+# dyadctx_optimise_across_sources(TARGET): in release builds, small functions of one source are
+# inlined into another. Reading a file calls them tens of times per context.
+function(dyadctx_optimise_across_sources target)
+  if(dyadctx_ipo_supported AND NOT DYADCTX_SANITIZE)
+    set_target_properties(${target} PROPERTIES
+      INTERPROCEDURAL_OPTIMIZATION_RELEASE ON
+      INTERPROCEDURAL_OPTIMIZATION_MINSIZEREL ON)
+  endif()
+  if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    # An exported function is called directly from within the library, not looked up at run time.
+    target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+  endif()
+endfunction()
