@@ -25,13 +25,20 @@ VELUnicodeString ReadTraceSetting() noexcept {
     }
 }
 
-// Both are set when the library is loaded.
-const VELUnicodeString traceSetting = ReadTraceSetting();
-[[maybe_unused]] const bool isOnFromStart = [] {
-    if (!traceSetting.IsEmpty() && traceSetting != VELUnicodeString("0"))
+// Read when the library is loaded, in whatever order its files are initialised.
+const VELUnicodeString& TraceSetting() noexcept {
+    static const VELUnicodeString setting = ReadTraceSetting();
+    return setting;
+}
+
+bool TurnOnAsSet() noexcept {
+    const std::string_view value = TraceSetting().AsView();
+    if (!value.empty() && value != "0")
         activity = 1;
     return activity != 0;
-}();
+}
+
+[[maybe_unused]] const bool isOnFromStart = TurnOnAsSet();
 
 bool NamesFile(const VELUnicodeString& setting) {
     const std::string_view value = setting.AsView();
@@ -39,8 +46,8 @@ bool NamesFile(const VELUnicodeString& setting) {
 }
 
 dyadctx::TraceHandle TraceOutput() {
-    static const dyadctx::TraceHandle handle = NamesFile(traceSetting)
-                                                   ? dyadctx::OpenTraceFile(traceSetting)
+    static const dyadctx::TraceHandle handle = NamesFile(TraceSetting())
+                                                   ? dyadctx::OpenTraceFile(TraceSetting())
                                                    : dyadctx::StandardErrorHandle();
     return handle;
 }

@@ -93,7 +93,9 @@ VELUnicodeString VELMsgCatalog::BuildMessage(const VELString& catalog, const VEL
         VELMsgCatalogSource* host = hostSource.load();
         auto text = host != nullptr ? BuildFromHost(*host, catalog, key, parameters, count)
                                     : BuildBuiltIn(catalog, key, parameters, count);
-        return text ? std::move(*text) : defaultText;
+        if (text)
+            return std::move(*text);
+        return defaultText;
     } catch (const std::exception&) {
         return {};
     }

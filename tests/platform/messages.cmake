@@ -1,0 +1,22 @@
+# Tests of the message catalog and of the platform trace.
+
+dyadctx_add_test(messages_test PRIVATE SOURCES
+  AllocationFailure.cpp
+  MessageFilesTest.cpp
+  MessageLanguageTest.cpp
+  MessagePlaceholdersTest.cpp
+  MessageTextsTest.cpp
+  MoCatalogTest.cpp
+  PoFile.cpp
+  VELDyadTraceTest.cpp
+  VELMsgCatalogTest.cpp)
+
+# Linked from the objects, it starts before the library's own static objects are made.
+add_executable(diagnostics_probe DiagnosticsProbe.cpp)
+target_link_libraries(diagnostics_probe PRIVATE dyadctx_test_support dyadctx_objects)
+dyadctx_compile_options(diagnostics_probe)
+
+dyadctx_add_test(diagnostics_environment_test SOURCES DiagnosticsEnvironmentTest.cpp)
+add_dependencies(diagnostics_environment_test diagnostics_probe)
+target_compile_definitions(diagnostics_environment_test PRIVATE
+  DYADCTX_DIAGNOSTICS_PROBE="$<TARGET_FILE:diagnostics_probe>")
