@@ -80,8 +80,7 @@ DomAttribute* DomDocument::FindAttribute(const DomNode& node, std::uint32_t name
     return found != end ? found : nullptr;
 }
 
-DomNodeSpan DomDocument::ElementsByTagName(const DomNode& node, std::string_view name,
-                                           int atMost) {
+DomNodeSpan DomDocument::ElementsByTagName(const DomNode& node, std::string_view name, int atMost) {
     const std::uint32_t id = names_.Find(name);
     if (id == DomNames::None)
         return {};
@@ -109,11 +108,9 @@ DomNode* DomDocument::CreateElement(std::string_view name) {
     const std::uint32_t id = InternValid(name);
     if (id == DomNames::None)
         return nullptr;
-    DomNode* node = ::new (nodes_.AllocateArray<DomNode>(1)) DomNode();
-    node->name = id;
+    DomNode* node = NewElement(id);
     node->flags = DomNode::Created;
     node->origin.parent = nullptr;
-    names_.CountElement(id);
     return node;
 }
 
@@ -127,8 +124,8 @@ bool DomDocument::SetAttribute(DomNode& node, std::string_view name, std::string
     }
     DomAttribute added{id, 0, {}};
     SetValue(added, value);
-    node.attributes = WithRoomForOneMore(node.attributes, node.attributeCount,
-                                         node.Is(DomNode::GrownAttributes));
+    node.attributes =
+        WithRoomForOneMore(node.attributes, node.attributeCount, node.Is(DomNode::GrownAttributes));
     node.flags |= DomNode::GrownAttributes;
     node.attributes[node.attributeCount++] = added;
     return true;
@@ -159,8 +156,7 @@ DomNode* DomDocument::AddReadElement(const char* name, const char* const* attrib
     std::uint32_t count = 0;
     while (attributes[2 * count] != nullptr)
         ++count;
-    DomNode* node = ::new (nodes_.AllocateArray<DomNode>(1)) DomNode();
-    node->name = names_.Intern(name);
+    DomNode* node = NewElement(names_.Intern(name));
     node->flags = DomNode::Attached;
     node->origin.position = position;
     if (count > 0)
@@ -171,7 +167,6 @@ DomNode* DomDocument::AddReadElement(const char* name, const char* const* attrib
         attribute->name = names_.Intern(pair[0]);
         SetValue(*attribute, pair[1]);
     }
-    names_.CountElement(node->name);
     if (root_ == nullptr)
         root_ = node;
     return node;
@@ -183,6 +178,16 @@ void DomDocument::SetReadChildren(DomNode& node, DomNode* const* children, std::
     node.children = nodes_.AllocateArray<DomNode*>(count);
     std::copy_n(children, count, node.children);
     node.childCount = count;
+}
+
+DomNode* DomDocument::NewElement(std::uint32_t name) {
+    // Two tags and the indentation of a usual depth.
+    constexpr std::size_t Marks = 20;
+    DomNode* node = ::new (nodes_.AllocateArray<DomNode>(1)) DomNode();
+    node->name = name;
+    names_.CountElement(name);
+    estimatedTextSize_ += 2 * names_.Text(name).size() + Marks;
+    return node;
 }
 
 // Every name in the table is valid, so only a new one is looked at.
@@ -199,6 +204,9 @@ void DomDocument::SetValue(DomAttribute& attribute, std::string_view value) {
     else if (!value.empty())
         std::memcpy(attribute.shortBytes, value.data(), value.size());
     attribute.length = static_cast<std::uint32_t>(value.size());
+    // Blank, equals sign and quotes.
+    constexpr std::size_t Marks = 4;
+    estimatedTextSize_ += names_.Text(attribute.name).size() + value.size() + Marks;
 }
 
 template<class T>

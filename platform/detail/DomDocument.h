@@ -78,6 +78,8 @@ public:
     const DomNames& Names() const noexcept { return names_; }
     DomNode* Root() const noexcept { return root_; }
     std::string_view TagName(const DomNode& node) const noexcept { return names_.Text(node.name); }
+    // About how long the document is as text, to set memory aside in one go.
+    std::size_t EstimatedTextSize() const noexcept { return estimatedTextSize_; }
 
     // Null when there is none.
     const DomAttribute* FindAttribute(const DomNode& node, std::string_view name) const noexcept;
@@ -98,6 +100,7 @@ public:
 
 private:
     std::uint32_t InternValid(std::string_view name);
+    DomNode* NewElement(std::uint32_t name);
     void SetValue(DomAttribute& attribute, std::string_view value);
     DomAttribute* FindAttribute(const DomNode& node, std::uint32_t name) const noexcept;
     template<class T>
@@ -107,6 +110,7 @@ private:
     DomArena bytes_;
     DomNames names_;
     DomNode* root_ = nullptr;
+    std::size_t estimatedTextSize_ = 0;
     std::size_t references_ = 0;
 };
 

@@ -1,5 +1,5 @@
-// Lets a private test make one call of the XML layer fail, to see what its callers make of it. While
-// no test has armed it, it costs one load of an atomic.
+// Lets a private test make one call of the XML layer fail, to see what its callers make of it.
+// While no test has armed it, it costs one load of an atomic.
 #pragma once
 
 #include <atomic>

@@ -13,7 +13,7 @@ using dyadctx::DomNode;
 
 namespace {
 
-// What an operation answers that a test has told to fail.
+// What an operation answers that gives no handle, because it cannot or a test has told it so.
 VELResult AnswerOf(DomFault fault) noexcept {
     return fault == DomFault::NullHandle ? S_OK : E_FAIL;
 }
@@ -55,7 +55,11 @@ VELIDOMHandle& VELIDOMHandle::operator=(const VELIDOMHandle& other) noexcept {
 }
 
 VELIDOMHandle& VELIDOMHandle::operator=(VELIDOMHandle&& other) noexcept {
-    std::swap(document_, other.document_);
+    if (this == &other)
+        return *this;
+    DomDocument* former = std::exchange(document_, std::exchange(other.document_, nullptr));
+    if (former != nullptr)
+        former->Release();
     return *this;
 }
 
@@ -167,8 +171,7 @@ VELResult VELIDOMElement::GetElementsByTagName(const VELUnicodeString& name,
     if (fault == DomFault::None) {
         result = WithoutExceptions([&] {
             const auto span = Document().ElementsByTagName(*node, name.AsView(), atMost);
-            found =
-                VELIDOMNodeList(DocumentOrNull(), span.nodes, static_cast<int>(span.length));
+            found = VELIDOMNodeList(DocumentOrNull(), span.nodes, static_cast<int>(span.length));
             return true;
         });
     }

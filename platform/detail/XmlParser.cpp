@@ -149,8 +149,7 @@ bool Reading::ParsePiece(std::size_t size, bool isLast) {
     if (XML_ParseBuffer(parser_.get(), static_cast<int>(size), isLast) == XML_STATUS_OK)
         return true;
     const XML_Error error = XML_GetErrorCode(parser_.get());
-    return Refuse(stopReason_ != nullptr ? stopReason_ : ReasonFor(error),
-                  positions_.At(Offset()));
+    return Refuse(stopReason_ != nullptr ? stopReason_ : ReasonFor(error), positions_.At(Offset()));
 }
 
 void Reading::Start(const char* name, const char* const* attributes) {

@@ -16,7 +16,6 @@ constexpr std::string_view Declaration = "<?xml version=\"1.0\" encoding=\"UTF-8
 // Deeper elements are not moved further right, so that the text of a deep document stays in
 // proportion to the document.
 constexpr std::size_t DeepestIndentation = 32;
-constexpr std::string_view IndentationStep = "  ";
 
 // A line end in a value would be read as a blank, so it goes as a reference.
 std::string_view ReferenceFor(char c) noexcept {
@@ -75,6 +74,7 @@ private:
 };
 
 bool Serializer::Run(const DomNode& root) {
+    text_.reserve(Declaration.size() + document_.EstimatedTextSize());
     text_ = Declaration;
     if (!Start(root))
         return false;
@@ -158,9 +158,8 @@ bool Serializer::AppendValue(std::string_view value) {
 void Serializer::BeginLine() {
     if (layout_ == XmlLayout::OneLine)
         return;
-    const std::size_t depth = std::min(open_.size(), DeepestIndentation);
-    for (std::size_t level = 0; level < depth; ++level)
-        text_ += IndentationStep;
+    constexpr std::size_t Step = 2;
+    text_.append(Step * std::min(open_.size(), DeepestIndentation), ' ');
 }
 
 void Serializer::EndLine() {

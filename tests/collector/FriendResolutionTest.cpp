@@ -36,9 +36,8 @@ TEST_F(FriendResolution, NoContextIsASuccessThatOnlyLogs) {
     EXPECT_EQ(contexts_.Link(), S_OK);
 
     EXPECT_EQ(contexts_.Message(), "before");
-    EXPECT_EQ(
-        trace.Lines(),
-        (Lines{"LOG VELDyadCtxCollector:SetFriendsAndAssociated : no Context defined"}));
+    EXPECT_EQ(trace.Lines(),
+              (Lines{"LOG VELDyadCtxCollector:SetFriendsAndAssociated : no Context defined"}));
 }
 
 TEST_F(FriendResolution, PlaceholdersBecomeTheDeclaredContextsOfTheirNames) {
@@ -56,15 +55,15 @@ TEST_F(FriendResolution, PlaceholdersBecomeTheDeclaredContextsOfTheirNames) {
     EXPECT_EQ(FriendOf(a, 1), &c);
     EXPECT_EQ(FriendOf(a, 2), &b);
     EXPECT_EQ(AssociatedOf(b), &c);
-    EXPECT_EQ(trace.Lines(), (Lines{"ENTER VELDyadCtxCollector:SetFriendsAndAssociated",
-                                    "LOG VELDyadContext:GetFriends Ctx <A> has 2 Friends",
-                                    "LOG VELDyadContext:SetFriends[1]= C",
-                                    "LOG VELDyadContext:SetFriends[2]= B",
-                                    "LOG VELDyadContext:GetFriends Ctx <B> has 0 Friends",
-                                    "LOG VELDyadContext:GetAssociatedContext <C>",
-                                    "LOG VELDyadContext:SetAssociated Name=C",
-                                    "LOG VELDyadContext:GetFriends Ctx <C> has 0 Friends",
-                                    "LEAVE VELDyadCtxCollector:SetFriendsAndAssociated"}));
+    EXPECT_EQ(trace.Lines(),
+              (Lines{"ENTER VELDyadCtxCollector:SetFriendsAndAssociated",
+                     "LOG VELDyadContext:GetFriends Ctx <A> has 2 Friends",
+                     "LOG VELDyadContext:SetFriends[1]= C", "LOG VELDyadContext:SetFriends[2]= B",
+                     "LOG VELDyadContext:GetFriends Ctx <B> has 0 Friends",
+                     "LOG VELDyadContext:GetAssociatedContext <C>",
+                     "LOG VELDyadContext:SetAssociated Name=C",
+                     "LOG VELDyadContext:GetFriends Ctx <C> has 0 Friends",
+                     "LEAVE VELDyadCtxCollector:SetFriendsAndAssociated"}));
 }
 
 TEST_F(FriendResolution, PlaceholdersStayOwnedByTheCollector) {
@@ -157,8 +156,7 @@ TEST_F(FriendResolution, AnUnknownFriendIsReportedThenTracedAndEndsTheFriendsOfI
     EXPECT_EQ(trace.Lines(),
               (Lines{"ENTER VELDyadCtxCollector:SetFriendsAndAssociated",
                      "LOG VELDyadContext:GetFriends Ctx <A> has 4 Friends",
-                     "LOG VELDyadContext:SetFriends[1]= A",
-                     Logged + UnknownFriend + "(A|X)\n>",
+                     "LOG VELDyadContext:SetFriends[1]= A", Logged + UnknownFriend + "(A|X)\n>",
                      "ERROR VELDyadCtxCollector::SetFriendsAndAssociated : Context number=1, "
                      "friend number=2 Context not defined",
                      "LEAVE VELDyadCtxCollector:SetFriendsAndAssociated"}));
@@ -188,8 +186,8 @@ TEST_F(FriendResolution, WithoutAssociatedContextsEveryContextReportsItsFirstUnk
     }
 
     EXPECT_EQ(contexts_.Link(), E_FAIL);
-    EXPECT_EQ(contexts_.Message(), UnknownFriend + "(A|XA)\n" + UnknownFriend + "(B|XB)\n" +
-                                       UnknownFriend + "(C|XC)\n");
+    EXPECT_EQ(contexts_.Message(),
+              UnknownFriend + "(A|XA)\n" + UnknownFriend + "(B|XB)\n" + UnknownFriend + "(C|XC)\n");
 }
 
 TEST_F(FriendResolution, ANamelessAssociatedContextDoesNotEndTheWalk) {

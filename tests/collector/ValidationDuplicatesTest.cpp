@@ -1,4 +1,5 @@
 #include "collector/DeclaredContexts.h"
+#include "platform/VELDyadDbProviderServices.h"
 #include "support/ContextFile.h"
 #include "support/FaultyProviders.h"
 #include "support/KeyCatalog.h"
@@ -204,15 +205,14 @@ TEST_F(ValidationDuplicates, TheSearchTracesAMatchWithTheCallsItMakes) {
     EXPECT_TRUE(FindsDatabase(1, first, &match));
 
     EXPECT_EQ(match, &second);
-    EXPECT_EQ(trace.Lines(),
-              (Lines{"ENTER VELDyadCtxCollector:FindMatchingDatabase <One>",
-                     "ENTER VELDyadContext:GetDyadDbProvider",
-                     "LEAVE VELDyadContext:GetDyadDbProvider",
-                     "ENTER VELDyadContext:GetDyadDbProvider",
-                     "LEAVE VELDyadContext:GetDyadDbProvider",
-                     "WARNING VELDyadCtxCollector:FindMatchingDatabase : 2 Contexts similar One & "
-                     "Two",
-                     "LEAVE VELDyadCtxCollector:FindMatchingDatabase <One>"}));
+    EXPECT_EQ(
+        trace.Lines(),
+        (Lines{"ENTER VELDyadCtxCollector:FindMatchingDatabase <One>",
+               "ENTER VELDyadContext:GetDyadDbProvider", "LEAVE VELDyadContext:GetDyadDbProvider",
+               "ENTER VELDyadContext:GetDyadDbProvider", "LEAVE VELDyadContext:GetDyadDbProvider",
+               "WARNING VELDyadCtxCollector:FindMatchingDatabase : 2 Contexts similar One & "
+               "Two",
+               "LEAVE VELDyadCtxCollector:FindMatchingDatabase <One>"}));
 }
 
 TEST_F(ValidationDuplicates, TheSearchTracesItsEndWithoutMatch) {
@@ -237,11 +237,11 @@ TEST_F(ValidationDuplicates, TheSearchForAStepProviderSaysThatItDoesNotTest) {
 
     EXPECT_FALSE(FindsDatabase(1, first, nullptr));
 
-    EXPECT_EQ(trace.Lines(),
-              (Lines{"ENTER VELDyadCtxCollector:FindMatchingDatabase <One>",
-                     "ENTER VELDyadContext:GetDyadDbProvider",
-                     "LEAVE VELDyadContext:GetDyadDbProvider",
-                     "LEAVE VELDyadCtxCollector:FindMatchingDatabase NO test on provider <STEP> "}));
+    EXPECT_EQ(
+        trace.Lines(),
+        (Lines{"ENTER VELDyadCtxCollector:FindMatchingDatabase <One>",
+               "ENTER VELDyadContext:GetDyadDbProvider", "LEAVE VELDyadContext:GetDyadDbProvider",
+               "LEAVE VELDyadCtxCollector:FindMatchingDatabase NO test on provider <STEP> "}));
 }
 
 TEST_F(ValidationDuplicates, TheSearchIsSilentWhereItDoesNotBegin) {
@@ -251,8 +251,7 @@ TEST_F(ValidationDuplicates, TheSearchIsSilentWhereItDoesNotBegin) {
 
     EXPECT_FALSE(FindsDatabase(1, path, nullptr));
     EXPECT_FALSE(FindsDatabase(2, last, nullptr));
-    EXPECT_EQ(
-        CollectorAccess::FindMatchingDatabase(contexts_.Collector(), 1, nullptr, nullptr), 0);
+    EXPECT_EQ(CollectorAccess::FindMatchingDatabase(contexts_.Collector(), 1, nullptr, nullptr), 0);
 
     EXPECT_EQ(trace.Lines(), Lines());
 }
@@ -309,19 +308,24 @@ TEST_F(ValidationDuplicates, AHostsProvidersAreCalledForEveryPair) {
     // The kept providers are the second, fourth and sixth one made.
     EXPECT_EQ(host.TakeCalls(),
               (Lines{"CreateFrom #2 -> #7", "#7 GetName", "CreateFrom #4 -> #8", "#7 IsSame #8",
-                     "CreateFrom #6 -> #9", "#7 IsSame #9", "CreateFrom #4 -> #10",
-                     "#10 GetName", "CreateFrom #6 -> #11", "#10 IsSame #11"}));
+                     "CreateFrom #6 -> #9", "#7 IsSame #9", "CreateFrom #4 -> #10", "#10 GetName",
+                     "CreateFrom #6 -> #11", "#10 IsSame #11"}));
 }
 
 TEST_F(ValidationDuplicates, OneProviderOfAHostMakesTheCheckAskAllOfThem) {
-    auto host = std::make_unique<FaultyProviders>();
-    contexts_.DeclareDatabase("One", "X");
-    host->AnswerSameness("X", "ORB1", true);
-    host.reset();
-    contexts_.DeclareDatabase("Two", "ORB1");
+    FaultyProviders host;
+    contexts_.DeclareDatabase("One", "X", "s");
+    VELDyadDbProviderFactory* factory = VELDyadDbProviderServices::SetFactory(nullptr);
+    contexts_.DeclareDatabase("Two", "X", "s");
+    host.TakeCalls();
 
-    // The built-in factory makes the copies, but not of providers that are not its own.
-    EXPECT_EQ(contexts_.Check(), S_OK);
+    const VELResult result = contexts_.Check();
+    VELDyadDbProviderServices::SetFactory(factory);
+
+    // The built-in factory copies the host's provider through its interface.
+    EXPECT_EQ(host.TakeCalls(), (Lines{"#2 GetName", "#2 GetServerDetails"}));
+    EXPECT_EQ(result, E_FAIL);
+    EXPECT_EQ(contexts_.Message(), "Ctx.Check.CtxDatabaseAlreadyDefined(One|Two)\n");
 }
 
 TEST_F(ValidationDuplicates, AProviderThatCannotBeHadIsNotCompared) {

@@ -38,17 +38,17 @@ TEST_F(Validation, CheckOfValidContextsTracesEachOfThem) {
     EXPECT_EQ(contexts_.Check(), S_OK);
 
     EXPECT_EQ(contexts_.Message(), "");
-    EXPECT_EQ(trace.Lines(),
-              (Lines{"ENTER VELDyadCtxCollector:Check",
-                     "ENTER VELDyadCtxCollector:CheckContext <A>",
-                     "LOG VELDyadCtxCollector:CheckContext <A> of Prov <one> of Type <Path>",
-                     "LOG VELDyadContext:GetFriends Ctx <A> has 0 Friends",
-                     "LEAVE VELDyadCtxCollector:CheckContext <A> OK",
-                     "ENTER VELDyadCtxCollector:CheckContext <DYADIC>",
-                     "LOG VELDyadCtxCollector:CheckContext <DYADIC> of Prov <> of Type <Default>",
-                     "LOG VELDyadContext:GetFriends Ctx <DYADIC> has 0 Friends",
-                     "LEAVE VELDyadCtxCollector:CheckContext <DYADIC> OK",
-                     "LEAVE VELDyadCtxCollector:Check"}));
+    EXPECT_EQ(
+        trace.Lines(),
+        (Lines{"ENTER VELDyadCtxCollector:Check", "ENTER VELDyadCtxCollector:CheckContext <A>",
+               "LOG VELDyadCtxCollector:CheckContext <A> of Prov <one> of Type <Path>",
+               "LOG VELDyadContext:GetFriends Ctx <A> has 0 Friends",
+               "LEAVE VELDyadCtxCollector:CheckContext <A> OK",
+               "ENTER VELDyadCtxCollector:CheckContext <DYADIC>",
+               "LOG VELDyadCtxCollector:CheckContext <DYADIC> of Prov <> of Type <Default>",
+               "LOG VELDyadContext:GetFriends Ctx <DYADIC> has 0 Friends",
+               "LEAVE VELDyadCtxCollector:CheckContext <DYADIC> OK",
+               "LEAVE VELDyadCtxCollector:Check"}));
 }
 
 TEST_F(Validation, CheckStopsBehindTheFirstInvalidContext) {
@@ -153,14 +153,14 @@ TEST_F(Validation, EveryRuleIsAppliedAndTracedWhateverTheOnesBefore) {
     EXPECT_EQ(contexts_.Message(), fourth);
     const std::string logged =
         "WARNING VELDyadCtxCollector::LogError Method <VELDyadCtxCollector::Check> Error=<";
-    EXPECT_EQ(trace.Lines(),
-              (Lines{"ENTER VELDyadCtxCollector:CheckContext <>",
-                     "LOG VELDyadCtxCollector:CheckContext <> of Prov <> of Type <Odd>",
-                     logged + first + ">",
-                     "WARNING VELDyadCtxCollector:CheckContext Null context name",
-                     logged + second + ">", logged + third + ">", logged + fourth + ">",
-                     "LOG VELDyadContext:GetFriends Ctx <> has 0 Friends",
-                     "ERROR VELDyadCtxCollector:CheckContext <> KO"}));
+    EXPECT_EQ(
+        trace.Lines(),
+        (Lines{"ENTER VELDyadCtxCollector:CheckContext <>",
+               "LOG VELDyadCtxCollector:CheckContext <> of Prov <> of Type <Odd>",
+               logged + first + ">", "WARNING VELDyadCtxCollector:CheckContext Null context name",
+               logged + second + ">", logged + third + ">", logged + fourth + ">",
+               "LOG VELDyadContext:GetFriends Ctx <> has 0 Friends",
+               "ERROR VELDyadCtxCollector:CheckContext <> KO"}));
 }
 
 TEST_F(Validation, ALongNameIsTracedWithItsLengthBehindTheMessage) {
@@ -285,12 +285,11 @@ TEST_F(Validation, CheckDefaultContextReportsUnderItsOwnName) {
     VELUnicodeString message("before\n");
     const RecordingTrace trace;
 
-    EXPECT_EQ(CollectorAccess::CheckDefaultContext(contexts_.Collector(), "DYADIC", "x", "Path",
-                                                   message),
-              0);
+    EXPECT_EQ(
+        CollectorAccess::CheckDefaultContext(contexts_.Collector(), "DYADIC", "x", "Path", message),
+        0);
 
-    const std::string first =
-        "before\nCtx.Check.CtxDefaultInvalidParamType(DYADIC|Path|Default)\n";
+    const std::string first = "before\nCtx.Check.CtxDefaultInvalidParamType(DYADIC|Path|Default)\n";
     const std::string second = first + "Ctx.Check.CtxDefaultInvalidParam(DYADIC|x)\n";
     EXPECT_EQ(Text(message), second);
     const std::string logged = "WARNING VELDyadCtxCollector::LogError Method "

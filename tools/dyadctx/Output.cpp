@@ -125,6 +125,7 @@ std::string Table::Render(const Output& output) const {
             gap = std::string(static_cast<std::size_t>(width - DisplayWidth(cells[i])), ' ');
             gap += ColumnGap;
         }
+        text.erase(text.find_last_not_of(' ') + 1);
         text += "\n";
     };
     if (!rows_.empty())

@@ -1,0 +1,16 @@
+# Tests of the XML layer.
+dyadctx_add_test(platform_dom_test SOURCES
+  DomTesting.cpp
+  VELIXMLDOMBuildTest.cpp
+  VELIXMLDOMNodesTest.cpp
+  VELIXMLDOMParseTest.cpp
+  VELIXMLDOMPositionsTest.cpp
+  VELIXMLDOMRoundTripTest.cpp
+  VELIXMLDOMWriteTest.cpp)
+
+dyadctx_add_test(platform_dom_private_test PRIVATE SOURCES
+  DomAllocationTest.cpp
+  DomFaultsTest.cpp
+  DomParserTest.cpp
+  DomTesting.cpp)
+target_link_libraries(platform_dom_private_test PRIVATE dyadctx_failing_allocation)

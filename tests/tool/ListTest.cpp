@@ -1,0 +1,169 @@
+// `list`: the contexts of a file and its views.
+#include "tool/ToolTest.h"
+
+namespace dyadctx::test {
+
+namespace {
+
+constexpr const char* Contexts = R"(
+    <Context Name="DYADIC" Parameter="" ParameterType="Default"/>
+    <Context Name="Design" Parameter="/d" ParameterType="Path">
+      <CtxFriends><Context Name="Parts"/></CtxFriends></Context>
+    <Context Name="Parts" Parameter="/p.lst" ParameterType="File">
+      <CtxAssociated><Context Name="Vault"/></CtxAssociated></Context>
+    <Context Name="Vault" Parameter="v" ParameterType="Database" ConnectorName="KRL"
+             ServerName="north" Role="main"/>
+    <Context Name="Vault" Parameter="v" ParameterType="Database" ConnectorName="KRL"
+             ServerName="south" Role="copy"/>
+    <Context Name="Store" Parameter="s" ParameterType="Database" ConnectorName="HWB"
+             ServerName="store"/>)";
+
+class List : public ToolTest {
+protected:
+    void SetUp() override { WriteContexts("site.xml", Contexts); }
+};
+
+const Environment Multisite{{"TE_MULTISITE_DBCONTEXT", "1"}};
+
+} // namespace
+
+TEST_F(List, AlignsTheColumnsThatHaveContent) {
+    Expect(
+        {"table",
+         {"list", "site.xml", "--db-context"},
+         0,
+         "#  NAME    TYPE      PARAMETER  PROVIDER                           FRIENDS  ASSOCIATED\n"
+         "1  DYADIC  Default\n"
+         "2  Design  Path      /d                                            Parts\n"
+         "3  Parts   File      /p.lst                                                 Vault\n"
+         "4  Vault   Database  v          KRL (Role=main, ServerName=north)\n"
+         "5  Store   Database  s          HWB (ServerName=store)\n",
+         {},
+         {}});
+}
+
+TEST_F(List, AlignsWideAndCombiningCharactersByWhatTheyTakeOnTheScreen) {
+    WriteContexts("wide.xml",
+                  "<Context Name=\"図面\" Parameter=\"/a\" ParameterType=\"Path\"/>"
+                  "<Context Name=\"e\xCC\x81\" Parameter=\"/b\" ParameterType=\"Path\"/>"
+                  "<Context Name=\"abcd\" Parameter=\"/c\" ParameterType=\"Path\"/>");
+    Expect({"wide",
+            {"list", "wide.xml"},
+            0,
+            "#  NAME  TYPE  PARAMETER\n"
+            "1  図面  Path  /a\n"
+            "2  e\xCC\x81     Path  /b\n"
+            "3  abcd  Path  /c\n",
+            {},
+            {}});
+}
+
+TEST_F(List, JsonHasAllOfEachContext) {
+    const Json document = RunForJson({"list", "site.xml", "--db-context"}, 0, Multisite);
+    EXPECT_EQ(document.begin().key(), "schema");
+    EXPECT_EQ(document["schema"], "dyadctx/list/1");
+    EXPECT_EQ(document["file"], "site.xml");
+    EXPECT_EQ(document["isDefault"], false);
+    EXPECT_EQ(document["view"], "all");
+    ASSERT_EQ(document["contexts"].size(), 5U);
+    const Json parts = {
+        {"position", 3},           {"name", "Parts"},     {"parameter", "/p.lst"},
+        {"parameterType", "File"}, {"label", "File"},     {"friends", Json::array()},
+        {"associated", "Vault"},   {"provider", nullptr}, {"sites", Json::array()},
+        {"line", nullptr},         {"column", nullptr}};
+    EXPECT_EQ(document["contexts"][2], parts);
+    EXPECT_EQ(document["contexts"][1]["friends"], Json({"Parts"}));
+    const Json provider = {{"name", "KRL"},
+                           {"serverDetails",
+                            {{"http", ""},
+                             {"Role", "main"},
+                             {"ServerName", "north"},
+                             {"ServerPort", ""},
+                             {"URI", ""},
+                             {"SiteId", ""}}}};
+    EXPECT_EQ(document["contexts"][3]["provider"], provider);
+    EXPECT_EQ(document["contexts"][3]["provider"]["serverDetails"].begin().key(), "http");
+    EXPECT_EQ(document["contexts"][3]["sites"], Json({"north:main", "south:copy"}));
+}
+
+TEST_F(List, SitesAreKnownOnlyWhileTheProcessHasMultisiteSupport) {
+    const Json document = RunForJson({"list", "site.xml", "--db-context"});
+    EXPECT_EQ(document["contexts"][3]["sites"], Json::array());
+}
+
+TEST_F(List, EachViewHoldsItsContexts) {
+    struct View {
+        std::vector<std::string> arguments;
+        std::string view;
+        std::string names;
+    };
+    const std::vector<View> views{
+        {{"--type", "all"}, "all", "DYADIC\nDesign\nParts\nVault\nStore\n"},
+        {{"--type", "path"}, "path", "DYADIC\nDesign\n"},
+        {{"--type", "file"}, "file", "DYADIC\nDesign\nParts\n"},
+        {{"--type", "database"}, "database", "DYADIC\nDesign\nVault\nStore\n"},
+        {{"--type", "database", "--provider", "HWB"}, "database", "Design\nStore\n"},
+        {{"--provider", "KRL"}, "database", "Design\nVault\n"},
+        {{"--provider", "KRL", "--provider", "HWB"}, "database", "Design\nVault\nStore\n"},
+    };
+    for (const View& view : views) {
+        std::vector<std::string> arguments{"list", "site.xml", "--db-context"};
+        arguments.insert(arguments.end(), view.arguments.begin(), view.arguments.end());
+        EXPECT_EQ(RunForJson(arguments)["view"], view.view);
+        arguments.insert(arguments.end(), {"--format", "names"});
+        EXPECT_EQ(Run(arguments).standardOutput, view.names);
+    }
+}
+
+TEST_F(List, PositionsCountWithinTheView) {
+    const Json document = RunForJson({"list", "site.xml", "--db-context", "--provider", "HWB"});
+    EXPECT_EQ(document["contexts"][1]["name"], "Store");
+    EXPECT_EQ(document["contexts"][1]["position"], 2);
+}
+
+TEST_F(List, ATypeWithoutEffectIsSaid) {
+    WriteContexts("paths.xml", R"(<Context Name="A" Parameter="/a" ParameterType="Path"/>)");
+    const ChildResult result = Run({"list", "paths.xml", "--type", "database"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_NE(result.standardError.find("add --db-context"), std::string::npos);
+    EXPECT_EQ(RunForJson({"list", "paths.xml", "--type", "database"})["view"], "all");
+}
+
+TEST_F(List, AnEmptyViewIsSaid) {
+    WriteContexts("none.xml", R"(<Context Name="A" Parameter="a" ParameterType="Database"
+                                  ConnectorName="KRL"/>)");
+    Expect({"empty",
+            {"list", "none.xml", "--db-context", "--type", "path"},
+            0,
+            "",
+            {"there is no context in this view"},
+            {}});
+    EXPECT_EQ(RunForJson({"list", "none.xml", "--db-context", "--type", "path"})["contexts"],
+              Json::array());
+}
+
+TEST_F(List, AProviderGoesWithTheDatabaseViewOnly) {
+    Expect({"contradiction",
+            {"list", "site.xml", "--db-context", "--type", "path", "--provider", "KRL"},
+            2,
+            "",
+            {"--provider narrows the database view", "usage: dyadctx list"},
+            {}});
+}
+
+TEST_F(List, TheLabelFollowsTheLanguageAndTheTypeDoesNot) {
+    const Json context =
+        RunForJson({"list", "site.xml", "--db-context", "--lang", "ja"})["contexts"][1];
+    EXPECT_EQ(context["label"], "パス");
+    EXPECT_EQ(context["parameterType"], "Path");
+}
+
+TEST_F(List, ANameInBracketsIsTakenAsItIs) {
+    WriteContexts("brackets.xml", R"(<Context Name="[a,b]" Parameter="a" ParameterType="Database"
+                                      ConnectorName="[K,L]"/>)");
+    const ChildResult result =
+        Run({"list", "brackets.xml", "--db-context", "--provider", "[K,L]", "--format", "names"});
+    EXPECT_EQ(result.standardOutput, "[a,b]\n");
+}
+
+} // namespace dyadctx::test

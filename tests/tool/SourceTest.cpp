@@ -1,0 +1,124 @@
+// Where the contexts of a command come from, and what happens when they do not come.
+#include "tool/ToolTest.h"
+
+#include <filesystem>
+#include <sys/stat.h>
+
+namespace dyadctx::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* Contexts = R"(<Context Name="A" Parameter="/a" ParameterType="Path"/>)";
+
+class Source : public ToolTest {
+protected:
+    void SetUp() override { WriteContexts("a.xml", Contexts); }
+};
+
+} // namespace
+
+TEST_F(Source, AFileOfTheWorkingFolderNeedsNoFolder) {
+    Expect({"bare", {"list", "a.xml", "--format", "names"}, 0, "A\n", {}, {}});
+    Expect({"with folder", {"list", "./a.xml", "--format", "names"}, 0, "A\n", {}, {}});
+    Expect({"absolute", {"list", folder_.PathOf("a.xml"), "--format", "names"}, 0, "A\n", {}, {}});
+}
+
+TEST_F(Source, ExchangeChannelDoesNotChooseTheFile) {
+    Expect({"named",
+            {"list", "a.xml", "--format", "names"},
+            0,
+            "A\n",
+            {},
+            {{"ExchangeChannel", "/other.xml"}}});
+    EXPECT_EQ(Run({"list"}, {{"ExchangeChannel", folder_.PathOf("a.xml")}}).status, 3);
+}
+
+TEST_F(Source, AFileThatCannotBeReadIsToldWithTheReason) {
+    mkfifo(folder_.PathOf("fifo.xml").c_str(), 0644);
+    fs::create_directories(folder_.Path() / "folder.xml");
+    WriteContexts("a.XML", Contexts);
+    WriteContexts("noextension", Contexts);
+    WriteContexts("a.xml.bak", Contexts);
+    const std::string wrongName = "the name does not end in .xml, in lower case";
+    for (const std::string command : {"list", "scenarios"}) {
+        ExpectEach({
+            {"missing",
+             {command, "missing.xml"},
+             3,
+             "",
+             {"missing.xml: error: The context file \"./missing.xml\" cannot be used.",
+              "[Ctx.Collector.XMLFileNotValid]",
+              "dyadctx: error: missing.xml cannot be read: there is no such file"},
+             {}},
+            {"missing folder", {command, "no/a.xml"}, 3, "", {"there is no folder no"}, {}},
+            {"pipe", {command, "fifo.xml"}, 3, "", {"it is not a regular file"}, {}},
+            {"folder", {command, "folder.xml"}, 3, "", {"it is not a regular file"}, {}},
+            {"upper case", {command, "a.XML"}, 3, "", {wrongName}, {}},
+            {"no extension", {command, "noextension"}, 3, "", {wrongName}, {}},
+            {"other extension", {command, "a.xml.bak"}, 3, "", {wrongName}, {}},
+            {"empty name", {command, ""}, 3, "", {"the name of the file is empty"}, {}},
+        });
+    }
+}
+
+TEST_F(Source, AFileThatMayNotBeReadIsTold) {
+    fs::permissions(folder_.Path() / "a.xml", fs::perms(0));
+    const ChildResult result = RunAsOrdinaryUser({"list", "a.xml"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(result.standardOutput, "");
+    EXPECT_NE(result.standardError.find("a.xml cannot be read: the file may not be read"),
+              std::string::npos)
+        << result.standardError;
+}
+
+TEST_F(Source, AFileThatCannotBeLoadedIsToldWithEachFinding) {
+    folder_.Write("open.xml", "<DyAdDescription>");
+    Expect({"not well-formed",
+            {"list", "open.xml", "--format", "json"},
+            4,
+            "",
+            {"open.xml: error: The file is not well-formed XML.", "[Ctx.Parse.XMLSyntaxError]",
+             "dyadctx: error: open.xml cannot be loaded"},
+            {}});
+}
+
+TEST_F(Source, WithoutAFileTheEnvironmentChooses) {
+    const Environment named{{"VELDyadCtxInit", folder_.PathOf("a.xml")}};
+    for (const char* command : {"check", "list", "scenarios"})
+        EXPECT_EQ(RunForJson({command}, 0, named)["file"], folder_.PathOf("a.xml")) << command;
+    Expect({"none",
+            {"list"},
+            3,
+            "",
+            {"[Ctx.Collector.XMLFileNotSet]",
+             "no context file could be chosen; name one, or see `dyadctx which`"},
+            {}});
+}
+
+TEST_F(Source, WithoutAFileTheLibraryAlsoWritesItsOutputFile) {
+    Environment environment{{"VELDyadCtxInit", folder_.PathOf("a.xml")},
+                            {"VELDyadCtxOut", folder_.PathOf("copy.xml")}};
+    EXPECT_EQ(Run({"list"}, environment).status, 0);
+    EXPECT_EQ(Run({"list", "copy.xml", "--format", "names"}).standardOutput, "A\n");
+
+    environment["VELDyadCtxOut"] = folder_.PathOf("no/such/copy.xml");
+    Expect({"impossible",
+            {"list"},
+            6,
+            "",
+            {"copy.xml, which VELDyadCtxOut names, could not be written"},
+            environment});
+    Expect({"not with a file", {"list", "a.xml", "--format", "names"}, 0, "A\n", {}, environment});
+}
+
+TEST_F(Source, TheEnvironmentMaySwitchDatabasesOn) {
+    WriteContexts("db.xml", R"(<Context Name="V" Parameter="v" ParameterType="Database"
+                                ConnectorName="KRL"/>)");
+    EXPECT_EQ(Run({"check", "db.xml"}).status, 1);
+    EXPECT_EQ(Run({"check", "db.xml", "--db-context"}).status, 0);
+    EXPECT_EQ(Run({"check", "db.xml"}, {{"VELDbContextEnvironment", "1"}}).status, 0);
+}
+
+} // namespace dyadctx::test

@@ -1,0 +1,103 @@
+// `write`: a view written as a context file.
+#include "tool/ToolTest.h"
+
+#include <filesystem>
+
+namespace dyadctx::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* Contexts = R"(
+    <Context Name="Design" Parameter="/d" ParameterType="Path">
+      <CtxFriends><Context Name="Library"/></CtxFriends>
+      <Scenario><ScenarioID Ident="EX1" name="Export"/></Scenario></Context>
+    <Context Name="Library" Parameter="/l" ParameterType="Path"/>
+    <Context Name="Vault" Parameter="v" ParameterType="Database" ConnectorName="KRL"
+             ServerName="north" Role="main"/>)";
+
+class Write : public ToolTest {
+protected:
+    void SetUp() override { WriteContexts("site.xml", Contexts); }
+};
+
+} // namespace
+
+TEST_F(Write, WhatIsWrittenReadsBackTheSame) {
+    Expect({"write",
+            {"write", "site.xml", "-o", "out.xml", "--db-context"},
+            0,
+            "",
+            {"3 contexts written to out.xml", "exchange scenarios are not written"},
+            {}});
+    const Json before = RunForJson({"list", "site.xml", "--db-context"});
+    const Json after = RunForJson({"list", "out.xml", "--db-context"});
+    EXPECT_EQ(before["contexts"], after["contexts"]);
+}
+
+TEST_F(Write, WritesTheViewAskedFor) {
+    Expect({"quiet",
+            {"write", "site.xml", "-q", "--output", "out.xml", "--db-context", "--type", "path"},
+            0,
+            "",
+            {},
+            {}});
+    EXPECT_EQ(Run({"list", "out.xml", "--format", "names"}).standardOutput, "Design\nLibrary\n");
+}
+
+TEST_F(Write, AnImpossibleTargetLeavesEverythingAsItWas) {
+    fs::create_directories(folder_.Path() / "folder.xml");
+    ExpectEach({
+        {"missing folder",
+         {"write", "site.xml", "-o", "no/such/out.xml"},
+         6,
+         "",
+         {"no/such/out.xml could not be written"},
+         {}},
+        {"a folder",
+         {"write", "site.xml", "-o", "folder.xml"},
+         6,
+         "",
+         {"folder.xml could not be written"},
+         {}},
+        {"a device",
+         {"write", "site.xml", "-o", "/dev/null"},
+         6,
+         "",
+         {"/dev/null could not be written"},
+         {}},
+        {"no name", {"write", "site.xml", "-o", ""}, 6, "", {"could not be written"}, {}},
+    });
+    EXPECT_TRUE(fs::is_empty(folder_.Path() / "folder.xml"));
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_.Path()), fs::directory_iterator()), 2);
+}
+
+TEST_F(Write, AReadOnlyFolderIsRefused) {
+    fs::create_directories(folder_.Path() / "locked");
+    folder_.Write("locked/out.xml", "old");
+    fs::permissions(folder_.Path() / "locked", fs::perms(0555));
+    const ChildResult result = RunAsOrdinaryUser({"write", "site.xml", "-o", "locked/out.xml"});
+    fs::permissions(folder_.Path() / "locked", fs::perms(0755));
+    EXPECT_EQ(result.status, 6) << result.standardError;
+    EXPECT_EQ(folder_.Read("locked/out.xml"), "old");
+}
+
+TEST_F(Write, TheFileItselfMayBeTheTarget) {
+    EXPECT_EQ(Run({"write", "site.xml", "-o", "site.xml", "--db-context"}).status, 0);
+    EXPECT_EQ(Run({"list", "site.xml", "--db-context", "--format", "names"}).standardOutput,
+              "Design\nLibrary\nVault\n");
+}
+
+TEST_F(Write, AFileThatCannotBeLoadedWritesNothing) {
+    WriteContexts("broken.xml", R"(<Context Name="A" Parameter="" ParameterType="Path"/>)");
+    Expect({"broken",
+            {"write", "broken.xml", "-o", "out.xml"},
+            4,
+            "",
+            {"broken.xml: error: ", "[Ctx.Check.CtxEmptyParam]", "broken.xml cannot be loaded"},
+            {}});
+    EXPECT_FALSE(fs::exists(folder_.Path() / "out.xml"));
+}
+
+} // namespace dyadctx::test
