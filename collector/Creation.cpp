@@ -163,7 +163,9 @@ VELDyadCtxCollector* VELDyadCtxCollector::CreateCollectorFromXMLFile(const VELUn
         DeleteCollectorAtCreate(refused, failedStep, message);
         return nullptr;
     }
-    collector->SetCtxTypeList();
+    // Fails only without memory, and a collector with half its views is none.
+    if (collector->SetCtxTypeList() < 0)
+        return nullptr;
     return collector.release();
 }
 

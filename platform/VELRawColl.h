@@ -53,7 +53,7 @@ public:
 
     // The first position at or after `from` that holds `element`; 0 when there is none.
     int Locate(E element, int from = 1) const noexcept {
-        const auto start = std::clamp(from - 1, 0, Size());
+        const auto start = std::clamp(from, 1, Size() + 1) - 1;
         const auto found = std::find(elements_.begin() + start, elements_.end(), element);
         return found == elements_.end() ? 0 : static_cast<int>(found - elements_.begin()) + 1;
     }

@@ -23,8 +23,8 @@ public:
     // The records stay alive.
     ~VELSysSimpleHashTable();
 
-    // 1 when the record was taken, 0 when an equal one is present (it stays). May throw
-    // std::bad_alloc; the record is then not taken.
+    // 1 when the record was taken; 0 when an equal one is present (it stays) or the record is null.
+    // May throw std::bad_alloc; the record is then not taken.
     int Insert(void* record);
     // The record equal to the probe, or null.
     void* Locate(void* probe) const;

@@ -1,6 +1,7 @@
 #include "xml/detail/ContextWriter.h"
 
 #include "context/detail/ContextAccess.h"
+#include "platform/detail/InMemoryDbProvider.h"
 #include "trace/detail/TraceLine.h"
 #include "xml/detail/DbEnvironment.h"
 #include "xml/detail/FormatNames.h"
@@ -11,6 +12,17 @@ namespace {
 
 bool IsDatabase(const VELDyadContext& context) {
     return context.GetParameterType() == Names().databaseType;
+}
+
+// The context's provider, to be asked. Where nobody could see the difference, it is the one the
+// context keeps and not one made from it.
+VELResult GetProvider(const VELDyadContext& context, VELIDyadDbProvider_var& provider) {
+    const VELIDyadDbProvider_var& kept = ContextAccess::KeptProvider(context);
+    if (VELIsTraceActive() || !IsBuiltInFactoryActive() ||
+        InMemoryDbProvider::From(kept) == nullptr)
+        return context.GetDyadDbProvider(provider);
+    provider = kept;
+    return S_OK;
 }
 
 } // namespace
@@ -59,7 +71,7 @@ VELResult ContextWriter::WriteContextAt(int position) {
         return result;
     if (IsDatabase(*context) && IsDbEnvironmentActive()) {
         VELIDyadDbProvider_var provider;
-        result = context->GetDyadDbProvider(provider);
+        result = GetProvider(*context, provider);
         if (result >= 0 && !provider.IsNull())
             result = SetProvider(provider, element);
         if (result < 0)
@@ -196,7 +208,7 @@ VELResult ContextWriter::SetSiteProvider(VELDyadContext& context, const VELUnico
     VELIDyadDbProvider_var siteProvider;
     VELIDyadDbProvider_var ownProvider;
     context.LocateInMultisiteHash(site, siteProvider);
-    VELResult result = context.GetDyadDbProvider(ownProvider);
+    VELResult result = GetProvider(context, ownProvider);
     if (result < 0)
         return result;
     isDropped = siteProvider.IsNull() || ownProvider.IsNull();

@@ -1,7 +1,7 @@
 #include "collector/detail/CheckRun.h"
 
 #include "context/detail/ContextAccess.h"
-#include "platform/VELDbContextEnvironment.h"
+#include "context/detail/DbEnvironment.h"
 #include "trace/detail/MessageKeys.h"
 #include "trace/detail/TraceLine.h"
 
@@ -75,8 +75,7 @@ bool CheckRun::ApplyToFriends(RuleSubject& subject) {
 
 // Takes no part unless the DB context environment is on, and then leaves its trace line.
 bool CheckRun::ApplyToAssociated(RuleSubject& subject) {
-    if (ContextAccess::Associated(*subject.context) == nullptr ||
-        IsDbContextEnvironmentActivated() != VELUnicodeString("1"))
+    if (ContextAccess::Associated(*subject.context) == nullptr || !IsDbEnvironmentOn())
         return true;
     subject.context->GetAssociatedContext(subject.other);
     return Apply(AssociatedRules(), subject);

@@ -44,6 +44,10 @@ bool RuleLookups::IsKnownType(const VELUnicodeString& parameterType) {
 }
 
 VELDyadContext* RuleLookups::LaterNamesake(const VELUnicodeString& name, int after) {
+    if (extent_ == CheckExtent::AllContexts) {
+        const int next = index_.NextNamesake(declared_, after);
+        return next == 0 ? nullptr : declared_[next];
+    }
     return FindLaterNamesake(declared_, index_, name, after);
 }
 

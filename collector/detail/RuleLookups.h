@@ -26,7 +26,8 @@ public:
 
     // Whether contexts may have that parameter type now.
     bool IsKnownType(const VELUnicodeString& parameterType);
-    // The first declared context of that name behind position `after`, or null.
+    // The first declared context of that name behind position `after`, or null. When all contexts
+    // are looked at, `name` is that of the context at `after`.
     VELDyadContext* LaterNamesake(const VELUnicodeString& name, int after);
     // The first declared context on the same database behind position `after`, or null.
     VELDyadContext* LaterOnSameDatabase(VELDyadContext* context, int after);

@@ -7,8 +7,25 @@
 
 #include <algorithm>
 #include <array>
+#include <exception>
 #include <string_view>
 
+namespace {
+
+// What toml++ is made to throw instead of ending the process.
+class TomlFault : public std::exception {};
+
+constexpr void RequireOfToml(bool holds) {
+    if (!holds)
+        throw TomlFault();
+}
+
+} // namespace
+
+// Some broken files bring about what toml++ asserts, or assumes where assertions are off. In this
+// file, the only one that uses it, all its assertions are checked and throw.
+#undef NDEBUG
+#define TOML_ASSERT(expr) RequireOfToml(static_cast<bool>(expr))
 #include <toml++/toml.h>
 
 namespace dyadctx {
@@ -73,8 +90,10 @@ SettingsAnswer ParseFile(const VELUnicodeString& path, toml::table& settings, st
         return SettingsAnswer::Found;
     } catch (const toml::parse_error& error) {
         reason = Describe(error);
-        return SettingsAnswer::Broken;
+    } catch (const TomlFault&) {
+        reason = "the file is not TOML";
     }
+    return SettingsAnswer::Broken;
 }
 
 } // namespace

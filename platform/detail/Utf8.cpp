@@ -53,6 +53,15 @@ int CountCharacters(std::string_view text) noexcept {
     return count;
 }
 
+bool BeginsWithCharacters(std::string_view text, std::string_view characters) noexcept {
+    if (!text.starts_with(characters))
+        return false;
+    std::size_t offset = 0;
+    while (offset < characters.size())
+        offset += CharacterLength(text.substr(offset));
+    return offset == characters.size();
+}
+
 std::size_t OffsetOfCharacter(std::string_view text, int position) noexcept {
     if (position < 0)
         return std::string_view::npos;

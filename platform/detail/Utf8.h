@@ -12,6 +12,10 @@ std::size_t CharacterLength(std::string_view text) noexcept;
 // The number of characters.
 int CountCharacters(std::string_view text) noexcept;
 
+// Whether the first characters of a text are those of `characters`. Equal bytes are not enough: the
+// last of them may be the beginning of a longer character.
+bool BeginsWithCharacters(std::string_view text, std::string_view characters) noexcept;
+
 // Where the character at `position` begins, or the end for the position behind the last one; npos
 // for any other position.
 std::size_t OffsetOfCharacter(std::string_view text, int position) noexcept;

@@ -95,6 +95,8 @@ VELSysSimpleHashTable::VELSysSimpleHashTable(int, HashFunction hash, CompareFunc
 VELSysSimpleHashTable::~VELSysSimpleHashTable() = default;
 
 int VELSysSimpleHashTable::Insert(void* record) {
+    if (record == nullptr)
+        return 0;
     const unsigned int key = storage_->hash(record);
     if (storage_->Find(record, key) != NoSlot)
         return 0;

@@ -153,15 +153,21 @@ unsigned int VELUnicodeString::ComputeHashKey() const noexcept {
 int VELUnicodeString::SearchSubString(const VELUnicodeString& text, int from,
                                       Direction direction) const noexcept {
     const std::string_view whole = AsView();
-    const std::size_t start = dyadctx::OffsetOfCharacter(whole, from);
-    if (start == std::string_view::npos)
+    const std::string_view wanted = text.AsView();
+    std::size_t offset = dyadctx::OffsetOfCharacter(whole, from);
+    if (offset == std::string_view::npos || whole.find(wanted, offset) == std::string_view::npos)
         return -1;
-    const std::string_view searched = whole.substr(start);
-    const std::size_t found =
-        direction == Forward ? searched.find(text.AsView()) : searched.rfind(text.AsView());
-    if (found == std::string_view::npos)
-        return -1;
-    return dyadctx::CountCharacters(whole.substr(0, start + found));
+    int found = -1;
+    for (int position = from;; ++position) {
+        if (dyadctx::BeginsWithCharacters(whole.substr(offset), wanted)) {
+            found = position;
+            if (direction == Forward)
+                return found;
+        }
+        if (offset == whole.size())
+            return found;
+        offset += dyadctx::CharacterLength(whole.substr(offset));
+    }
 }
 
 VELUnicodeString VELUnicodeString::ExtractSubString(int pos, int length) const {

@@ -67,7 +67,7 @@ private:
     template<class Action>
     static void Handle(void* self, Action action) noexcept {
         Reading& reading = *static_cast<Reading*>(self);
-        if (reading.stopReason_ != nullptr)
+        if (reading.isStopped_)
             return;
         try {
             action(reading);
@@ -80,8 +80,8 @@ private:
     ParserHandle parser_;
     DomTreeBuilder builder_;
     XmlPositions positions_;
-    const char* stopReason_ = nullptr;
-    bool unreadable_ = false;
+    bool isStopped_ = false;
+    bool isUnreadable_ = false;
     XmlFailure failure_;
 };
 
@@ -118,7 +118,7 @@ bool Reading::Run() {
         if (buffer == nullptr)
             return Refuse(NoMemoryReason, {});
         const std::size_t got = Fill(static_cast<char*>(buffer), size);
-        if (unreadable_)
+        if (isUnreadable_)
             return Refuse(UnreadableReason, {});
         positions_.Add(static_cast<const char*>(buffer), got);
         const std::uint64_t before = Offset();
@@ -137,7 +137,7 @@ std::size_t Reading::Fill(char* buffer, std::size_t size) {
     std::size_t filled = 0;
     while (filled < size) {
         const std::int64_t got = source_.Read(buffer + filled, size - filled);
-        unreadable_ = got < 0;
+        isUnreadable_ = got < 0;
         if (got <= 0)
             break;
         filled += static_cast<std::size_t>(got);
@@ -148,8 +148,11 @@ std::size_t Reading::Fill(char* buffer, std::size_t size) {
 bool Reading::ParsePiece(std::size_t size, bool isLast) {
     if (XML_ParseBuffer(parser_.get(), static_cast<int>(size), isLast) == XML_STATUS_OK)
         return true;
+    if (isStopped_)
+        return false;
     const XML_Error error = XML_GetErrorCode(parser_.get());
-    return Refuse(stopReason_ != nullptr ? stopReason_ : ReasonFor(error), positions_.At(Offset()));
+    const bool isUnfinished = error == XML_ERROR_NO_ELEMENTS && builder_.Depth() > 0;
+    return Refuse(isUnfinished ? UnfinishedReason : ReasonFor(error), positions_.At(Offset()));
 }
 
 void Reading::Start(const char* name, const char* const* attributes) {
@@ -159,7 +162,8 @@ void Reading::Start(const char* name, const char* const* attributes) {
 }
 
 void Reading::Stop(const char* reason) noexcept {
-    stopReason_ = reason;
+    isStopped_ = true;
+    Refuse(reason, positions_.At(Offset()));
     XML_StopParser(parser_.get(), XML_FALSE);
 }
 

@@ -114,10 +114,10 @@ TEST(VELIXMLDOM, AMissingAttributeGivesANullHandle) {
 
 TEST(VELIXMLDOM, ValuesOfEveryLengthAreKept) {
     std::string text = "<a";
-    for (int length = 0; length < 40; ++length)
+    for (std::size_t length = 0; length < 40; ++length)
         text += " x" + std::to_string(length) + "='" + std::string(length, 'v') + "'";
     const VELIDOMElement root = RootOf(DocumentOf(text + "/>"));
-    for (int length = 0; length < 40; ++length)
+    for (std::size_t length = 0; length < 40; ++length)
         EXPECT_EQ(AttributeOf(root, "x" + std::to_string(length)), std::string(length, 'v'));
 }
 

@@ -2,7 +2,7 @@
 
 #include "platform/DomTesting.h"
 #include "platform/VELBaseUnknown_var.h"
-#include "support/ChildProcess.h"
+#include "support/SpecialFiles.h"
 #include "support/TemporaryFolder.h"
 
 #include <filesystem>
@@ -48,13 +48,15 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedText{"empty file", "", {1, 1, "the file holds no element"}},
         RefusedText{"no element", "<!-- a -->\n\n", {3, 1, "the file holds no element"}},
         RefusedText{"text only", "hello", {1, 1, "this is not XML"}},
-        RefusedText{"element left open", "<a>\n <b/>\n", {3, 1, "the file holds no element"}},
+        RefusedText{"element left open",
+                    "<a>\n <b/>\n",
+                    {3, 1, "the file ends while an element is still open"}},
         RefusedText{"wrong end tag",
                     "<a>\n  <b></a>",
                     {2, 8, "this end tag does not belong to the element that is open"}},
         RefusedText{"attribute twice",
                     "<a>\n <b x='1' x='2'/></a>",
-                    {2, 12, "the element has the same attribute twice"}},
+                    {2, 11, "the element has the same attribute twice"}},
         RefusedText{
             "two roots", "<a/>\n<b/>", {2, 1, "something follows the end of the root element"}},
         RefusedText{"end inside a tag",
@@ -112,11 +114,7 @@ TEST(VELIXMLDOM, ParseRefusesWhatIsNoReadableFile) {
 TEST(VELIXMLDOM, ParseDoesNotWaitForAFifo) {
     const TemporaryFolder folder;
     const std::string path = folder.PathOf("x.xml");
-    ChildRun makeFifo;
-    makeFifo.program = "/usr/bin/mkfifo";
-    makeFifo.arguments = {path};
-    if (RunChild(makeFifo).status != 0)
-        GTEST_SKIP() << "no FIFO can be made here";
+    MakeFifo(path);
 
     const DomReading reading = ReadXmlFile(path);
 

@@ -1,4 +1,4 @@
-# Tests of the XML layer.
+# The XML layer: through the shared library, and what it does not export.
 dyadctx_add_test(platform_dom_test SOURCES
   DomTesting.cpp
   VELIXMLDOMBuildTest.cpp

@@ -28,18 +28,24 @@ const Environment Multisite{{"TE_MULTISITE_DBCONTEXT", "1"}};
 } // namespace
 
 TEST_F(List, AlignsTheColumnsThatHaveContent) {
-    Expect(
-        {"table",
-         {"list", "site.xml", "--db-context"},
-         0,
-         "#  NAME    TYPE      PARAMETER  PROVIDER                           FRIENDS  ASSOCIATED\n"
-         "1  DYADIC  Default\n"
-         "2  Design  Path      /d                                            Parts\n"
-         "3  Parts   File      /p.lst                                                 Vault\n"
-         "4  Vault   Database  v          KRL (Role=main, ServerName=north)\n"
-         "5  Store   Database  s          HWB (ServerName=store)\n",
-         {},
-         {}});
+    Expect({"table",
+            {"list", "site.xml", "--db-context"},
+            0,
+            "#  NAME    TYPE      PARAMETER  PROVIDER  FRIENDS  ASSOCIATED\n"
+            "1  DYADIC  Default\n"
+            "2  Design  Path      /d                   Parts\n"
+            "3  Parts   File      /p.lst                        Vault\n"
+            "4  Vault   Database  v          KRL\n"
+            "5  Store   Database  s          HWB\n",
+            {},
+            {}});
+}
+
+TEST_F(List, ShowsTheSitesOfAContextThatHasSeveral) {
+    const ChildResult result = Run({"list", "site.xml", "--db-context"}, Multisite);
+    EXPECT_NE(result.standardOutput.find("KRL       north:main, south:copy\n"), std::string::npos)
+        << result.standardOutput;
+    EXPECT_EQ(result.standardOutput.find("store"), std::string::npos);
 }
 
 TEST_F(List, AlignsWideAndCombiningCharactersByWhatTheyTakeOnTheScreen) {

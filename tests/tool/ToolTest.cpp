@@ -55,13 +55,16 @@ void ToolTest::Expect(const ToolCase& example) const {
     const ChildResult result = Run(example.arguments, example.environment);
     EXPECT_FALSE(result.timedOut);
     EXPECT_EQ(result.status, example.status) << result.standardError;
-    if (example.output)
+    if (example.output) {
         EXPECT_EQ(result.standardOutput, *example.output);
-    for (const std::string& remark : example.remarks)
+    }
+    for (const std::string& remark : example.remarks) {
         EXPECT_NE(result.standardError.find(remark), std::string::npos)
             << "not found: " << remark << "\nin: " << result.standardError;
-    if (example.remarks.empty())
+    }
+    if (example.remarks.empty()) {
         EXPECT_EQ(result.standardError, "");
+    }
 }
 
 void ToolTest::ExpectEach(const std::vector<ToolCase>& examples) const {

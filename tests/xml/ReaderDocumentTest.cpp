@@ -52,28 +52,30 @@ TEST_P(Document, IsReadTheSameInBothEnvironments) {
 
 INSTANTIATE_TEST_SUITE_P(
     NotWellFormed, Document,
-    testing::Values(DocumentCase{"", E_FAIL, SyntaxError, {}},
-                    DocumentCase{"text", E_FAIL, SyntaxError, {}},
-                    DocumentCase{"<DyAdDescription>", E_FAIL, SyntaxError, {}},
-                    DocumentCase{Root(Data(A)) + "<more/>", E_FAIL, SyntaxError, {}},
-                    DocumentCase{Root(Data("<Context Name='A' Name='B'/>")), E_FAIL, SyntaxError,
-                                 {}},
-                    DocumentCase{Root(Data("<Context Name='&unknown;'/>")), E_FAIL, SyntaxError,
-                                 {}},
-                    DocumentCase{"<?xml version='1.0' encoding='KOI8-R'?>" + Root(Data(A)), E_FAIL,
-                                 SyntaxError, {}},
-                    DocumentCase{Root(Data("<Context Name='\xFF'/>")), E_FAIL, SyntaxError, {}}));
+    testing::Values(
+        DocumentCase{"", E_FAIL, SyntaxError, {}}, DocumentCase{"text", E_FAIL, SyntaxError, {}},
+        DocumentCase{"<DyAdDescription>", E_FAIL, SyntaxError, {}},
+        DocumentCase{Root(Data(A)) + "<more/>", E_FAIL, SyntaxError, {}},
+        DocumentCase{Root(Data("<Context Name='A' Name='B'/>")), E_FAIL, SyntaxError, {}},
+        DocumentCase{Root(Data("<Context Name='&unknown;'/>")), E_FAIL, SyntaxError, {}},
+        DocumentCase{
+            "<?xml version='1.0' encoding='KOI8-R'?>" + Root(Data(A)), E_FAIL, SyntaxError, {}},
+        DocumentCase{Root(Data("<Context Name='\xFF'/>")), E_FAIL, SyntaxError, {}}));
 
 INSTANTIATE_TEST_SUITE_P(
     Roots, Document,
-    testing::Values(DocumentCase{"<DyadDescription>" + Data(A) + "</DyadDescription>", E_FAIL,
-                                 "Ctx.Parse.NotAValidTag(DyadDescription)\n", {}},
-                    DocumentCase{"<CtxData/>", E_FAIL, "Ctx.Parse.NotAValidTag(CtxData)\n", {}},
-                    DocumentCase{"<x:DyAdDescription xmlns:x='u'>" + Data(A) +
-                                     "</x:DyAdDescription>",
-                                 E_FAIL, "Ctx.Parse.NotAValidTag(x:DyAdDescription)\n", {}},
-                    DocumentCase{"<DyAdDescription xmlns='u'>" + Data(A) + "</DyAdDescription>",
-                                 S_OK, "", {"A"}}));
+    testing::Values(
+        DocumentCase{"<DyadDescription>" + Data(A) + "</DyadDescription>",
+                     E_FAIL,
+                     "Ctx.Parse.NotAValidTag(DyadDescription)\n",
+                     {}},
+        DocumentCase{"<CtxData/>", E_FAIL, "Ctx.Parse.NotAValidTag(CtxData)\n", {}},
+        DocumentCase{"<x:DyAdDescription xmlns:x='u'>" + Data(A) + "</x:DyAdDescription>",
+                     E_FAIL,
+                     "Ctx.Parse.NotAValidTag(x:DyAdDescription)\n",
+                     {}},
+        DocumentCase{
+            "<DyAdDescription xmlns='u'>" + Data(A) + "</DyAdDescription>", S_OK, "", {"A"}}));
 
 INSTANTIATE_TEST_SUITE_P(
     PlacesOfTheData, Document,
@@ -94,19 +96,27 @@ INSTANTIATE_TEST_SUITE_P(
     EncodingsAndDeclarations, Document,
     testing::Values(
         DocumentCase{"\xEF\xBB\xBF" + Root(Data(A)), S_OK, "", {"A"}},
-        DocumentCase{"<?xml version='1.0' encoding='ISO-8859-1'?>" + Root(Data(Path("\xE9"))), S_OK,
-                     "", {"\xC3\xA9"}},
-        DocumentCase{"<!DOCTYPE DyAdDescription SYSTEM 'absent.dtd'>" + Root(Data(A)), S_OK, "",
+        DocumentCase{"<?xml version='1.0' encoding='ISO-8859-1'?>" + Root(Data(Path("\xE9"))),
+                     S_OK,
+                     "",
+                     {"\xC3\xA9"}},
+        DocumentCase{
+            "<!DOCTYPE DyAdDescription SYSTEM 'absent.dtd'>" + Root(Data(A)), S_OK, "", {"A"}},
+        DocumentCase{"<!DOCTYPE DyAdDescription [<!ENTITY n 'A'>]>" + Root(Data(Path("&n;"))),
+                     S_OK,
+                     "",
                      {"A"}},
-        DocumentCase{"<!DOCTYPE DyAdDescription [<!ENTITY n 'A'>]>" + Root(Data(Path("&n;"))), S_OK,
-                     "", {"A"}},
         DocumentCase{"<!DOCTYPE DyAdDescription [<!ATTLIST Context Parameter CDATA 'p' "
                      "ParameterType CDATA 'Path'>]>" +
                          Root(Data(Named("A"))),
-                     S_OK, "", {"A"}},
+                     S_OK,
+                     "",
+                     {"A"}},
         DocumentCase{"<!DOCTYPE DyAdDescription [<!ELEMENT DyAdDescription EMPTY>]>" +
                          Root(Data(A)),
-                     S_OK, "", {"A"}}));
+                     S_OK,
+                     "",
+                     {"A"}}));
 
 TEST(ReaderDocument, MissingFileIsASyntaxError) {
     const KeyCatalog catalog;
@@ -176,12 +186,11 @@ std::string Where(const Place& place) {
 TEST(ReaderPlaces, EveryEnteredContextHasThePlaceOfItsElement) {
     std::unique_ptr<VELDyadCtxCollector> collector;
     const DbEnvironment db(true);
-    const ContextPlaces places =
-        PlacesIn("<DyAdDescription><CtxData>\n  " + A + "\n" +
-                     Path("B", Friends("\n   " + Named("A"))) + "\n" +
-                     Database("V", "KRL", "s", "r") + "\n " + Database("V", "KRL", "t", "r") +
-                     "</CtxData></DyAdDescription>",
-                 collector);
+    const ContextPlaces places = PlacesIn(
+        "<DyAdDescription><CtxData>\n  " + A + "\n" + Path("B", Friends("\n   " + Named("A"))) +
+            "\n" + Database("V", "KRL", "s", "r") + "\n " + Database("V", "KRL", "t", "r") +
+            "</CtxData></DyAdDescription>",
+        collector);
     const VELListPtrVELDyadContext& all = CollectorAccess::Contexts(*collector);
     ASSERT_EQ(NamesOf(all), (Names{"A", "B", "A", "V"}));
     EXPECT_EQ(places.contexts.size(), 4U);

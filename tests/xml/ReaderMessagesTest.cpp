@@ -71,8 +71,7 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedCase{Owner + Associated(""), true, "Ctx.Parse.NoCtxDefinedForAssociated()\n"}));
 
 TEST(ReaderMessages, EmptyAttributesAreNotMissing) {
-    const Reading reading =
-        ReadContexts("<Context Name='' Parameter='' ParameterType=''/>");
+    const Reading reading = ReadContexts("<Context Name='' Parameter='' ParameterType=''/>");
     ASSERT_EQ(reading.result, S_OK);
     EXPECT_EQ(DeclaredOf(reading), Names{""});
 }

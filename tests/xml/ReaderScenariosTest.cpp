@@ -48,9 +48,9 @@ TEST(ReaderScenarios, AreKnownByTheirOwnNamesWhateverTheirParent) {
 
 TEST(ReaderScenarios, RowsOfANestedScenarioComeBeforeThoseRoundIt) {
     const std::string inner = Scenario(Option("z", "9") + ScenarioId("I2", "p2", Option("b", "2")));
-    EXPECT_EQ(RowsWithin(Scenario(
-                  ScenarioId("I1", "p1", Option("a", "1") + inner + Option("c", "3")))),
-              (Rows{"A|A|p2|I2|b|2", "A|A|p1|I1|a|1", "A|A|p1|I1|c|3"}));
+    EXPECT_EQ(
+        RowsWithin(Scenario(ScenarioId("I1", "p1", Option("a", "1") + inner + Option("c", "3")))),
+        (Rows{"A|A|p2|I2|b|2", "A|A|p1|I1|a|1", "A|A|p1|I1|c|3"}));
     EXPECT_EQ(RowsWithin(Scenario(ScenarioId("I1", "p1", inner))),
               (Rows{"A|A|p2|I2|b|2", "A|A|p1|I1||"}));
 }
@@ -62,15 +62,16 @@ TEST(ReaderScenarios, OptionOutsideAScenarioHasNoEffect) {
 TEST(ReaderScenarios, OptionWithoutNameEndsReadingWithoutMessage) {
     const KeyCatalog catalog;
     const std::string unnamed = "<Option value='1'/>";
-    for (const std::string& inner :
-         {unnamed, Scenario(unnamed), ScenarioId("J", "q", unnamed),
-          Scenario(ScenarioId("J", "q", Option("x", "1") + unnamed)), Friends(Named("B", unnamed))}) {
+    for (const std::string& inner : {unnamed, Scenario(unnamed), ScenarioId("J", "q", unnamed),
+                                     Scenario(ScenarioId("J", "q", Option("x", "1") + unnamed)),
+                                     Friends(Named("B", unnamed))}) {
         SCOPED_TRACE(inner);
         const Reading reading = ReadContexts(Path("A", ScenarioId("I", "p") + inner));
         EXPECT_EQ(reading.result, E_FAIL);
         EXPECT_EQ(reading.message, "");
         // Rows that were complete before stay.
-        EXPECT_EQ(RowsOf(reading), inner == Friends(Named("B", unnamed)) ? Rows() : Rows{"A|A|p|I||"});
+        EXPECT_EQ(RowsOf(reading),
+                  inner == Friends(Named("B", unnamed)) ? Rows() : Rows{"A|A|p|I||"});
     }
 }
 

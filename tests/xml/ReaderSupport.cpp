@@ -23,8 +23,8 @@ std::string Attribute(const std::string& name, const std::string& value) {
 } // namespace
 
 std::string Path(const std::string& name, const std::string& inner) {
-    return Element("Context",
-                   Attribute("Name", name) + R"( Parameter="p" ParameterType="Path")", inner);
+    return Element("Context", Attribute("Name", name) + R"( Parameter="p" ParameterType="Path")",
+                   inner);
 }
 
 std::string Named(const std::string& name, const std::string& inner) {

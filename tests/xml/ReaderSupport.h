@@ -10,8 +10,9 @@
 
 namespace dyadctx::test {
 
-// ---- Pieces of CtxData ---------------------------------------------------------------------------
-// A context of type Path with the parameter "p".
+// ---- Pieces of CtxData
+// --------------------------------------------------------------------------- A context of type
+// Path with the parameter "p".
 std::string Path(const std::string& name, const std::string& inner = "");
 // A context that has nothing but its name.
 std::string Named(const std::string& name, const std::string& inner = "");
@@ -25,8 +26,9 @@ std::string ScenarioId(const std::string& ident, const std::string& name,
                        const std::string& inner = "");
 std::string Option(const std::string& name, const std::string& value);
 
-// ---- Reading -------------------------------------------------------------------------------------
-// What the reader made of a file: the collector as it left it, its code and the message text.
+// ---- Reading
+// ------------------------------------------------------------------------------------- What the
+// reader made of a file: the collector as it left it, its code and the message text.
 struct Reading {
     std::unique_ptr<VELDyadCtxCollector> collector;
     VELResult result = 0;

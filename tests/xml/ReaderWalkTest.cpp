@@ -51,8 +51,7 @@ TEST(ReaderWalk, ContextDirectlyInAContextIsFriendAndWithEnvironmentAlsoAssociat
 
 TEST(ReaderWalk, ContextDirectlyInAContextWithoutNameIsRefusedForItsFirstRole) {
     const std::string contexts = Path("A", "<Context/>");
-    ExpectReading(contexts, false,
-                  {E_FAIL, {"A"}, {}, "none", "Ctx.Parse.CtxFriendNoName(A)\n"});
+    ExpectReading(contexts, false, {E_FAIL, {"A"}, {}, "none", "Ctx.Parse.CtxFriendNoName(A)\n"});
     ExpectReading(contexts, true, {E_FAIL, {"A"}, {}, "none", "Ctx.Parse.CtxAssocNoName(A)\n"});
 }
 
@@ -60,9 +59,9 @@ TEST(ReaderWalk, FriendsOfAContextDirectlyInAContextAreRefused) {
     const std::string contexts = Path("A", Path("B", Friends(Named("C"))));
     ExpectReading(contexts, false,
                   {E_FAIL, {"A", "B"}, {"B"}, "none", "Ctx.Parse.CtxFriendWithFriend()\n"});
-    ExpectReading(contexts, true,
-                  {E_FAIL, {"A", "B", "C", "B"}, {"C", "B"}, "B",
-                   "Ctx.Parse.CtxFriendWithFriend()\n"});
+    ExpectReading(
+        contexts, true,
+        {E_FAIL, {"A", "B", "C", "B"}, {"C", "B"}, "B", "Ctx.Parse.CtxFriendWithFriend()\n"});
 }
 
 TEST(ReaderWalk, AssociatedOfAContextDirectlyInAContextIsRefusedWithEnvironment) {
@@ -133,8 +132,8 @@ TEST(ReaderWalk, FriendOfALaterDroppedContextGoesToTheOneDeclaredBefore) {
 
 TEST(ReaderWalk, DroppedFirstContextMayHoldEmptyFriendsAndScenarios) {
     const DbEnvironment db(false);
-    const Reading reading = ReadContexts(
-        Database("V", "KRL", "s", "r", Friends("") + Scenario(ScenarioId("I", "p"))));
+    const Reading reading =
+        ReadContexts(Database("V", "KRL", "s", "r", Friends("") + Scenario(ScenarioId("I", "p"))));
     EXPECT_EQ(reading.result, S_OK);
     EXPECT_EQ(AllOf(reading), Names());
     EXPECT_EQ(RowsOf(reading), Names{"V|V|p|I||"});
@@ -142,9 +141,9 @@ TEST(ReaderWalk, DroppedFirstContextMayHoldEmptyFriendsAndScenarios) {
 
 TEST(ReaderWalk, FriendsOfAMergedContextGoToTheLastDeclaredOne) {
     const DbEnvironment db(true);
-    const Reading reading = ReadContexts(
-        Database("V", "KRL", "s1", "r") + Path("P") +
-        Database("V", "KRL", "s2", "r", Friends(Named("P")) + ScenarioId("I", "p")));
+    const Reading reading =
+        ReadContexts(Database("V", "KRL", "s1", "r") + Path("P") +
+                     Database("V", "KRL", "s2", "r", Friends(Named("P")) + ScenarioId("I", "p")));
     EXPECT_EQ(reading.result, S_OK);
     EXPECT_EQ(DeclaredOf(reading), (Names{"V", "P"}));
     EXPECT_EQ(AllOf(reading), (Names{"V", "P", "P"}));
@@ -207,8 +206,7 @@ TEST(ReaderWalk, SeveralContainersAreReadInOrder) {
     const std::string contexts =
         Path("A", Friends(Named("B")) + Associated(Named("X")) + Friends(Named("C") + Named("D")) +
                       Associated(Named("Y") + Named("Z")));
-    ExpectReading(contexts, false,
-                  {S_OK, {"A", "B", "C", "D"}, {"B", "C", "D"}, "none", ""});
+    ExpectReading(contexts, false, {S_OK, {"A", "B", "C", "D"}, {"B", "C", "D"}, "none", ""});
     ExpectReading(contexts, true,
                   {S_OK, {"A", "X", "Y", "Z", "B", "C", "D"}, {"B", "C", "D"}, "Z", ""});
 }
@@ -236,9 +234,9 @@ TEST(ReaderWalk, AssociatedOfAnAssociatedContextIsRefusedWithEnvironment) {
 }
 
 TEST(ReaderWalk, FriendsAndAssociatedMayAlternateWithoutLimit) {
-    const std::string contexts =
-        Path("A", Friends(Named("B", Associated(Named(
-                      "C", Friends(Named("D", Associated(Named("E")))))))));
+    const std::string contexts = Path(
+        "A",
+        Friends(Named("B", Associated(Named("C", Friends(Named("D", Associated(Named("E")))))))));
     ExpectReading(contexts, true, {S_OK, {"A", "B", "C", "D", "E"}, {"B", "D"}, "E", ""});
 }
 
@@ -249,8 +247,7 @@ TEST(ReaderWalk, OtherElementsTextAndCommentsAreSkippedAnywhere) {
 }
 
 TEST(ReaderWalk, NameOfAFriendWithoutNameIsReportedWithTheLastDeclaredContext) {
-    ExpectReading(Path("A") +
-                      Database("V", "KRL", "s", "r", Friends("<Context Parameter=\"x\"/>")),
+    ExpectReading(Path("A") + Database("V", "KRL", "s", "r", Friends("<Context Parameter=\"x\"/>")),
                   false, {E_FAIL, {"A"}, {}, "none", "Ctx.Parse.CtxFriendNoName(A)\n"});
 }
 

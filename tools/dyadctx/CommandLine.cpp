@@ -53,6 +53,10 @@ std::vector<std::string> WithNameBeforeEachValue(const std::vector<std::string>&
     return spread;
 }
 
+bool Is(const CLI::ParseError& error, CLI::ExitCodes kind) {
+    return error.get_exit_code() == static_cast<int>(kind);
+}
+
 } // namespace
 
 CommandLine::CommandLine() : app_(Description, "dyadctx") {
@@ -170,9 +174,10 @@ std::string CommandLine::Complaint(const CLI::ParseError& error) const {
                 names.emplace_back(command->Name());
             return "unknown command '" + Visible(word) + "'" + DidYouMean(word, names);
         }
-        return error.get_name() == "RequiredError" ? "no command given" : Visible(error.what());
+        return Is(error, CLI::ExitCodes::RequiredError) ? "no command given"
+                                                        : Visible(error.what());
     }
-    if (error.get_name() == "ExtrasError" && !left.empty()) {
+    if (Is(error, CLI::ExitCodes::ExtrasError) && !left.empty()) {
         const std::string& word = left.front();
         const std::string kind = word.starts_with('-') ? "option" : "argument";
         return "unexpected " + kind + " '" + Visible(word) + "'" +

@@ -28,11 +28,12 @@ private:
     std::string format_ = "text";
 };
 
-std::vector<std::string> NamesOf(const std::vector<SiteFacts>& sites) {
+// What matters at a glance; `show` tells the rest. A single site is the context's own database.
+std::string SitesToShow(const ContextFacts& context) {
     std::vector<std::string> names;
-    for (const SiteFacts& site : sites)
+    for (const SiteFacts& site : context.sites)
         names.push_back(site.site);
-    return names;
+    return names.size() > 1 ? Joined(names) : "";
 }
 
 void WriteTable(const std::vector<ContextFacts>& contexts, Output& output) {
@@ -40,9 +41,8 @@ void WriteTable(const std::vector<ContextFacts>& contexts, Output& output) {
     for (const ContextFacts& context : contexts) {
         table.AddRow({std::to_string(context.position), Visible(context.name), TypeLabel(context),
                       Visible(context.parameter),
-                      context.provider ? Describe(*context.provider) : "",
-                      Joined(NamesOf(context.sites)), Joined(context.friends),
-                      Visible(context.associated.value_or(""))});
+                      context.provider ? Visible(context.provider->name) : "", SitesToShow(context),
+                      Joined(context.friends), Visible(context.associated.value_or(""))});
     }
     output.Write(table.Render(output));
 }

@@ -194,7 +194,7 @@ void SettingsText::Set(const std::string& name, const std::string& value) {
         newText.insert(place,
                        (unfinished ? lineBreak : "") + key + " = " + Quoted(value) + lineBreak);
     }
-    Accept(name, newText);
+    Accept(name, value, newText);
 }
 
 bool SettingsText::Unset(const std::string& name) {
@@ -206,18 +206,21 @@ bool SettingsText::Unset(const std::string& name) {
     const std::size_t to = StartOfLine(text_, entry->second.source().end.line + 1);
     std::string newText = text_;
     newText.erase(from, to - from);
-    Accept(name, newText);
+    Accept(name, std::nullopt, newText);
     return true;
 }
 
-void SettingsText::Accept(const std::string& name, const std::string& newText) {
+void SettingsText::Accept(const std::string& name, const std::optional<std::string>& value,
+                          const std::string& newText) {
     toml::table before = TableOf(file_, text_);
     toml::parse_result parsed = toml::parse(newText);
     if (parsed) {
         toml::table after = std::move(parsed).table();
+        const bool asWanted = after.contains(name) == value.has_value() &&
+                              after[name].value_exact<std::string>() == value;
         before.erase(name);
         after.erase(name);
-        if (before == after) {
+        if (asWanted && before == after) {
             text_ = newText;
             return;
         }

@@ -40,8 +40,10 @@ public:
     const std::string& Text() const noexcept { return text_; }
 
 private:
-    // Takes the new text if only this attribute differs in it, otherwise throws.
-    void Accept(const std::string& name, const std::string& newText);
+    // Takes the new text if this attribute now has that value (or is gone) and nothing else
+    // differs; otherwise throws.
+    void Accept(const std::string& name, const std::optional<std::string>& value,
+                const std::string& newText);
 
     std::string file_;
     std::string text_;

@@ -45,7 +45,8 @@ std::string Nearest(std::string_view word, const std::vector<std::string>& known
     std::size_t limit = std::max<std::size_t>(1, word.size() / 3) + 1;
     for (const std::string& candidate : known) {
         const bool tooFar = SizeDifference(word, candidate) >= limit;
-        if (tooFar || word.size() > LongestWord || candidate.size() > LongestWord)
+        if (tooFar || candidate == word || word.size() > LongestWord ||
+            candidate.size() > LongestWord)
             continue;
         const std::size_t distance = Distance(word, candidate);
         if (distance < limit && distance < word.size()) {

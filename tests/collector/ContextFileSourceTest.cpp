@@ -1,0 +1,113 @@
+#include "collector/detail/ContextFileSource.h"
+#include "collector/detail/CollectorAccess.h"
+#include "support/ContextFile.h"
+#include "support/SpecialFiles.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace dyadctx::test {
+namespace {
+
+struct FileCase {
+    const char* what;
+    // Behind the test's folder and a separator.
+    const char* path;
+    ContextFileVerdict verdict;
+};
+
+std::ostream& operator<<(std::ostream& out, const FileCase& tested) {
+    return out << tested.what;
+}
+
+class ContextFileVerdicts : public testing::TestWithParam<FileCase> {
+protected:
+    ContextFileVerdicts() {
+        for (const char* name : {"a.xml", ".xml", "a.b.xml", "a.XML", "a.xml.bak", "a", "axml",
+                                 "a.", "a.xmlx", "inner/b.xml"})
+            folder_.Write(std::string("in/") + name, "text");
+        std::filesystem::create_directories(folder_.Path() / "in/folder.xml");
+        std::filesystem::create_symlink("a.xml", folder_.Path() / "in/link.xml");
+        std::filesystem::create_symlink("none.xml", folder_.Path() / "in/loose.xml");
+        MakeFifo(folder_.PathOf("in/fifo.xml"));
+        MakeSocket(folder_.PathOf("in/socket.xml"));
+    }
+
+    VELUnicodeString Path() const {
+        return VELUnicodeString((folder_.PathOf("in") + "/" + GetParam().path).c_str());
+    }
+
+    TemporaryFolder folder_;
+};
+
+TEST_P(ContextFileVerdicts, AreGivenWithoutOpeningTheFile) {
+    EXPECT_EQ(JudgeContextFile(Path()), GetParam().verdict);
+    EXPECT_EQ(CollectorAccess::CheckXMLFile(Path()),
+              GetParam().verdict == ContextFileVerdict::Usable ? S_OK : E_FAIL);
+}
+
+const FileCase FileCases[] = {
+    {"a file", "a.xml", ContextFileVerdict::Usable},
+    {"an extension alone", ".xml", ContextFileVerdict::Usable},
+    {"two dots", "a.b.xml", ContextFileVerdict::Usable},
+    {"backslashes", "inner\\b.xml", ContextFileVerdict::Usable},
+    {"a link to a file", "link.xml", ContextFileVerdict::Usable},
+    {"a doubled separator", "/a.xml", ContextFileVerdict::Usable},
+    {"capital letters", "a.XML", ContextFileVerdict::WrongExtension},
+    {"the extension before the last dot", "a.xml.bak", ContextFileVerdict::WrongExtension},
+    {"no dot", "a", ContextFileVerdict::WrongExtension},
+    {"no dot before the extension", "axml", ContextFileVerdict::WrongExtension},
+    {"nothing behind the dot", "a.", ContextFileVerdict::WrongExtension},
+    {"a longer extension", "a.xmlx", ContextFileVerdict::WrongExtension},
+    {"a separator at the end", "a.xml/", ContextFileVerdict::FolderMissing},
+    {"a folder with a separator at the end", "inner/", ContextFileVerdict::NoName},
+    {"a missing folder", "none/a.xml", ContextFileVerdict::FolderMissing},
+    {"a file in place of a folder", "a.xml/b.xml", ContextFileVerdict::FolderMissing},
+    {"a missing file", "none.xml", ContextFileVerdict::NoRegularFile},
+    {"a folder", "folder.xml", ContextFileVerdict::NoRegularFile},
+    {"a link to nothing", "loose.xml", ContextFileVerdict::NoRegularFile},
+    {"a pipe", "fifo.xml", ContextFileVerdict::NoRegularFile},
+    {"a socket", "socket.xml", ContextFileVerdict::NoRegularFile},
+};
+
+INSTANTIATE_TEST_SUITE_P(Files, ContextFileVerdicts, testing::ValuesIn(FileCases));
+
+TEST(ContextFileVerdict, OfANameWithoutFolderIsARefusal) {
+    EXPECT_EQ(JudgeContextFile(""), ContextFileVerdict::NoFolder);
+    EXPECT_EQ(JudgeContextFile("a.xml"), ContextFileVerdict::NoFolder);
+}
+
+TEST(ContextFileVerdict, OfAFileBelowTheWorkingFolderNeedsADot) {
+    const TemporaryFolder folder;
+    const std::string path = folder.Write("a.xml", "text");
+    const std::string relative = std::filesystem::relative(path).string();
+
+    EXPECT_EQ(JudgeContextFile(VELUnicodeString(("./" + relative).c_str())),
+              ContextFileVerdict::Usable);
+}
+
+TEST(ContextFileVerdict, OfAFileInTheRootLooksAtTheRoot) {
+    EXPECT_EQ(JudgeContextFile("/no such file.xml"), ContextFileVerdict::NoRegularFile);
+}
+
+TEST(DefaultContextFile, OfNoRootIsEmpty) {
+    EXPECT_EQ(Text(FindDefaultContextFile("none")), "");
+    EXPECT_EQ(Text(FindDefaultContextFile(";;")), "");
+}
+
+TEST(DefaultContextFile, OfALongListIsFoundAtItsEnd) {
+    const TemporaryFolder folder;
+    folder.Write("root/resources/xml/DYAD/CONTEXT/Default.xml", "text");
+    std::string roots;
+    for (int i = 0; i < 2000; ++i)
+        roots += "none" + std::to_string(i) + ";";
+    roots += folder.PathOf("root");
+
+    EXPECT_EQ(Text(FindDefaultContextFile(VELUnicodeString(roots.c_str()))),
+              folder.PathOf("root") + "\\resources\\xml\\DYAD\\CONTEXT\\Default.xml");
+}
+
+} // namespace
+} // namespace dyadctx::test

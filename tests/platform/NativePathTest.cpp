@@ -1,0 +1,22 @@
+#include "platform/detail/NativePath.h"
+
+#include <gtest/gtest.h>
+#include <optional>
+#include <string>
+
+using dyadctx::NativePath;
+
+TEST(NativePath, HasTheSystemsSeparators) {
+    EXPECT_EQ("/a/b/c.xml", NativePath("\\a/b\\c.xml"));
+    EXPECT_EQ("root//resources/xml", NativePath("root/\\resources\\xml"));
+    EXPECT_EQ("", NativePath(""));
+}
+
+TEST(NativePath, KeepsEveryOtherByte) {
+    EXPECT_EQ("%s \xFF \xC3\xA9:*?\n", NativePath("%s \xFF \xC3\xA9:*?\n"));
+}
+
+TEST(NativePath, RefusesZeroBytes) {
+    EXPECT_EQ(std::nullopt, NativePath(std::string_view("a\0b", 3)));
+    EXPECT_EQ(std::nullopt, NativePath(std::string_view("a\0", 2)));
+}

@@ -1,0 +1,190 @@
+#include "platform/VELSysSettingRepository.h"
+
+#include "platform/Probe.h"
+#include "support/EnvironmentVariable.h"
+#include "support/SpecialFiles.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <map>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+using dyadctx::test::EnvironmentVariable;
+using dyadctx::test::RunChild;
+using dyadctx::test::TemporaryFolder;
+
+namespace {
+
+// What the repository DyadSettingsRep answers for an attribute: its value, "refused" (with the
+// output as before) or "absent".
+std::string Answer(const char* attribute, const char* repository = "DyadSettingsRep") {
+    auto* settings = VELSysSettingRepository::GetRepository(repository, 0);
+    if (settings == nullptr)
+        return "absent";
+    VELUnicodeString value("untouched");
+    const VELResult result = settings->ReadAttr(attribute, value);
+    if (result < 0) {
+        EXPECT_STREQ("untouched", value.ConvertToChar());
+    }
+    return result < 0 ? "refused" : std::string("<") + value.ConvertToChar() + ">";
+}
+
+// A settings folder with the given file, named by the environment.
+class SettingsFolder {
+public:
+    explicit SettingsFolder(std::string_view content)
+        : variable_("VELSettingPath", folder_.Path().string()) {
+        folder_.Write("DyadSettingsRep.toml", content);
+    }
+    const TemporaryFolder& Folder() const { return folder_; }
+
+private:
+    TemporaryFolder folder_;
+    EnvironmentVariable variable_;
+};
+
+class HostSource final : public VELSysSettingSource {
+public:
+    bool throws = false;
+    HostSource() { EXPECT_EQ(nullptr, VELSysSettingRepository::SetSource(this)); }
+    ~HostSource() override { EXPECT_EQ(this, VELSysSettingRepository::SetSource(nullptr)); }
+    HostSource(const HostSource&) = delete;
+    HostSource& operator=(const HostSource&) = delete;
+
+    bool HasRepository(const char* repository) override {
+        if (throws)
+            throw 42;
+        return std::string(repository) == "Host";
+    }
+    VELResult Read(const char* repository, const char* attribute,
+                   VELUnicodeString& value) override {
+        value = (std::string(repository) + "/" + attribute).c_str();
+        if (std::string(attribute) == "throws")
+            throw std::runtime_error("no value");
+        return std::string(attribute) == "missing" ? -5 : S_OK;
+    }
+};
+
+} // namespace
+
+TEST(VELSysSettingRepository, GivesTopLevelTexts) {
+    const SettingsFolder settings("# a comment\n"
+                                  "DYAD_Ctx_XmlFile = '\\\\host\\share\\contexts.xml'\n"
+                                  "basic = \"a\\tb\"\n"
+                                  "empty = \"\"\n"
+                                  "\"quoted key\" = \"\xC3\xA9\"\n"
+                                  "[table]\ninner = \"x\"\n");
+    EXPECT_EQ("<\\\\host\\share\\contexts.xml>", Answer("DYAD_Ctx_XmlFile"));
+    EXPECT_EQ("<a\tb>", Answer("basic"));
+    EXPECT_EQ("<>", Answer("empty"));
+    EXPECT_EQ("<\xC3\xA9>", Answer("quoted key"));
+}
+
+TEST(VELSysSettingRepository, RefusesWhatIsNoTopLevelText) {
+    const SettingsFolder settings("number = 5\nyes = true\nlist = [\"x\"]\ndate = 2001-01-01\n"
+                                  "dotted.key = \"x\"\n[table]\ninner = \"x\"\n");
+    for (const char* attribute :
+         {"number", "yes", "list", "date", "table", "inner", "dotted.key", "missing", "", "Number"})
+        EXPECT_EQ("refused", Answer(attribute)) << attribute;
+    EXPECT_EQ("refused", Answer(nullptr));
+}
+
+TEST(VELSysSettingRepository, ReadsTheFileAfreshAtEachCall) {
+    const SettingsFolder settings("file = \"one\"\n");
+    EXPECT_EQ("<one>", Answer("file"));
+    settings.Folder().Write("DyadSettingsRep.toml", "file = \"two\"\n");
+    EXPECT_EQ("<two>", Answer("file"));
+    settings.Folder().Write("DyadSettingsRep.toml", "other = \"two\"\n");
+    EXPECT_EQ("refused", Answer("file"));
+}
+
+TEST(VELSysSettingRepository, IsAbsentWithoutAUsableFile) {
+    const SettingsFolder settings("file = \"one\"\n");
+    EXPECT_EQ("absent", Answer("file", "Another"));
+    EXPECT_EQ("absent", Answer("file", ""));
+    EXPECT_EQ("absent", Answer("file", nullptr));
+    for (const char* broken : {"file = ", "file = \"one", "file = \"one\"\nfile = \"two\"\n", "[[[",
+                               "\xFF\xFE", "file = \"\xFF\"\n"}) {
+        settings.Folder().Write("DyadSettingsRep.toml", broken);
+        EXPECT_EQ("absent", Answer("file")) << broken;
+    }
+}
+
+TEST(VELSysSettingRepository, IsAbsentWhereNoRegularFileStands) {
+    const TemporaryFolder folder;
+    const EnvironmentVariable variable("VELSettingPath", folder.Path().string());
+    dyadctx::test::MakeFifo(folder.PathOf("Fifo.toml"));
+    std::filesystem::create_directory(folder.Path() / "Folder.toml");
+    EXPECT_EQ("absent", Answer("file", "Fifo"));
+    EXPECT_EQ("absent", Answer("file", "Folder"));
+}
+
+TEST(VELSysSettingRepository, NamesDoNotLeadOutOfTheFolder) {
+    const SettingsFolder settings("file = \"one\"\n");
+    settings.Folder().Write("sub/other.toml", "file = \"one\"\n");
+    EXPECT_EQ("absent", Answer("file", "sub/other"));
+    EXPECT_EQ("absent", Answer("file", "sub\\other"));
+    EXPECT_EQ("absent", Answer("file", "sub/../DyadSettingsRep"));
+}
+
+TEST(VELSysSettingRepository, LooksInTheFoldersOfTheUserInOrder) {
+    const TemporaryFolder folder;
+    const std::string base = folder.Path().string();
+    folder.Write("named/R.toml", "file = \"named\"\n");
+    folder.Write("xdg/dyadctx/R.toml", "file = \"xdg\"\n");
+    folder.Write("home/.config/dyadctx/R.toml", "file = \"home\"\n");
+    using Variables = std::map<std::string, std::optional<std::string>>;
+    const std::pair<Variables, const char*> cases[] = {
+        {{{"VELSettingPath", base + "/named"}, {"XDG_CONFIG_HOME", base + "/xdg"}}, "named"},
+        {{{"VELSettingPath", base + "\\named"}}, "named"},
+        {{{"XDG_CONFIG_HOME", base + "/xdg"}, {"HOME", base + "/home"}}, "xdg"},
+        {{{"VELSettingPath", ""}, {"XDG_CONFIG_HOME", base + "/xdg"}}, "xdg"},
+        {{{"HOME", base + "/home"}}, "home"},
+        {{{"XDG_CONFIG_HOME", ""}, {"HOME", base + "/home"}}, "home"},
+        {{{"XDG_CONFIG_HOME", "relative"}, {"HOME", base + "/home"}}, "home"},
+    };
+    for (const auto& [variables, expected] : cases) {
+        const auto run = ProbeRun({"setting", "R", "file"}, variables);
+        EXPECT_EQ(std::string("value <") + expected + ">\n", RunChild(run).standardOutput);
+    }
+    const auto homeless = ProbeRun({"setting", "R", "file"}, {{"HOME", std::nullopt}});
+    EXPECT_EQ("absent\n", RunChild(homeless).standardOutput);
+    // A folder that is named and lacks the file is not replaced by another one.
+    const auto empty =
+        ProbeRun({"setting", "R", "file"}, {{"VELSettingPath", base}, {"HOME", base + "/home"}});
+    EXPECT_EQ("absent\n", RunChild(empty).standardOutput);
+}
+
+TEST(VELSysSettingRepository, AHostsSourceAnswersInstead) {
+    const SettingsFolder settings("file = \"one\"\n");
+    {
+        HostSource source;
+        EXPECT_EQ("<Host/file>", Answer("file", "Host"));
+        EXPECT_EQ("refused", Answer("missing", "Host"));
+        EXPECT_EQ("refused", Answer("throws", "Host"));
+        EXPECT_EQ("absent", Answer("file", "DyadSettingsRep"));
+        source.throws = true;
+        EXPECT_EQ("absent", Answer("file", "Host"));
+    }
+    EXPECT_EQ("<one>", Answer("file"));
+}
+
+TEST(VELSysSettingRepository, TellsTheFileOfARepositoryWhetherOrNotItIsThere) {
+    const SettingsFolder settings("file = \"one\"\n");
+    VELUnicodeString file;
+    EXPECT_EQ(S_OK, VELSysSettingRepository::GetRepositoryFile("DyadSettingsRep", file));
+    EXPECT_EQ(settings.Folder().PathOf("DyadSettingsRep.toml"), file.ConvertToChar());
+    EXPECT_EQ(S_OK, VELSysSettingRepository::GetRepositoryFile("Other", file));
+    EXPECT_EQ(settings.Folder().PathOf("Other.toml"), file.ConvertToChar());
+}
+
+TEST(VELSysSettingRepository, TellsNoFileForANameThatIsNone) {
+    const SettingsFolder settings("");
+    VELUnicodeString file("untouched");
+    for (const char* name : {static_cast<const char*>(nullptr), "", "a/b", "..\\b"}) {
+        EXPECT_EQ(E_FAIL, VELSysSettingRepository::GetRepositoryFile(name, file));
+        EXPECT_STREQ("untouched", file.ConvertToChar());
+    }
+}

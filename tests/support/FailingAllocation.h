@@ -1,0 +1,34 @@
+// Lets an allocation of the test's own choice fail.
+//
+// A test executable that links dyadctx_failing_allocation has its operator new replaced, for itself
+// and for the shared library. It only fails while a FailingAllocation exists.
+#pragma once
+
+namespace dyadctx::test {
+
+// From construction to destruction the allocation number `number`, counted from 1 on this thread,
+// finds no memory; those before and after it do. One at a time per thread.
+class FailingAllocation {
+public:
+    explicit FailingAllocation(int number) noexcept;
+    ~FailingAllocation();
+    FailingAllocation(const FailingAllocation&) = delete;
+    FailingAllocation& operator=(const FailingAllocation&) = delete;
+
+    // Whether that allocation was asked for.
+    bool HasFailed() const noexcept;
+};
+
+// Calls `attempt(number)` with the first, then the second, ... allocation failing, until none is
+// left to fail; gives how many could. The attempt makes a FailingAllocation from `number` for the
+// operation under test, checks what the operation left behind, and gives whether it failed.
+template<class Attempt>
+int ForEachAllocation(const Attempt& attempt) {
+    constexpr int Most = 100000;
+    int number = 1;
+    while (number < Most && attempt(number))
+        ++number;
+    return number - 1;
+}
+
+} // namespace dyadctx::test
