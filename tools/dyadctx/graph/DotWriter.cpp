@@ -31,23 +31,21 @@ const char* ShapeOf(NodeKind kind) {
     return "hexagon";
 }
 
-std::string LookOf(NodeKind kind) {
-    const KindStyle& style = StyleOf(kind);
-    return "shape="s + ShapeOf(kind) + ", fillcolor=" + DotQuoted(style.fill) +
-           ", color=" + DotQuoted(style.line);
+std::string LookOf(NodeKind kind, const char* line) {
+    return "shape="s + ShapeOf(kind) + ", fillcolor=" + DotQuoted(StyleOf(kind).fill) +
+           ", color=" + DotQuoted(line);
 }
 
-std::string LookOfUnresolved() {
-    return "shape=box, style=\"dashed,rounded\", color=" + DotQuoted(UnresolvedColor);
+std::string LookOfUnresolved(const char* line) {
+    return "shape=box, style=\"dashed,rounded\", color=" + DotQuoted(line);
 }
 
 std::string LookOf(const GraphNode& node) {
-    std::string look = node.isUnresolved ? LookOfUnresolved() : LookOf(node.kind);
+    const char* line = node.isUnresolved ? UnresolvedColor : StyleOf(node.kind).line;
     if (node.isOnCycle)
-        look += ", color=" + DotQuoted(CycleColor);
-    if (node.isInFocus)
-        look += ", penwidth=3";
-    return look;
+        line = CycleColor;
+    const std::string look = node.isUnresolved ? LookOfUnresolved(line) : LookOf(node.kind, line);
+    return node.isInFocus ? look + ", penwidth=3" : look;
 }
 
 std::string LookOf(const GraphLink& link) {
@@ -73,12 +71,14 @@ std::string Statement(const Graph& graph, const GraphLink& link) {
            " [tooltip=" + DotQuoted(FullText(graph, link)) + ", " + LookOf(link) + "];\n";
 }
 
+// Both ends have the same width, so the line is upright.
 std::string LegendLine(const std::string& id, const char* words, const GraphLink& link) {
-    const std::string start = "    " + id + "_from";
+    const std::string start = id + "_from";
     const std::string end = id + "_to";
-    return start + " [label=\"\", shape=point];\n    " + end + " [label=" + DotQuoted(words) +
-           ", shape=plaintext, style=\"\"];\n" + start + " -> " + end + " [" + LookOf(link) +
-           "];\n";
+    return "    " + start +
+           " [label=\"\", shape=plaintext, style=\"\", width=1.6, height=0.1];\n    " + end +
+           " [label=" + DotQuoted(words) + ", shape=plaintext, style=\"\", width=1.6];\n    " +
+           start + " -> " + end + " [" + LookOf(link) + "];\n";
 }
 
 std::string LegendBox(const std::string& id, const char* words, const std::string& look) {
@@ -88,9 +88,10 @@ std::string LegendBox(const std::string& id, const char* words, const std::strin
 std::string LegendText(const Legend& legend) {
     std::string text;
     for (const NodeKind kind : legend.kinds)
-        text += LegendBox("legend_"s + StyleOf(kind).name, StyleOf(kind).title, LookOf(kind));
+        text += LegendBox("legend_"s + StyleOf(kind).name, StyleOf(kind).title,
+                          LookOf(kind, StyleOf(kind).line));
     if (legend.hasUnresolved)
-        text += LegendBox("legend_unresolved", UnresolvedWords, LookOfUnresolved());
+        text += LegendBox("legend_unresolved", UnresolvedWords, LookOfUnresolved(UnresolvedColor));
     GraphLink sample;
     if (legend.hasFriends)
         text += LegendLine("legend_friend", FriendWords, sample);

@@ -60,9 +60,9 @@ void GraphCommand::Declare(CLI::App& arguments) {
     arguments.add_option("-o,--output", target_, "The file to write; standard output without it");
     arguments
         .add_option("--format", format_,
-                    "How to write the picture: svg is complete in itself, dot is for Graphviz,\n"
-                    "mermaid for Markdown. Default: what the ending of OUT says (.svg, .dot, .gv,\n"
-                    ".mmd, .mermaid), else svg")
+                    "The language of the picture: svg is complete in itself, dot is for\n"
+                    "Graphviz, mermaid for Markdown. Default: by the ending of OUT\n"
+                    "(.dot, .gv, .mmd, .mermaid), else svg")
         ->check(CLI::IsMember(std::vector<std::string>{"svg", "dot", "mermaid"}));
     CLI::Option* focus =
         arguments.add_option("--focus", focus_, "Only this context and those around it");

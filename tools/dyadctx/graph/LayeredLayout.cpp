@@ -28,6 +28,15 @@ struct Part {
     Layout layout;
 };
 
+// Where the next part may stand: below the last one in its column, or beside the column.
+struct Shelf {
+    double x = 0;
+    double columnWidth = 0;
+    double top = 0;
+    double nextY = 0;
+    double bottom = 0;
+};
+
 // Joins numbers into sets, each named by its smallest member.
 class DisjointSets {
 public:
@@ -121,7 +130,8 @@ private:
         part.layout = LayOutConnected(boxes, arcs);
     }
 
-    // The highest parts first, from left to right, on a new shelf where there is no more room.
+    // The highest parts first, from left to right, on a new shelf where there is no more room. What
+    // fits below the part before goes there.
     void PutOnShelves(std::vector<Part>& parts) {
         std::stable_sort(parts.begin(), parts.end(), [](const Part& a, const Part& b) {
             return a.layout.height > b.layout.height;
@@ -133,17 +143,33 @@ private:
             widest = std::max(widest, part.layout.width);
         }
         const double room = std::max(widest, std::sqrt(area * Aspect));
-        Point corner;
-        double nextShelf = 0;
+        Shelf shelf;
         for (const Part& part : parts) {
-            if (corner.x > 0 && corner.x + part.layout.width > room)
-                corner = {0, nextShelf + GapOfParts};
-            Put(part, corner);
-            nextShelf = std::max(nextShelf, corner.y + part.layout.height);
-            whole_.width = std::max(whole_.width, corner.x + part.layout.width);
-            corner.x += part.layout.width + GapOfParts;
+            MakeRoomOn(shelf, part.layout, room);
+            Put(part, {shelf.x, shelf.nextY});
+            shelf.nextY += part.layout.height + GapOfParts;
+            whole_.width = std::max(whole_.width, shelf.x + part.layout.width);
         }
-        whole_.height = nextShelf;
+        whole_.height = shelf.bottom;
+    }
+
+    static void MakeRoomOn(Shelf& shelf, const Layout& part, double room) {
+        const bool isEmpty = shelf.columnWidth <= 0;
+        const bool fitsBelow =
+            !isEmpty && shelf.nextY + part.height <= shelf.bottom && shelf.x + part.width <= room;
+        if (fitsBelow) {
+            shelf.columnWidth = std::max(shelf.columnWidth, part.width);
+            return;
+        }
+        const double x = isEmpty ? 0 : shelf.x + shelf.columnWidth + GapOfParts;
+        if (isEmpty || x + part.width > room) {
+            const double top = isEmpty ? 0 : shelf.bottom + GapOfParts;
+            shelf = {0, part.width, top, top, top + part.height};
+            return;
+        }
+        shelf.x = x;
+        shelf.columnWidth = part.width;
+        shelf.nextY = shelf.top;
     }
 
     void Put(const Part& part, const Point& corner) {

@@ -18,10 +18,12 @@ bool IsLetterOrDigit(char letter) {
            (letter >= '0' && letter <= '9');
 }
 
-// Punctuation that means nothing to Mermaid between two letters or digits. Elsewhere it may start
-// a list or an emphasis.
+// Slashes mean nothing to Mermaid within a quoted text, other punctuation only between two letters
+// or digits. Elsewhere it may start a list or an emphasis.
 bool IsHarmless(std::string_view text, std::size_t at) {
-    constexpr std::string_view harmless = "-_.,/";
+    constexpr std::string_view harmless = "-_.,";
+    if (text[at] == '/')
+        return true;
     return harmless.find(text[at]) != std::string_view::npos && at > 0 && at + 1 < text.size() &&
            IsLetterOrDigit(text[at - 1]) && IsLetterOrDigit(text[at + 1]);
 }

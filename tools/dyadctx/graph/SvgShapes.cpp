@@ -45,7 +45,7 @@ std::string Sheet(const Rectangle& place) {
 }
 
 std::string Drum(const Rectangle& place) {
-    const double lid = 5;
+    const double lid = 4;
     const std::string radii = SvgNumber(place.width / 2) + "," + SvgNumber(lid);
     const std::string width = SvgNumber(place.width);
     const std::string start = "M" + At(place.x, place.y + lid);

@@ -27,15 +27,35 @@ constexpr int TitleColumns = 60;
 constexpr double BoxHeight = 46;
 constexpr double MinBoxWidth = 88;
 constexpr double BoxPadding = 16;
+constexpr double WidthPerLink = 9;
+constexpr double MaxWidthForLinks = 420;
 // Bold letters are wider than the others.
 constexpr double Bold = 1.06;
 
+// The greater of the numbers of links that end and that start at each node.
+std::vector<int> BusiestSides(const Graph& graph) {
+    std::vector<int> entering(graph.nodes.size(), 0);
+    std::vector<int> leaving(graph.nodes.size(), 0);
+    for (const GraphLink& link : graph.links) {
+        ++entering[static_cast<std::size_t>(link.to)];
+        ++leaving[static_cast<std::size_t>(link.from)];
+    }
+    for (std::size_t i = 0; i < entering.size(); ++i)
+        entering[i] = std::max(entering[i], leaving[i]);
+    return entering;
+}
+
+// Wide enough for the text, and where many links meet for these, too.
 std::vector<LayoutBox> BoxesOf(const Graph& graph) {
+    const std::vector<int> links = BusiestSides(graph);
     std::vector<LayoutBox> boxes;
-    for (const GraphNode& node : graph.nodes) {
+    for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
+        const GraphNode& node = graph.nodes[i];
         const double text = std::max(TextWidth(HeadLine(node), NameSize) * Bold,
                                      TextWidth(SubLine(node), DetailSize));
-        boxes.push_back({std::max(MinBoxWidth, text + 2 * BoxPadding), BoxHeight, 0});
+        const double forLinks =
+            std::min(MaxWidthForLinks, links[i] * WidthPerLink + 4 * BoxPadding);
+        boxes.push_back({std::max({MinBoxWidth, text + 2 * BoxPadding, forLinks}), BoxHeight, 0});
     }
     return boxes;
 }
@@ -71,7 +91,7 @@ std::string Drawn(const GraphNode& node, const LayoutBox& box, const Point& cent
                           box.height};
     // The lid of a drum takes some of its height.
     const bool isDrum = !node.isUnresolved && node.kind == NodeKind::Database;
-    const double lower = isDrum ? 3 : 0;
+    const double lower = isDrum ? 4 : 0;
     return "<g id=\"" + node.id + "\" class=\"" + ClassesOf(node) + "\">" +
            TitleElement(FullText(node)) +
            (node.isUnresolved ? SvgPlainOutline(place) : SvgOutline(node.kind, place)) +
