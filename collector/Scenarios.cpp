@@ -70,7 +70,7 @@ VELResult VELDyadCtxCollector::AddScenario(const VELUnicodeString& channel,
     });
     if (added != S_OK) {
         CutScenariosTo(rowsBefore);
-        return S_OK;
+        return E_FAIL;
     }
     TRACE_LOG("VELDyadCtxCollector:AddScenario n %d with UK <%s>", _ScenarioKeys.Size(),
               _ScenarioKeys[_ScenarioKeys.Size()].ConvertToChar());

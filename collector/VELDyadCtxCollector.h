@@ -113,7 +113,7 @@ public:
                                                 VELListValVELUnicodeString& names);
 
     // ---- Exchange scenarios --------------------------------------------------------------------
-    // Keeps one row. Always S_OK.
+    // Keeps one row. S_OK; E_FAIL, and the rows as before, only without memory.
     VELResult AddScenario(const VELUnicodeString& channel, const VELUnicodeString& channelContext,
                           const VELUnicodeString& profile, const VELUnicodeString& scenarioId,
                           const VELUnicodeString& optionName, const VELUnicodeString& optionValue);

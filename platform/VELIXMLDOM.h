@@ -42,7 +42,8 @@ private:
     dyadctx::DomDocument* document_ = nullptr;
 };
 
-// One attribute of an element.
+// One attribute of an element, as it was when the handle was filled: after SetAttribute it is to be
+// fetched again.
 class VELDYADCTX_EXPORT VELIDOMAttr : public VELIDOMHandle {
 public:
     VELIDOMAttr() noexcept = default;
@@ -65,11 +66,13 @@ public:
     VELResult GetTagName(VELUnicodeString& name) const;
     // All children in document order; an empty list for a node without children.
     VELResult GetChildNodes(VELIDOMNodeList& children) const;
-    // Adds an element of the same document that has no parent yet as the last child.
+    // Adds an element of the same document that has no parent yet as the last child. E_FAIL for
+    // anything else, and for an element that would come to stand below itself.
     VELResult AppendChild(const VELIDOMNode& child) const;
 
-    // Where the element begins in the file it was read from: line and column (in bytes) from 1;
-    // 0 for what was not read from a file or is not an element.
+    // Where the element begins in the file it was read from: line and column (in bytes, in UTF-16
+    // in units of two bytes) from 1; 0 for what was not read from a file or is not an element. An
+    // element out of an entity stands where the entity is used.
     int GetLine() const;
     int GetColumn() const;
 
@@ -94,7 +97,7 @@ public:
     // Sets or replaces; a replaced attribute keeps its place. E_FAIL for an invalid name.
     VELResult SetAttribute(const VELUnicodeString& name, const VELUnicodeString& value) const;
     // The descendants of that name in document order, without the element itself; at most `atMost`
-    // of them when that is above 0.
+    // of them when that is above 0. The list found is kept until the document goes.
     VELResult GetElementsByTagName(const VELUnicodeString& name, VELIDOMNodeList& elements,
                                    int atMost = 0) const;
 
@@ -136,7 +139,8 @@ private:
     explicit VELIDOMDocument(dyadctx::DomDocument* document) noexcept;
 };
 
-// Told why and where a document could not be read. Line and column as in VELIDOMNode.
+// Told why and where a document could not be read. Line and column as in VELIDOMNode, 0 when the
+// reason has no place in the file. What it throws goes no further.
 class VELDYADCTX_EXPORT VELISAXErrorHandler {
 public:
     virtual ~VELISAXErrorHandler();
@@ -169,10 +173,11 @@ public:
     // An empty document.
     VELResult CreateDocument(VELIDOMDocument& document) const;
 
-    // Writes a document. Options: "VELEncoding" ("UTF-8" only), "VELIndentation" ("1" puts every
-    // element on a line of its own); unknown ones are ignored. An existing file is replaced as a
-    // whole or not at all. E_FAIL when a text holds a character XML cannot carry or the file
-    // cannot be written; an existing file is then untouched.
+    // Writes the elements of a document; what else a document that was read held is not kept.
+    // Options: "VELEncoding" ("UTF-8" only), "VELIndentation" ("1" puts every element on a line of
+    // its own); unknown ones are ignored. An existing file is replaced as a whole or not at all.
+    // E_FAIL when there is no document element, a text holds a character XML cannot carry or the
+    // file cannot be written; an existing file is then untouched.
     VELResult Write(const VELIDOMDocument& document, const VELUnicodeString& file,
                     const VELListValVELUnicodeString& optionNames,
                     const VELListValVELUnicodeString& optionValues) const;

@@ -1,10 +1,11 @@
 #include "xml/detail/ContextEntry.h"
 
+#include "context/detail/ContextAccess.h"
+#include "context/detail/DbEnvironment.h"
 #include "platform/VELDyadDbProviderServices.h"
 #include "trace/detail/MessageKeys.h"
 #include "trace/detail/ProcessSettings.h"
 #include "trace/detail/TraceLine.h"
-#include "xml/detail/DbEnvironment.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/VELDyadCtxXml.h"
 
@@ -15,7 +16,7 @@ namespace dyadctx {
 namespace {
 
 bool HasOwner(ContextLevels levels) {
-    return levels.friendLevel > 0 || (levels.associatedLevel > 0 && IsDbEnvironmentActive());
+    return levels.friendLevel > 0 || (levels.associatedLevel > 0 && IsDbEnvironmentOn());
 }
 
 } // namespace
@@ -39,7 +40,7 @@ VELResult ContextEntry::AddContext(const VELIDOMElement& element, ContextLevels 
         std::make_unique<VELDyadContext>(values_.name, values_.parameter, values_.parameterType);
     if (values_.parameterType == Names().databaseType)
         return AddDatabaseContext(std::move(context), owner, associated);
-    const bool asAssociated = associated && IsDbEnvironmentActive();
+    const bool asAssociated = associated && IsDbEnvironmentOn();
     return Enter(std::move(context), owner, asAssociated ? 1 : 0);
 }
 
@@ -56,13 +57,13 @@ VELResult ContextEntry::FindOwner(ContextLevels levels, VELDyadContext*& owner) 
 
 VELResult ContextEntry::AddDatabaseContext(std::unique_ptr<VELDyadContext> context,
                                            VELDyadContext* owner, bool associated) {
-    if (!IsDbEnvironmentActive())
+    if (!IsDbEnvironmentOn())
         return S_OK;
     VELIDyadDbProvider_var provider;
     VELResult result = SetProvider(*context, provider);
     if (result < 0)
         return result;
-    if (associated && IsDbEnvironmentActive())
+    if (associated && IsDbEnvironmentOn())
         return Enter(std::move(context), owner, 1);
     result = EnterDatabaseContext(std::move(context), owner);
     FileSite(provider);
@@ -94,12 +95,17 @@ VELResult ContextEntry::EnterDatabaseContext(std::unique_ptr<VELDyadContext> con
     return Enter(std::move(context), owner, 0);
 }
 
-// From the call on the context is the collector's, whatever the collector answers.
+// The context is the collector's as soon as that knows it, whatever it answers; without memory it
+// may refuse to.
 VELResult ContextEntry::Enter(std::unique_ptr<VELDyadContext> context, VELDyadContext* owner,
                               int associated) {
     if (state_.places != nullptr)
         state_.places->contexts.emplace(context.get(), place_);
-    return state_.collector.AddContext(context.release(), owner, associated);
+    VELDyadContext* entered = context.get();
+    const VELResult result = state_.collector.AddContext(entered, owner, associated);
+    if (ContextAccess::WasRegistered(*entered))
+        static_cast<void>(context.release());
+    return result;
 }
 
 // The site goes to the declared context of that name, which may be another one than was just made.

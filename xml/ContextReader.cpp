@@ -1,10 +1,9 @@
 #include "xml/detail/ContextReader.h"
 
+#include "context/detail/DbEnvironment.h"
 #include "trace/detail/MessageKeys.h"
 #include "trace/detail/TraceLine.h"
-#include "xml/detail/DbEnvironment.h"
 #include "xml/detail/FormatNames.h"
-#include "xml/detail/NodeLookup.h"
 
 #include <utility>
 
@@ -43,7 +42,7 @@ VELResult ContextReader::Begin(const VELIDOMElement& parent, const VELUnicodeStr
 }
 
 VELResult ContextReader::EndWithoutNodes(const VELUnicodeString& tag, ContextLevels levels) {
-    if (!IsDbEnvironmentActive()) {
+    if (!IsDbEnvironmentOn()) {
         if (levels.friendLevel == 0) {
             LogNotFound(tag);
             TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes <%s> not found - Case02", tag.ConvertToChar());
@@ -85,66 +84,72 @@ VELResult ContextReader::Advance(VELResult result) {
 }
 
 VELResult ContextReader::ReadNode() {
-    const Pass& pass = passes_.back();
+    Pass& pass = passes_.back();
     VELIDOMNode node;
     if (pass.nodes.Item(pass.nodeIndex, node) < 0 || node.IsNull())
         return Reject(key::InternalError);
     VELUnicodeString tag;
     if (node.GetTagName(tag) < 0)
         return GoToNextNode();
+    pass.element = VELIDOMElement(node);
     const FormatNames& names = Names();
     if (tag == names.context)
-        return ReadContext(VELIDOMElement(node));
+        return ReadContext();
     if (tag == names.associated)
-        return ReadAssociatedContainer(VELIDOMElement(node));
+        return ReadAssociatedContainer();
     if (tag == names.friends)
-        return ReadFriendsContainer(VELIDOMElement(node));
+        return ReadFriendsContainer();
     return GoToNextNode();
 }
 
-VELResult ContextReader::ReadContext(const VELIDOMElement& element) {
+VELResult ContextReader::ReadContext() {
     Pass& pass = passes_.back();
-    pass.context = element;
-    const bool associated = *pass.tag == Names().associated && IsDbEnvironmentActive();
-    if (entry_.AddContext(element, pass.levels, associated) < 0) {
-        RememberFault(element);
+    const bool associated = *pass.tag == Names().associated && IsDbEnvironmentOn();
+    if (entry_.AddContext(pass.element, pass.levels, associated) < 0) {
+        RememberFault(pass.element);
         TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes: Add Context problem, node index=%d",
                     pass.nodeIndex);
         return Abandon();
     }
     pass.step = Step::AssociatedOfContext;
-    if (!IsDbEnvironmentActive())
+    // A walk that reads nothing can be seen in the trace only.
+    pass.walks = VELIsTraceActive() ? WalksBelow() : FindWalksBelow(pass.element);
+    if (!pass.walks.associated || !IsDbEnvironmentOn())
         return S_OK;
-    return Begin(element, Names().associated, {0, pass.levels.associatedLevel + 1});
+    return Begin(pass.element, Names().associated, {0, pass.levels.associatedLevel + 1});
 }
 
 VELResult ContextReader::BeginFriends() {
     Pass& pass = passes_.back();
     pass.step = Step::FriendsOfContext;
-    return Begin(pass.context, Names().friends, {pass.levels.friendLevel + 1, 0});
+    if (!pass.walks.friends)
+        return S_OK;
+    return Begin(pass.element, Names().friends, {pass.levels.friendLevel + 1, 0});
 }
 
 VELResult ContextReader::ReadScenarios() {
     const Pass& pass = passes_.back();
-    const VELUnicodeString name = AttributeOrEmpty(pass.context, Names().name);
-    if (scenarios_.ParseXMLExchangeScenarioNodes(pass.context, name) >= 0)
+    if (!pass.walks.scenarios)
         return GoToNextNode();
-    RememberFault(pass.context);
+    const VELUnicodeString name = AttributeOrEmpty(pass.element, Names().name);
+    if (scenarios_.ParseXMLExchangeScenarioNodes(pass.element, name) >= 0)
+        return GoToNextNode();
+    RememberFault(pass.element);
     TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes : scenario parsing problem, node index=%d",
                 pass.nodeIndex);
     return Abandon();
 }
 
-VELResult ContextReader::ReadAssociatedContainer(const VELIDOMElement& element) {
+VELResult ContextReader::ReadAssociatedContainer() {
     Pass& pass = passes_.back();
-    if (*pass.tag == Names().friends || !IsDbEnvironmentActive())
+    if (*pass.tag == Names().friends || !IsDbEnvironmentOn())
         return GoToNextNode();
     const int level = pass.levels.associatedLevel;
     if (level == 1) {
         pass.step = Step::AssociatedContainer;
-        return Begin(element, Names().associated, {0, 1});
+        return Begin(pass.element, Names().associated, {0, 1});
     }
-    RememberFault(element);
+    RememberFault(pass.element);
     if (level > 1)
         return Reject(key::CtxAssociatedWithAssociated);
     TRACE_WARNING("VELDyadCtxXml:ParseXMLNodes : Non supported RootTagName <%s> for CtxAssociated",
@@ -153,16 +158,16 @@ VELResult ContextReader::ReadAssociatedContainer(const VELIDOMElement& element) 
     return Abandon();
 }
 
-VELResult ContextReader::ReadFriendsContainer(const VELIDOMElement& element) {
+VELResult ContextReader::ReadFriendsContainer() {
     Pass& pass = passes_.back();
-    if (*pass.tag == Names().associated && IsDbEnvironmentActive())
+    if (*pass.tag == Names().associated && IsDbEnvironmentOn())
         return GoToNextNode();
     const int level = pass.levels.friendLevel;
     if (level == 1) {
         pass.step = Step::FriendsContainer;
-        return Begin(element, Names().friends, {1, 0});
+        return Begin(pass.element, Names().friends, {1, 0});
     }
-    RememberFault(element);
+    RememberFault(pass.element);
     return Reject(level > 1 ? key::CtxFriendWithFriend : key::NoCtxDefinedForFriend);
 }
 

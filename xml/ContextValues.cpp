@@ -1,7 +1,7 @@
 #include "xml/detail/ContextValues.h"
 
+#include "context/detail/DbEnvironment.h"
 #include "trace/detail/MessageKeys.h"
-#include "xml/detail/DbEnvironment.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/ReadState.h"
 
@@ -25,14 +25,14 @@ VELResult FailWithoutName(ContextLevels levels, const VELUnicodeString& ownerNam
                           VELUnicodeString& message) {
     if (levels.friendLevel > 0)
         return FailAlone(ValuesMethod, key::CtxFriendNoName, message, &ownerName, 1);
-    if (levels.associatedLevel > 0 && IsDbEnvironmentActive())
+    if (levels.associatedLevel > 0 && IsDbEnvironmentOn())
         return FailAlone(ValuesMethod, key::CtxAssocNoName, message, &ownerName, 1);
     return FailAlone(ValuesMethod, key::CtxNoName, message);
 }
 
 // A friend or associated context may be written by its name alone.
 bool IsNameEnough(ContextLevels levels) {
-    return levels.friendLevel > 0 || (levels.associatedLevel > 0 && IsDbEnvironmentActive());
+    return levels.friendLevel > 0 || (levels.associatedLevel > 0 && IsDbEnvironmentOn());
 }
 
 bool IsFriendAndAssociated(ContextLevels levels) {
@@ -40,7 +40,7 @@ bool IsFriendAndAssociated(ContextLevels levels) {
 }
 
 bool MayLackConnector(ContextLevels levels) {
-    return IsDbEnvironmentActive() ? IsFriendAndAssociated(levels) : levels.friendLevel > 0;
+    return IsDbEnvironmentOn() ? IsFriendAndAssociated(levels) : levels.friendLevel > 0;
 }
 
 VELResult GetXMLDbValuesContext(const VELIDOMElement& element, ContextLevels levels,
@@ -78,7 +78,7 @@ VELResult GetXMLValuesContext(const VELIDOMElement& element, ContextLevels level
         LogReaderError(ValuesMethod, key::CtxNoParamType, message, &values.name, 1);
         return E_FAIL;
     }
-    if (values.parameterType != names.databaseType || !IsDbEnvironmentActive())
+    if (values.parameterType != names.databaseType || !IsDbEnvironmentOn())
         return S_OK;
     const VELResult result = GetXMLDbValuesContext(element, levels, message, values);
     if (result < 0 && !IsFriendAndAssociated(levels))

@@ -1,8 +1,8 @@
 #include "xml/detail/NodeLookup.h"
 
+#include "context/detail/DbEnvironment.h"
 #include "trace/detail/MessageKeys.h"
 #include "trace/detail/TraceLine.h"
-#include "xml/detail/DbEnvironment.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/ReadState.h"
 
@@ -17,7 +17,7 @@ bool IsOutermost(ContextLevels levels) {
 }
 
 bool IsLookedUpByName(const VELUnicodeString& tag, ContextLevels levels) {
-    if (!IsDbEnvironmentActive())
+    if (!IsDbEnvironmentOn())
         return levels.friendLevel == 0;
     return IsOutermost(levels) || (tag == Names().friends && levels.friendLevel == 0) ||
            (tag == Names().associated && levels.associatedLevel == 0);
@@ -113,6 +113,29 @@ VELResult GetNodeListByTagName(const VELIDOMElement& parent, const VELUnicodeStr
     TRACE_LEAVE("VELDyadCtxXml:GetNodeListByTagName <%s> find %d Nodes", tag.ConvertToChar(),
                 count);
     return S_OK;
+}
+
+WalksBelow FindWalksBelow(const VELIDOMElement& context) {
+    WalksBelow found{false, false, false};
+    VELIDOMNodeList nodes;
+    if (context.GetChildNodes(nodes) < 0)
+        return {};
+    const FormatNames& names = Names();
+    VELUnicodeString tag;
+    VELIDOMNode node;
+    const int count = nodes.GetLength();
+    for (int index = 0; index < count; ++index) {
+        if (nodes.Item(index, node) < 0 || node.IsNull())
+            return {};
+        if (node.GetTagName(tag) < 0)
+            continue;
+        const bool isContext = tag == names.context;
+        found.associated = found.associated || isContext || tag == names.associated;
+        found.friends = found.friends || isContext || tag == names.friends;
+        found.scenarios = found.scenarios || tag == names.scenario || tag == names.scenarioId ||
+                          tag == names.option;
+    }
+    return found;
 }
 
 } // namespace dyadctx

@@ -3,6 +3,8 @@
 #include "trace/detail/TraceLine.h"
 #include "trace/detail/UserMessage.h"
 
+#include <new>
+
 namespace dyadctx {
 
 void LogReaderError(const char* method, const char* key, VELUnicodeString& message,
@@ -16,7 +18,10 @@ bool ReadAttribute(const VELIDOMElement& element, const VELUnicodeString& name,
     VELIDOMAttr attribute;
     if (element.GetAttributeNode(name, attribute) < 0 || attribute.IsNull())
         return false;
-    return attribute.GetValue(value) >= 0;
+    // A value that stands there can be had unless memory runs out. It must not count as missing.
+    if (attribute.GetValue(value) < 0)
+        throw std::bad_alloc();
+    return true;
 }
 
 VELUnicodeString AttributeOrEmpty(const VELIDOMElement& element, const VELUnicodeString& name) {

@@ -4,6 +4,7 @@
 #include "trace/detail/TraceLine.h"
 #include "xml/detail/FormatNames.h"
 
+#include <new>
 #include <utility>
 
 namespace dyadctx {
@@ -131,15 +132,20 @@ VELResult ScenarioReader::Abandon() {
 
 // A scenario without options is one row all the same.
 void ScenarioReader::AddRows(const Pass& scenarioId) {
-    VELDyadCtxCollector& collector = state_.collector;
-    const VELUnicodeString& name = *contextName_;
     const VELUnicodeString none;
     if (scenarioId.optionNames.Size() == 0)
-        collector.AddScenario(name, name, scenarioId.profile, scenarioId.ident, none, none);
-    for (int pos = 1; pos <= scenarioId.optionNames.Size(); ++pos) {
-        collector.AddScenario(name, name, scenarioId.profile, scenarioId.ident,
-                              scenarioId.optionNames[pos], scenarioId.optionValues[pos]);
-    }
+        AddRow(scenarioId, none, none);
+    for (int pos = 1; pos <= scenarioId.optionNames.Size(); ++pos)
+        AddRow(scenarioId, scenarioId.optionNames[pos], scenarioId.optionValues[pos]);
+}
+
+void ScenarioReader::AddRow(const Pass& scenarioId, const VELUnicodeString& optionName,
+                            const VELUnicodeString& optionValue) {
+    const VELUnicodeString& name = *contextName_;
+    // Fails only without memory.
+    if (state_.collector.AddScenario(name, name, scenarioId.profile, scenarioId.ident, optionName,
+                                     optionValue) < 0)
+        throw std::bad_alloc();
 }
 
 } // namespace dyadctx

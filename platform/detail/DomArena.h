@@ -8,6 +8,10 @@
 
 namespace dyadctx {
 
+// Lists in an arena may hold pointers, and the size of these is meant then.
+template<class T>
+inline constexpr std::size_t SizeInArena = sizeof(T); // NOLINT(bugprone-sizeof-expression)
+
 // Either all blocks of an arena are arrays of 8-byte aligned objects or all are bytes, so no room
 // is spent on alignment. Asking for memory that cannot be had throws std::bad_alloc and changes
 // nothing.
@@ -19,8 +23,8 @@ public:
 
     template<class T>
     T* AllocateArray(std::size_t count) {
-        static_assert(alignof(T) <= 8 && sizeof(T) % 8 == 0);
-        return static_cast<T*>(Allocate(count * sizeof(T)));
+        static_assert(alignof(T) <= 8 && SizeInArena<T> % 8 == 0);
+        return static_cast<T*>(Allocate(count * SizeInArena<T>));
     }
 
     const char* CopyBytes(std::string_view bytes);

@@ -153,19 +153,19 @@ bool DomDocument::AppendRoot(DomNode& root) noexcept {
 
 DomNode* DomDocument::AddReadElement(const char* name, const char* const* attributes,
                                      DomPosition position) {
-    std::uint32_t count = 0;
-    while (attributes[2 * count] != nullptr)
-        ++count;
+    const char* const* end = attributes;
+    while (*end != nullptr)
+        end += 2;
+    const auto count = static_cast<std::uint32_t>((end - attributes) / 2);
     DomNode* node = NewElement(names_.Intern(name));
     node->flags = DomNode::Attached;
     node->origin.position = position;
-    if (count > 0)
+    if (end != attributes)
         node->attributes = nodes_.AllocateArray<DomAttribute>(count);
-    for (; node->attributeCount < count; ++node->attributeCount) {
-        const char* const* pair = attributes + 2 * node->attributeCount;
-        DomAttribute* attribute = node->attributes + node->attributeCount;
-        attribute->name = names_.Intern(pair[0]);
-        SetValue(*attribute, pair[1]);
+    for (const char* const* pair = attributes; pair != end; pair += 2) {
+        DomAttribute& attribute = node->attributes[node->attributeCount++];
+        attribute.name = names_.Intern(pair[0]);
+        SetValue(attribute, pair[1]);
     }
     if (root_ == nullptr)
         root_ = node;
@@ -215,7 +215,7 @@ T* DomDocument::WithRoomForOneMore(T* items, std::uint32_t count, bool grown) {
     if (count < capacity)
         return items;
     const std::uint32_t wanted = Capacity(count + 1, true);
-    if (nodes_.Extend(items, capacity * sizeof(T), wanted * sizeof(T)))
+    if (nodes_.Extend(items, capacity * SizeInArena<T>, wanted * SizeInArena<T>))
         return items;
     T* room = nodes_.AllocateArray<T>(wanted);
     std::copy_n(items, count, room);

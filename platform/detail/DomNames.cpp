@@ -36,7 +36,7 @@ std::uint32_t DomNames::Find(std::string_view name) const noexcept {
 std::size_t DomNames::RecentSlot(std::string_view name) noexcept {
     const auto first = static_cast<unsigned char>(name.front());
     const auto last = static_cast<unsigned char>(name.back());
-    return (name.size() * 37 + first * 5U + last) % RecentCount;
+    return (name.size() * 37U + first * std::size_t{5} + last) % RecentCount;
 }
 
 } // namespace dyadctx

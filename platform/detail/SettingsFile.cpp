@@ -4,29 +4,11 @@
 #include "platform/VELFileSystem.h"
 #include "platform/detail/FileReader.h"
 #include "platform/detail/NativePath.h"
+#include "platform/detail/Toml.h"
 
 #include <algorithm>
 #include <array>
-#include <exception>
 #include <string_view>
-
-namespace {
-
-// What toml++ is made to throw instead of ending the process.
-class TomlFault : public std::exception {};
-
-constexpr void RequireOfToml(bool holds) {
-    if (!holds)
-        throw TomlFault();
-}
-
-} // namespace
-
-// Some broken files bring about what toml++ asserts, or assumes where assertions are off. In this
-// file, the only one that uses it, all its assertions are checked and throw.
-#undef NDEBUG
-#define TOML_ASSERT(expr) RequireOfToml(static_cast<bool>(expr))
-#include <toml++/toml.h>
 
 namespace dyadctx {
 

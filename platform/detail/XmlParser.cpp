@@ -16,7 +16,7 @@ namespace dyadctx {
 namespace {
 
 constexpr std::size_t DeepestNesting = 5000;
-constexpr std::size_t UsualBuffer = 256 * 1024;
+constexpr std::size_t UsualBuffer = std::size_t{256} << 10U;
 constexpr std::size_t LargestBuffer = INT_MAX / 2 + 1;
 
 void* AllocateForParser(std::size_t size) {

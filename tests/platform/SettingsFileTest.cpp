@@ -95,6 +95,18 @@ TEST(SettingsFile, TellsMissingFromUnreadable) {
     EXPECT_EQ("the file cannot be read", Read(folder.PathOf("sub"), "a").reason);
 }
 
+TEST(SettingsFile, SurvivesFilesThatParsersStumbleOver) {
+    const TemporaryFolder folder;
+    for (const char* content :
+         {"[[[", "a = \xC3\xA9.xml\n", "a = 197>-05-2(T07:32:0\xD0\xAA\n", "\xCC\xAA", "a = 1_\n",
+          "a = \"\\u12\"\n", "a = 99999999999999999999\n", "a = 2001-02-30\n", "= 1\n",
+          "a.b = 1\na = 1\n"})
+        EXPECT_EQ(SettingsAnswer::Broken, Read(folder.Write("R.toml", content), "a").answer)
+            << content;
+    const std::string joined = "a = \"\"\"x\\\n\xC2\xA7\"\"\"\n";
+    EXPECT_EQ("x\xC2\xA7", Read(folder.Write("R.toml", joined), "a").value);
+}
+
 TEST(SettingsFile, TakesNoFileOfUnreasonableSize) {
     const TemporaryFolder folder;
     const std::string path =

@@ -10,6 +10,7 @@
 #include "platform/VELResult.h"
 #include "platform/VELUnicodeString.h"
 #include "xml/detail/ContextEntry.h"
+#include "xml/detail/NodeLookup.h"
 #include "xml/detail/ReadState.h"
 #include "xml/detail/ScenarioReader.h"
 
@@ -38,11 +39,12 @@ private:
         VELIDOMNodeList nodes;
         int nodeCount = 0;
         int nodeIndex = 0;
-        // The Context the pass is at while it waits.
-        VELIDOMElement context;
+        // The element the pass is at.
+        VELIDOMElement element;
         const VELUnicodeString* tag = nullptr;
         ContextLevels levels;
         Step step = Step::NextNode;
+        WalksBelow walks;
     };
 
     VELResult Begin(const VELIDOMElement& parent, const VELUnicodeString& tag,
@@ -51,11 +53,11 @@ private:
     void LogNotFound(const VELUnicodeString& tag);
     VELResult Advance(VELResult childResult);
     VELResult ReadNode();
-    VELResult ReadContext(const VELIDOMElement& element);
+    VELResult ReadContext();
     VELResult BeginFriends();
     VELResult ReadScenarios();
-    VELResult ReadAssociatedContainer(const VELIDOMElement& element);
-    VELResult ReadFriendsContainer(const VELIDOMElement& element);
+    VELResult ReadAssociatedContainer();
+    VELResult ReadFriendsContainer();
     VELResult GoToNextNode();
     VELResult End();
     VELResult FailAfter(Step step);

@@ -20,7 +20,8 @@ struct ReadState {
 void LogReaderError(const char* method, const char* key, VELUnicodeString& message,
                     const VELUnicodeString* parameters = nullptr, int count = 0);
 
-// The attribute's value. A missing attribute gives false, and `value` stays as it was.
+// The attribute's value. A missing attribute gives false, and `value` stays as it was. Throws
+// std::bad_alloc.
 bool ReadAttribute(const VELIDOMElement& element, const VELUnicodeString& name,
                    VELUnicodeString& value);
 // The same with an empty value for a missing attribute.

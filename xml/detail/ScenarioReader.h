@@ -48,6 +48,8 @@ private:
     VELResult End();
     VELResult Abandon();
     void AddRows(const Pass& scenarioId);
+    void AddRow(const Pass& scenarioId, const VELUnicodeString& optionName,
+                const VELUnicodeString& optionValue);
 
     ReadState state_;
     const VELUnicodeString* contextName_ = nullptr;
