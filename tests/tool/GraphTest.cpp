@@ -125,7 +125,7 @@ TEST_F(GraphCommand, AViewIsDrawnAlone) {
     EXPECT_EQ(NodesOf(Draw({"--format", "mermaid", "--provider", "HWB"})), "Design Library");
 }
 
-TEST_F(GraphCommand, WrongUsageAndUnknownNamesAreSaid) {
+TEST_F(GraphCommand, UnknownNamesAndFilesAreSaid) {
     WriteContexts("paths.xml", R"(<Context Name="B" Parameter="/b" ParameterType="Path"/>)");
     ExpectEach({
         {"unknown name",
@@ -147,6 +147,12 @@ TEST_F(GraphCommand, WrongUsageAndUnknownNamesAreSaid) {
          "",
          {"there is no context 'Vault'"},
          {}},
+        {"no such file", {"graph", "none.xml"}, 3, "", {"none.xml"}, {}},
+    });
+}
+
+TEST_F(GraphCommand, WrongUsageIsSaid) {
+    ExpectEach({
         {"format",
          {"graph", "site.xml", "--db-context", "--format", "png"},
          2,
@@ -189,7 +195,6 @@ TEST_F(GraphCommand, WrongUsageAndUnknownNamesAreSaid) {
          "",
          {"--provider narrows the database view"},
          {}},
-        {"no such file", {"graph", "none.xml"}, 3, "", {"none.xml"}, {}},
     });
 }
 

@@ -40,6 +40,63 @@ Graph SmallGraph() {
     return graph;
 }
 
+constexpr const char* SmallDot = R"X(digraph contexts {
+  graph [rankdir=TB, nodesep=0.3, ranksep=0.6, labelloc=t, fontname="Helvetica,Arial,sans-serif", fontsize=14];
+  node [style=filled, shape=box, fontname="Helvetica,Arial,sans-serif", fontsize=11, fontcolor="#1c2430", margin="0.15,0.06"];
+  edge [arrowsize=0.8, fontname="Helvetica,Arial,sans-serif", fontsize=10];
+  label="small.xml\n2 contexts, 1 friend, 2 associated, 1 not declared, 2 links in cycles";
+  n1 [label="A\n/a", tooltip="A\nParameter: /a\non a cycle", id="n1", shape=folder, fillcolor="#e1eefc", color="#cf2a27", penwidth=3];
+  n2 [label="B\nFile", tooltip="B\nType: File\non a cycle", id="n2", shape=note, fillcolor="#e2f4e6", color="#cf2a27"];
+  u1 [label="C\nnot declared", tooltip="C\nnot declared", id="u1", shape=box, style="dashed,rounded", color="#7c838d"];
+  n1 -> n2 [tooltip="'A' has the friend 'B' (part of a cycle)", color="#cf2a27", dir=both, arrowtail=dot];
+  n2 -> n1 [tooltip="'B' is associated with 'A' (part of a cycle)", color="#cf2a27", penwidth=2.2, arrowhead=odiamond, dir=both, arrowtail=dot];
+  n1 -> u1 [tooltip="'A' is associated with 'C', which is not declared", color="#7a4fc0", penwidth=2.2, arrowhead=odiamond, style=dashed];
+  subgraph cluster_legend {
+    graph [label="Legend", fontsize=11, color="#c4cad2"];
+    node [fontsize=9];
+    legend_path [label="Path", shape=folder, fillcolor="#e1eefc", color="#3173b8"];
+    legend_file [label="File", shape=note, fillcolor="#e2f4e6", color="#338450"];
+    legend_unresolved [label="not declared", shape=box, style="dashed,rounded", color="#7c838d"];
+    legend_friend_from [label="", shape=plaintext, style="", width=1.6, height=0.1];
+    legend_friend_to [label="has the friend", shape=plaintext, style="", width=1.6];
+    legend_friend_from -> legend_friend_to [color="#5b6675"];
+    legend_associated_from [label="", shape=plaintext, style="", width=1.6, height=0.1];
+    legend_associated_to [label="is associated with", shape=plaintext, style="", width=1.6];
+    legend_associated_from -> legend_associated_to [color="#7a4fc0", penwidth=2.2, arrowhead=odiamond];
+    legend_cycle_from [label="", shape=plaintext, style="", width=1.6, height=0.1];
+    legend_cycle_to [label="part of a cycle", shape=plaintext, style="", width=1.6];
+    legend_cycle_from -> legend_cycle_to [color="#cf2a27", dir=both, arrowtail=dot];
+  }
+}
+)X";
+
+constexpr const char* SmallMermaid = R"X(flowchart TD
+  %% small.xml - 2 contexts, 1 friend, 2 associated, 1 not declared, 2 links in cycles
+  n1["A<br/>/a"]:::path
+  n2[/"B<br/>File"/]:::file
+  u1["C<br/>not declared"]:::unresolved
+  n1 --> n2
+  n2 ==> n1
+  n1 ==> u1
+  subgraph legend ["Legend"]
+    legend_path["Path"]:::path
+    legend_file[/"File"/]:::file
+    legend_unresolved["not declared"]:::unresolved
+    legend_friend_from[" "]:::sample -->|has the friend| legend_friend_to[" "]:::sample
+    legend_associated_from[" "]:::sample ==>|is associated with| legend_associated_to[" "]:::sample
+    legend_cycle_from[" "]:::sample -->|part of a cycle| legend_cycle_to[" "]:::sample
+  end
+  classDef path fill:#e1eefc,stroke:#3173b8,color:#1c2430
+  classDef file fill:#e2f4e6,stroke:#338450,color:#1c2430
+  classDef unresolved fill:#ffffff,stroke:#7c838d,stroke-dasharray:6 4,color:#1c2430
+  classDef sample fill:none,stroke:none
+  style n1 stroke:#cf2a27,stroke-width:4px
+  style n2 stroke:#cf2a27
+  linkStyle 2,4 stroke:#7a4fc0
+  linkStyle 2 stroke-dasharray:6 4
+  linkStyle 0,1,5 stroke:#cf2a27
+)X";
+
 // Names that mean something in one of the languages.
 Graph HostileGraph() {
     Graph graph;
@@ -82,66 +139,11 @@ std::set<std::string> WordsBehind(const std::string& text, const std::string& pa
 } // namespace
 
 TEST(GraphWriter, DotOfASmallGraph) {
-    EXPECT_EQ(WriteDot(SmallGraph(), "small.xml"),
-              R"X(digraph contexts {
-  graph [rankdir=TB, nodesep=0.3, ranksep=0.6, labelloc=t, fontname="Helvetica,Arial,sans-serif", fontsize=14];
-  node [style=filled, shape=box, fontname="Helvetica,Arial,sans-serif", fontsize=11, fontcolor="#1c2430", margin="0.15,0.06"];
-  edge [arrowsize=0.8, fontname="Helvetica,Arial,sans-serif", fontsize=10];
-  label="small.xml\n2 contexts, 1 friend, 2 associated, 1 not declared, 2 links in cycles";
-  n1 [label="A\n/a", tooltip="A\nParameter: /a\non a cycle", id="n1", shape=folder, fillcolor="#e1eefc", color="#cf2a27", penwidth=3];
-  n2 [label="B\nFile", tooltip="B\nType: File\non a cycle", id="n2", shape=note, fillcolor="#e2f4e6", color="#cf2a27"];
-  u1 [label="C\nnot declared", tooltip="C\nnot declared", id="u1", shape=box, style="dashed,rounded", color="#7c838d"];
-  n1 -> n2 [tooltip="'A' has the friend 'B' (part of a cycle)", color="#cf2a27", dir=both, arrowtail=dot];
-  n2 -> n1 [tooltip="'B' is associated with 'A' (part of a cycle)", color="#cf2a27", penwidth=2.2, arrowhead=odiamond, dir=both, arrowtail=dot];
-  n1 -> u1 [tooltip="'A' is associated with 'C', which is not declared", color="#7a4fc0", penwidth=2.2, arrowhead=odiamond, style=dashed];
-  subgraph cluster_legend {
-    graph [label="Legend", fontsize=11, color="#c4cad2"];
-    node [fontsize=9];
-    legend_path [label="Path", shape=folder, fillcolor="#e1eefc", color="#3173b8"];
-    legend_file [label="File", shape=note, fillcolor="#e2f4e6", color="#338450"];
-    legend_unresolved [label="not declared", shape=box, style="dashed,rounded", color="#7c838d"];
-    legend_friend_from [label="", shape=plaintext, style="", width=1.6, height=0.1];
-    legend_friend_to [label="has the friend", shape=plaintext, style="", width=1.6];
-    legend_friend_from -> legend_friend_to [color="#5b6675"];
-    legend_associated_from [label="", shape=plaintext, style="", width=1.6, height=0.1];
-    legend_associated_to [label="is associated with", shape=plaintext, style="", width=1.6];
-    legend_associated_from -> legend_associated_to [color="#7a4fc0", penwidth=2.2, arrowhead=odiamond];
-    legend_cycle_from [label="", shape=plaintext, style="", width=1.6, height=0.1];
-    legend_cycle_to [label="part of a cycle", shape=plaintext, style="", width=1.6];
-    legend_cycle_from -> legend_cycle_to [color="#cf2a27", dir=both, arrowtail=dot];
-  }
-}
-)X");
+    EXPECT_EQ(WriteDot(SmallGraph(), "small.xml"), SmallDot);
 }
 
 TEST(GraphWriter, MermaidOfASmallGraph) {
-    EXPECT_EQ(WriteMermaid(SmallGraph(), "small.xml"),
-              R"X(flowchart TD
-  %% small.xml - 2 contexts, 1 friend, 2 associated, 1 not declared, 2 links in cycles
-  n1["A<br/>/a"]:::path
-  n2[/"B<br/>File"/]:::file
-  u1["C<br/>not declared"]:::unresolved
-  n1 --> n2
-  n2 ==> n1
-  n1 ==> u1
-  subgraph legend ["Legend"]
-    legend_path["Path"]:::path
-    legend_file[/"File"/]:::file
-    legend_unresolved["not declared"]:::unresolved
-    legend_friend_from[" "]:::sample -->|has the friend| legend_friend_to[" "]:::sample
-    legend_associated_from[" "]:::sample ==>|is associated with| legend_associated_to[" "]:::sample
-    legend_cycle_from[" "]:::sample -->|part of a cycle| legend_cycle_to[" "]:::sample
-  end
-  classDef path fill:#e1eefc,stroke:#3173b8,color:#1c2430
-  classDef file fill:#e2f4e6,stroke:#338450,color:#1c2430
-  classDef unresolved fill:#ffffff,stroke:#7c838d,stroke-dasharray:6 4,color:#1c2430
-  classDef sample fill:none,stroke:none
-  style n1 stroke:#cf2a27,stroke-width:4px
-  style n2 stroke:#cf2a27
-  linkStyle 2,4 stroke:#7a4fc0
-  linkStyle 2 stroke-dasharray:6 4
-  linkStyle 0,1,5 stroke:#cf2a27
-)X");
+    EXPECT_EQ(WriteMermaid(SmallGraph(), "small.xml"), SmallMermaid);
     EXPECT_EQ(MermaidLinkCount(SmallGraph()), 6);
 }
 
