@@ -4,7 +4,6 @@
 #include "trace/detail/TraceLine.h"
 #include "xml/detail/DbEnvironment.h"
 #include "xml/detail/FormatNames.h"
-#include "xml/detail/NodeLookup.h"
 
 #include <utility>
 
@@ -113,7 +112,9 @@ VELResult ContextReader::ReadContext(const VELIDOMElement& element) {
         return Abandon();
     }
     pass.step = Step::AssociatedOfContext;
-    if (!IsDbEnvironmentActive())
+    // A walk that reads nothing can be seen in the trace only.
+    pass.walks = VELIsTraceActive() ? WalksBelow() : FindWalksBelow(element);
+    if (!pass.walks.associated || !IsDbEnvironmentActive())
         return S_OK;
     return Begin(element, Names().associated, {0, pass.levels.associatedLevel + 1});
 }
@@ -121,11 +122,15 @@ VELResult ContextReader::ReadContext(const VELIDOMElement& element) {
 VELResult ContextReader::BeginFriends() {
     Pass& pass = passes_.back();
     pass.step = Step::FriendsOfContext;
+    if (!pass.walks.friends)
+        return S_OK;
     return Begin(pass.context, Names().friends, {pass.levels.friendLevel + 1, 0});
 }
 
 VELResult ContextReader::ReadScenarios() {
     const Pass& pass = passes_.back();
+    if (!pass.walks.scenarios)
+        return GoToNextNode();
     const VELUnicodeString name = AttributeOrEmpty(pass.context, Names().name);
     if (scenarios_.ParseXMLExchangeScenarioNodes(pass.context, name) >= 0)
         return GoToNextNode();

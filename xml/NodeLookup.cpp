@@ -115,4 +115,27 @@ VELResult GetNodeListByTagName(const VELIDOMElement& parent, const VELUnicodeStr
     return S_OK;
 }
 
+WalksBelow FindWalksBelow(const VELIDOMElement& context) {
+    WalksBelow found{false, false, false};
+    VELIDOMNodeList nodes;
+    if (context.GetChildNodes(nodes) < 0)
+        return {};
+    const FormatNames& names = Names();
+    VELUnicodeString tag;
+    VELIDOMNode node;
+    const int count = nodes.GetLength();
+    for (int index = 0; index < count; ++index) {
+        if (nodes.Item(index, node) < 0 || node.IsNull())
+            return {};
+        if (node.GetTagName(tag) < 0)
+            continue;
+        const bool isContext = tag == names.context;
+        found.associated = found.associated || isContext || tag == names.associated;
+        found.friends = found.friends || isContext || tag == names.friends;
+        found.scenarios = found.scenarios || tag == names.scenario || tag == names.scenarioId ||
+                          tag == names.option;
+    }
+    return found;
+}
+
 } // namespace dyadctx

@@ -170,3 +170,21 @@ TEST(VELSysSettingRepository, AHostsSourceAnswersInstead) {
     }
     EXPECT_EQ("<one>", Answer("file"));
 }
+
+TEST(VELSysSettingRepository, TellsTheFileOfARepositoryWhetherOrNotItIsThere) {
+    const SettingsFolder settings("file = \"one\"\n");
+    VELUnicodeString file;
+    EXPECT_EQ(S_OK, VELSysSettingRepository::GetRepositoryFile("DyadSettingsRep", file));
+    EXPECT_EQ(settings.Folder().PathOf("DyadSettingsRep.toml"), file.ConvertToChar());
+    EXPECT_EQ(S_OK, VELSysSettingRepository::GetRepositoryFile("Other", file));
+    EXPECT_EQ(settings.Folder().PathOf("Other.toml"), file.ConvertToChar());
+}
+
+TEST(VELSysSettingRepository, TellsNoFileForANameThatIsNone) {
+    const SettingsFolder settings("");
+    VELUnicodeString file("untouched");
+    for (const char* name : {static_cast<const char*>(nullptr), "", "a/b", "..\\b"}) {
+        EXPECT_EQ(E_FAIL, VELSysSettingRepository::GetRepositoryFile(name, file));
+        EXPECT_STREQ("untouched", file.ConvertToChar());
+    }
+}

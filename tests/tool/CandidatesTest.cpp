@@ -1,8 +1,9 @@
 // `which`: the file the library chooses and the sources it asks.
 #include "tool/ToolTest.h"
 
+#include "support/SpecialFiles.h"
+
 #include <filesystem>
-#include <sys/stat.h>
 
 namespace dyadctx::test {
 
@@ -117,7 +118,7 @@ TEST_F(Which, ZeroTurnsContextFilesOff) {
 }
 
 TEST_F(Which, AFileThatIsTakenAndCannotBeReadIsRejectedWithTheReason) {
-    mkfifo(folder_.PathOf("fifo.xml").c_str(), 0644);
+    MakeFifo(folder_.PathOf("fifo.xml"));
     std::filesystem::create_directories(folder_.Path() / "folder.xml");
     WriteContexts("upper.XML", Contexts);
     const std::vector<std::pair<std::string, std::string>> files{

@@ -86,6 +86,37 @@ TEST_F(Output, BytesThatAreNoTextDoNotBreakJson) {
         << result.standardError;
 }
 
+#if !defined(DYADCTX_TEST_SANITIZED)
+// The less memory there is, the earlier it runs out: while the library loads, which refuses, or
+// while the answer is made, which is an internal error. Never a crash, never half an answer.
+TEST_F(Output, MemoryThatRunsOutIsAFailureAndNeverACrash) {
+    std::string contexts;
+    for (int i = 0; i < 5000; ++i)
+        contexts += "<Context Name=\"N" + std::to_string(i) +
+                    "\" Parameter=\"/p\" ParameterType=\"Path\"/>";
+    WriteContexts("large.xml", contexts);
+    bool ranOut = false;
+    int status = -1;
+    for (int kilobytes = 20000; kilobytes < 400000 && status != 0; kilobytes += 2000) {
+        const ChildResult result = RunInShell("ulimit -v " + std::to_string(kilobytes) +
+                                              "; exec \"$DYADCTX\" list large.xml --format json");
+        status = result.status;
+        if (status == 70) {
+            EXPECT_TRUE(result.standardError.starts_with("dyadctx: internal error: "));
+        }
+        if (status != 0) {
+            // 127: too little to start the program at all.
+            EXPECT_TRUE(status == 70 || status == 4 || status == 3 || status == 127)
+                << status << " at " << kilobytes;
+            EXPECT_EQ(result.standardOutput, "");
+        }
+        ranOut = ranOut || status == 70;
+    }
+    EXPECT_EQ(status, 0);
+    EXPECT_TRUE(ranOut);
+}
+#endif
+
 TEST_F(Output, QuietLeavesNotesOutAndKeepsErrors) {
     Expect({"note", {"scenarios", "a.xml", "-q"}, 0, "", {}, {}});
     Expect({"error", {"show", "X", "a.xml", "-q"}, 5, "", {"there is no context 'X'"}, {}});

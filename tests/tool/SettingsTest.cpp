@@ -1,8 +1,9 @@
 // `settings`: reading and changing the settings file.
 #include "tool/ToolTest.h"
 
+#include "support/SpecialFiles.h"
+
 #include <filesystem>
-#include <sys/stat.h>
 
 namespace dyadctx::test {
 
@@ -171,7 +172,7 @@ TEST_F(Settings, WhatIsNoRegularFileIsNeitherReadNorReplaced) {
     EXPECT_EQ(RunHere({"get"}).status, 3);
     EXPECT_EQ(RunHere({"set", "a", "x"}).status, 3);
     fs::remove_all(FilePath());
-    mkfifo(FilePath().c_str(), 0644);
+    MakeFifo(FilePath());
     EXPECT_EQ(RunHere({"get"}).status, 3);
     EXPECT_EQ(RunHere({"set", "a", "x"}).status, 3);
     EXPECT_TRUE(fs::is_fifo(FilePath()));

@@ -1,8 +1,9 @@
 // Where the contexts of a command come from, and what happens when they do not come.
 #include "tool/ToolTest.h"
 
+#include "support/SpecialFiles.h"
+
 #include <filesystem>
-#include <sys/stat.h>
 
 namespace dyadctx::test {
 
@@ -36,7 +37,7 @@ TEST_F(Source, ExchangeChannelDoesNotChooseTheFile) {
 }
 
 TEST_F(Source, AFileThatCannotBeReadIsToldWithTheReason) {
-    mkfifo(folder_.PathOf("fifo.xml").c_str(), 0644);
+    MakeFifo(folder_.PathOf("fifo.xml"));
     fs::create_directories(folder_.Path() / "folder.xml");
     WriteContexts("a.XML", Contexts);
     WriteContexts("noextension", Contexts);

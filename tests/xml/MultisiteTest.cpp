@@ -5,6 +5,7 @@
 #include "support/RecordingTrace.h"
 #include "trace/detail/ProcessSettings.h"
 #include "xml/ReaderSupport.h"
+#include "xml/RoundTripSupport.h"
 #include "xml/WriterSupport.h"
 
 #include <gtest/gtest.h>
@@ -193,6 +194,10 @@ TEST_F(MultisiteWriter, TracesEveryStepOfTheSites) {
     ASSERT_GE(lines.size(), expected.size());
     EXPECT_EQ((Names{lines.end() - static_cast<std::ptrdiff_t>(expected.size()), lines.end()}),
               expected);
+}
+
+TEST_F(MultisiteWriter, KeepsSitesOfGeneratedFiles) {
+    ExpectRoundTrips(400, {true, true});
 }
 
 TEST_F(MultisiteWriter, FailingSamenessKeepsTheOldFile) {

@@ -1,46 +1,16 @@
 // What is read, written and read again is the same.
 #include "support/ChildProcess.h"
 #include "support/ContextFile.h"
-#include "support/EnvironmentVariable.h"
 #include "support/TemporaryFolder.h"
-#include "trace/detail/ProcessSettings.h"
 #include "xml/GeneratedFile.h"
-#include "xml/WriterSupport.h"
+#include "xml/RoundTripSupport.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <optional>
 
 namespace dyadctx::test {
 
 namespace {
-
-// Each file is flushed to disk when it is written; in memory that takes no time.
-class FastFolders {
-public:
-    FastFolders() {
-        if (std::filesystem::is_directory("/dev/shm"))
-            folder_.emplace("TMPDIR", "/dev/shm");
-    }
-
-private:
-    std::optional<EnvironmentVariable> folder_;
-};
-
-void ExpectRoundTrip(std::uint32_t seed, const GeneratedContent& content) {
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    const std::string document = GenerateDocument(seed, content);
-    const Creation first = CreateFromText(document);
-    ASSERT_NE(first.collector, nullptr) << first.message << document;
-
-    const Writing written = Write(*first.collector);
-    ASSERT_EQ(written.result, S_OK);
-    const Creation second = CreateFromText(written.text);
-    ASSERT_NE(second.collector, nullptr) << second.message << written.text;
-
-    EXPECT_EQ(Describe(*second.collector), Describe(*first.collector));
-    EXPECT_EQ(Write(*second.collector).text, written.text);
-}
 
 // Whether one of two other parsers refuses the file; where neither is installed nothing does.
 bool IsRefusedByOthers(const std::string& file) {
@@ -62,26 +32,12 @@ bool IsRefusedByOthers(const std::string& file) {
 } // namespace
 
 TEST(RoundTrip, KeepsContextsAndFriendsOfGeneratedFiles) {
-    const FastFolders fast;
-    for (std::uint32_t seed = 1; seed <= 400; ++seed)
-        ExpectRoundTrip(seed, {});
+    ExpectRoundTrips(400, {});
 }
 
 TEST(RoundTrip, KeepsDatabasesAndAssociatedOfGeneratedFiles) {
     const DbEnvironment db(true);
-    const FastFolders fast;
-    for (std::uint32_t seed = 1; seed <= 400; ++seed)
-        ExpectRoundTrip(seed, {true, false});
-}
-
-// Run by a program whose environment has multisite support; see the list of tests.
-TEST(RoundTripWithSites, KeepsSitesOfGeneratedFiles) {
-    if (!MultisiteFlag())
-        GTEST_SKIP() << "needs TE_MULTISITE_DBCONTEXT";
-    const DbEnvironment db(true);
-    const FastFolders fast;
-    for (std::uint32_t seed = 1; seed <= 400; ++seed)
-        ExpectRoundTrip(seed, {true, true});
+    ExpectRoundTrips(400, {true, false});
 }
 
 TEST(RoundTrip, GeneratedSitesAreManyAndDifferent) {

@@ -3,6 +3,7 @@
 #include "tools/dyadctx/Output.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <new>
 #include <string>
@@ -56,9 +57,15 @@ int InternalError(const char* reason) {
     return Status(ExitStatus::Internal);
 }
 
+// Where memory runs out while a failure is being cleared away, no exception can be caught.
+[[noreturn]] void EndAtOnce() {
+    std::_Exit(InternalError("it cannot go on, most likely for lack of memory"));
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
+    std::set_terminate(EndAtOnce);
     try {
         return Run(argc, argv);
     } catch (const std::bad_alloc&) {

@@ -10,6 +10,7 @@
 #include "platform/VELResult.h"
 #include "platform/VELUnicodeString.h"
 #include "xml/detail/ContextEntry.h"
+#include "xml/detail/NodeLookup.h"
 #include "xml/detail/ReadState.h"
 #include "xml/detail/ScenarioReader.h"
 
@@ -43,6 +44,7 @@ private:
         const VELUnicodeString* tag = nullptr;
         ContextLevels levels;
         Step step = Step::NextNode;
+        WalksBelow walks;
     };
 
     VELResult Begin(const VELIDOMElement& parent, const VELUnicodeString& tag,

@@ -15,4 +15,12 @@ VELResult GetNodeListByTagName(const VELIDOMElement& parent, const VELUnicodeStr
                                ContextLevels levels, VELIDOMNodeList& nodes, int& count,
                                VELUnicodeString& message);
 
+// Which walks below a Context element have something to read.
+struct WalksBelow {
+    bool associated = true;
+    bool friends = true;
+    bool scenarios = true;
+};
+WalksBelow FindWalksBelow(const VELIDOMElement& context);
+
 } // namespace dyadctx
