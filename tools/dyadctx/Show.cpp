@@ -1,6 +1,7 @@
 // `show`: one context in full.
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/ContextFacts.h"
+#include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Source.h"
 #include "tools/dyadctx/Suggestion.h"
@@ -48,7 +49,8 @@ Failure NoSuchContext(const std::string& name, const Source& source,
 }
 
 Portrait PortraitOf(const std::string& name, const Source& source) {
-    const std::vector<ContextFacts> contexts = FactsOfView(*source.collector);
+    const std::vector<ContextFacts> contexts =
+        FactsOfView(*source.collector, PlacesOfContexts(source));
     const auto found = std::find_if(contexts.begin(), contexts.end(),
                                     [&](const ContextFacts& one) { return one.name == name; });
     if (found == contexts.end())
@@ -86,6 +88,8 @@ void WriteText(const Portrait& portrait, Output& output) {
     };
     line("Name", Visible(context.name));
     line("Position", std::to_string(context.position));
+    if (context.place.line > 0)
+        line("Line", std::to_string(context.place.line));
     line("Type", TypeLabel(context));
     line("Parameter", Visible(context.parameter));
     if (context.provider)
