@@ -48,9 +48,8 @@ Failure NoSuchContext(const std::string& name, const Source& source,
     return Failure(ExitStatus::NotFound, text);
 }
 
-Portrait PortraitOf(const std::string& name, const Source& source) {
-    const std::vector<ContextFacts> contexts =
-        FactsOfView(*source.collector, PlacesOfContexts(source));
+Portrait PortraitOf(const std::string& name, const Source& source, const ContextPlaces& places) {
+    const std::vector<ContextFacts> contexts = FactsOfView(*source.collector, places);
     const auto found = std::find_if(contexts.begin(), contexts.end(),
                                     [&](const ContextFacts& one) { return one.name == name; });
     if (found == contexts.end())
@@ -88,8 +87,6 @@ void WriteText(const Portrait& portrait, Output& output) {
     };
     line("Name", Visible(context.name));
     line("Position", std::to_string(context.position));
-    if (context.place.line > 0)
-        line("Line", std::to_string(context.place.line));
     line("Type", TypeLabel(context));
     line("Parameter", Visible(context.parameter));
     if (context.provider)
@@ -111,7 +108,8 @@ void Show::Declare(CLI::App& arguments) {
 
 ExitStatus Show::Run(Output& output) {
     const Source source = LoadSourceOrFail(file_, output);
-    const Portrait portrait = PortraitOf(name_, source);
+    const ContextPlaces places = format_ == "json" ? PlacesOfContexts(source) : ContextPlaces();
+    const Portrait portrait = PortraitOf(name_, source, places);
     if (format_ == "json")
         output.WriteJson(DocumentOf(source, portrait));
     else
