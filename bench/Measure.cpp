@@ -14,6 +14,7 @@
 #include <charconv>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <exception>
 #include <filesystem>
 #include <optional>
@@ -30,7 +31,8 @@ constexpr int MaxRepetitions = 1000;
 struct Measured {
     const OperationEntry* entry;
     std::unique_ptr<Operation> operation;
-    std::vector<double> seconds;
+    std::vector<double> processor;
+    std::vector<double> wall;
     std::size_t count = 0;
 };
 
@@ -58,7 +60,7 @@ std::vector<Measured> OperationsIn(std::string_view names) {
                          std::string(names.substr(0, end)).c_str());
             return {};
         }
-        operations.push_back({entry, nullptr, {}, 0});
+        operations.push_back({entry, nullptr, {}, {}, 0});
         names.remove_prefix(std::min(end + 1, names.size()));
     }
     return operations;
@@ -73,23 +75,34 @@ std::optional<int> RepetitionsIn(std::string_view text) {
     return number;
 }
 
+// The operations have one thread, so the processor time of the process is theirs.
+double ProcessorSeconds() {
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
 void RunOnce(Measured& measured) {
     measured.operation->Prepare();
     const auto start = Clock::now();
+    const double processorStart = ProcessorSeconds();
     measured.count = measured.operation->Run();
+    measured.processor.push_back(ProcessorSeconds() - processorStart);
     const std::chrono::duration<double> elapsed = Clock::now() - start;
+    measured.wall.push_back(elapsed.count());
     measured.operation->Finish();
-    measured.seconds.push_back(elapsed.count());
+}
+
+double MedianOfSorted(const std::vector<double>& seconds) {
+    const std::size_t middle = seconds.size() / 2;
+    return seconds.size() % 2 ? seconds[middle] : (seconds[middle - 1] + seconds[middle]) / 2;
 }
 
 void Print(Measured& measured) {
-    std::vector<double>& seconds = measured.seconds;
-    std::sort(seconds.begin(), seconds.end());
-    const std::size_t middle = seconds.size() / 2;
-    const double median =
-        seconds.size() % 2 ? seconds[middle] : (seconds[middle - 1] + seconds[middle]) / 2;
-    std::printf("%-20s %4zu %.9f %.9f %zu\n", measured.entry->name, seconds.size(), seconds.front(),
-                median, measured.count);
+    std::printf("%-20s %4zu", measured.entry->name, measured.wall.size());
+    for (std::vector<double>* seconds : {&measured.processor, &measured.wall}) {
+        std::sort(seconds->begin(), seconds->end());
+        std::printf(" %.9f %.9f", seconds->front(), MedianOfSorted(*seconds));
+    }
+    std::printf(" %zu\n", measured.count);
 }
 
 int Measure(std::vector<Measured>& operations, const Workplace& place, int repetitions) {

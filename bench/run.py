@@ -3,9 +3,9 @@
 
 Builds the release preset, generates the files in a temporary folder, and runs everything in one go.
 Operations that are compared run in turn in one process, and the processes run in turn in rounds, so
-that another load on the machine meets all of them. Each figure uses the shortest time of all rounds,
-because load only ever adds time; for the same reason a growth that misses its goal is measured again
-before it counts.
+that another load on the machine meets all of them. Times are processor times, and each figure uses the
+shortest of all rounds, because load only ever adds time; for the same reason a growth that misses its
+goal is measured again before it counts.
 
 Exits 1 when a goal is missed, 2 when something could not be measured.
 """
@@ -61,6 +61,7 @@ class Plan:
         self.growth_rounds = 1 if quick else 2
         self.growth_attempts = 1 if quick else 3
         self.growth_repetitions = 3
+        # What is not linear ends here, and is reported as unmeasured.
         self.seconds_per_process = 60 if quick else 300
 
     def repetitions(self, size):
@@ -70,16 +71,16 @@ class Plan:
 class Bench:
     """The built programs, working in one folder."""
 
-    def __init__(self, folder, seconds):
+    def __init__(self, folder):
         self.folder = Path(folder)
-        self.seconds = seconds
         listed = self.call([BUILD / "dyadctx_measure", "--list"], os.environ)
         self.known = {line.split()[0] for line in listed.splitlines()}
 
-    def call(self, command, environment):
+    @staticmethod
+    def call(command, environment, seconds=None):
         done = subprocess.run([str(part) for part in command], env=environment, text=True,
                               stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                              timeout=self.seconds, check=False)
+                              timeout=seconds, check=False)
         if done.returncode != 0:
             raise RuntimeError(done.stderr.strip() or f"{command[0]} failed")
         return done.stdout
@@ -90,8 +91,8 @@ class Bench:
             self.call([BUILD / "dyadctx_generate_contexts", shape, size, path], os.environ)
         return path
 
-    def measure(self, operations, shape, size, repetitions, stages=False):
-        """Operation -> {"seconds", "median", "count"}; "peak-memory" -> (peak, file length)."""
+    def measure(self, operations, shape, size, repetitions, stages=False, seconds=None):
+        """Operation -> {"seconds", "median", "wall", "count"}; "peak-memory" -> (peak, length)."""
         names = [name for name in operations if stages or name in self.known]
         environment = {name: value for name, value in os.environ.items()
                        if not name.startswith(FOREIGN)}
@@ -99,7 +100,7 @@ class Bench:
             environment["TE_MULTISITE_DBCONTEXT"] = "1"
         program = "dyadctx_measure_stages" if stages else "dyadctx_measure"
         answer = self.call([BUILD / program, ",".join(names), self.generate(shape, size),
-                            repetitions, self.folder / "target.xml"], environment)
+                            repetitions, self.folder / "target.xml"], environment, seconds)
         return dict(read_line(line) for line in answer.splitlines())
 
 
@@ -107,17 +108,20 @@ def read_line(line):
     name, *numbers = line.split()
     if name == "peak-memory":
         return name, (int(numbers[0]), int(numbers[1]))
-    return name, {"seconds": float(numbers[1]), "median": float(numbers[2]),
-                  "count": int(numbers[3])}
+    count = int(numbers[5])
+    calls = max(count, 1) if name in report.PER_CALL else 1
+    processor, median, wall, _ = (float(number) / calls for number in numbers[1:5])
+    return name, {"seconds": processor, "median": median, "wall": wall, "count": count}
 
 
 def merge(best, measured):
-    """Keeps the shortest time of each operation, and the median of that process."""
+    """Keeps the shortest of each kind of time."""
     for name, result in measured.items():
         if name == "peak-memory":
             continue
-        if name not in best or report.time_of(result, name) < report.time_of(best[name], name):
-            best[name] = result
+        known = best.setdefault(name, dict(result))
+        for field in ("seconds", "median", "wall"):
+            known[field] = min(known[field], result[field])
 
 
 def note(text):
@@ -181,7 +185,8 @@ class Growth:
                 try:
                     merge(self.best[size],
                           self.bench.measure(self.group, self.shape, size,
-                                             self.plan.growth_repetitions, self.stages))
+                                             self.plan.growth_repetitions, self.stages,
+                                             self.plan.seconds_per_process))
                 except subprocess.TimeoutExpired:
                     self.failure = f"more than {self.plan.seconds_per_process} s"
                 except RuntimeError as error:
@@ -191,7 +196,7 @@ class Growth:
 
     def seconds(self, name):
         results = [self.best[size].get(name) for size in self.plan.growth_sizes]
-        return [result and report.time_of(result, name) for result in results]
+        return [result and result["seconds"] for result in results]
 
     def is_missed(self):
         return any(report.is_growth_met(name, self.seconds(name)) is False for name in self.group)
@@ -239,7 +244,7 @@ def main():
     numbers = {}
     note(f"load of the machine before: {os.getloadavg()[0]:.1f}")
     with tempfile.TemporaryDirectory(prefix="dyadctx-bench-", dir=arguments.folder) as folder:
-        bench = Bench(folder, plan.seconds_per_process)
+        bench = Bench(folder)
         if "ratios" in parts:
             numbers["ratios"] = measure_ratios(bench, plan)
         if "memory" in parts:

@@ -23,10 +23,11 @@ public:
     virtual unsigned int AddRef() noexcept;
     virtual unsigned int Release() noexcept;
 
-protected:
-    VELBaseUnknown() noexcept = default;
     VELBaseUnknown(const VELBaseUnknown&) = delete;
     VELBaseUnknown& operator=(const VELBaseUnknown&) = delete;
+
+protected:
+    VELBaseUnknown() noexcept = default;
     virtual ~VELBaseUnknown();
 
 private:

@@ -13,22 +13,38 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 class VELDYADCTX_EXPORT VELUnicodeString {
 public:
     enum Direction { Forward, Backward };
 
-    VELUnicodeString() noexcept;
+    VELUnicodeString() noexcept { SetInlineLength(0); }
     // Null gives the empty text.
     VELUnicodeString(const char* text);
     VELUnicodeString(const char* text, std::size_t length);
     explicit VELUnicodeString(std::string_view text);
-    VELUnicodeString(const VELUnicodeString& other);
-    VELUnicodeString(VELUnicodeString&& other) noexcept;
-    VELUnicodeString& operator=(const VELUnicodeString& other);
-    VELUnicodeString& operator=(VELUnicodeString&& other) noexcept;
-    ~VELUnicodeString();
+    VELUnicodeString(const VELUnicodeString& other) {
+        if (other.IsInline())
+            CopyBytes(other);
+        else
+            Assign(other.AsView());
+    }
+    VELUnicodeString(VELUnicodeString&& other) noexcept { TakeBytes(other); }
+    VELUnicodeString& operator=(const VELUnicodeString& other) {
+        if (this != &other)
+            *this = VELUnicodeString(other);
+        return *this;
+    }
+    VELUnicodeString& operator=(VELUnicodeString&& other) noexcept {
+        if (this == &other)
+            return *this;
+        Release();
+        TakeBytes(other);
+        return *this;
+    }
+    ~VELUnicodeString() { Release(); }
 
     bool operator==(const VELUnicodeString& other) const noexcept {
         return AsView() == other.AsView();
@@ -47,7 +63,11 @@ public:
 
     // The bytes, ended by a zero byte; valid until this object changes or goes.
     const char* ConvertToChar() const noexcept { return AsView().data(); }
-    std::string_view AsView() const noexcept;
+    std::string_view AsView() const noexcept {
+        if (IsInline())
+            return {reinterpret_cast<const char*>(bytes_), InlineCapacity - bytes_[InlineCapacity]};
+        return {HeapData(), HeapLength()};
+    }
 
     // Equal texts have equal keys, on every system and in every process.
     unsigned int ComputeHashKey() const noexcept;
@@ -64,12 +84,35 @@ private:
     static constexpr std::size_t InlineCapacity = 15;
 
     bool IsInline() const noexcept { return bytes_[InlineCapacity] <= InlineCapacity; }
-    void SetInlineLength(std::size_t length) noexcept;
-    char* HeapData() const noexcept;
+    void SetInlineLength(std::size_t length) noexcept {
+        bytes_[length] = 0;
+        bytes_[InlineCapacity] = static_cast<unsigned char>(InlineCapacity - length);
+    }
+    void CopyBytes(const VELUnicodeString& other) noexcept {
+        std::memcpy(bytes_, other.bytes_, sizeof bytes_);
+    }
+    void TakeBytes(VELUnicodeString& other) noexcept {
+        CopyBytes(other);
+        other.SetInlineLength(0);
+    }
+    char* HeapData() const noexcept {
+        char* data = nullptr;
+        std::memcpy(&data, bytes_, sizeof data);
+        return data;
+    }
+    std::uint32_t HeapLength() const noexcept {
+        std::uint32_t length = 0;
+        std::memcpy(&length, bytes_ + sizeof(char*), sizeof length);
+        return length;
+    }
     void SetHeap(char* data, std::size_t length) noexcept;
     void Assign(std::string_view text);
     void AppendGrowing(std::string_view tail);
-    void Release() noexcept;
+    void Release() noexcept {
+        if (!IsInline())
+            FreeHeap();
+    }
+    void FreeHeap() noexcept;
 
     // Up to 15 bytes of text, then 15 minus their number, which is also the ending zero of a text
     // of 15. Or: pointer, 32-bit length, and a last byte above 15.

@@ -30,7 +30,7 @@ def head_of(lines, start):
 def function_blocks(lines):
     """Yields (first line of the signature, last line) of each block that looks like a function."""
     for opening, line in enumerate(lines):
-        if not line.endswith("{"):
+        if not line.endswith(" {"):
             continue
         head = head_of(lines, opening)
         signature = "\n".join(lines[head:opening + 1])

@@ -1,10 +1,11 @@
 #include "xml/detail/ContextEntry.h"
 
+#include "context/detail/ContextAccess.h"
+#include "context/detail/DbEnvironment.h"
 #include "platform/VELDyadDbProviderServices.h"
 #include "trace/detail/MessageKeys.h"
 #include "trace/detail/ProcessSettings.h"
 #include "trace/detail/TraceLine.h"
-#include "xml/detail/DbEnvironment.h"
 #include "xml/detail/FindingIds.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/VELDyadCtxXml.h"
@@ -17,7 +18,7 @@ namespace dyadctx {
 namespace {
 
 bool HasOwner(ContextLevels levels) {
-    return levels.friendLevel > 0 || (levels.associatedLevel > 0 && IsDbEnvironmentActive());
+    return levels.friendLevel > 0 || (levels.associatedLevel > 0 && IsDbEnvironmentOn());
 }
 
 } // namespace
@@ -41,7 +42,7 @@ VELResult ContextEntry::AddContext(const VELIDOMElement& element, ContextLevels 
         std::make_unique<VELDyadContext>(values_.name, values_.parameter, values_.parameterType);
     if (values_.parameterType == Names().databaseType)
         return AddDatabaseContext(element, std::move(context), owner, associated);
-    const bool asAssociated = associated && IsDbEnvironmentActive();
+    const bool asAssociated = associated && IsDbEnvironmentOn();
     return Enter(std::move(context), owner, asAssociated ? 1 : 0);
 }
 
@@ -65,7 +66,7 @@ bool ContextEntry::MayStandIn(const VELDyadContext* owner) const noexcept {
 VELResult ContextEntry::AddDatabaseContext(const VELIDOMElement& element,
                                            std::unique_ptr<VELDyadContext> context,
                                            VELDyadContext* owner, bool associated) {
-    if (!IsDbEnvironmentActive()) {
+    if (!IsDbEnvironmentOn()) {
         if (state_.observer != nullptr)
             state_.observer->MeetLeftOut(*context, element, owner == nullptr);
         return S_OK;
@@ -81,7 +82,7 @@ VELResult ContextEntry::AddDatabaseContext(const VELIDOMElement& element,
         LogReaderError(state_, "VELDyadCtxXml::AddContext", id::ProviderFailed, element,
                        &values_.name, 1);
     }
-    if (associated && IsDbEnvironmentActive())
+    if (associated && IsDbEnvironmentOn())
         return Enter(std::move(context), owner, 1);
     result = EnterDatabaseContext(element, std::move(context), owner);
     FileSite(provider);
@@ -117,14 +118,18 @@ VELResult ContextEntry::EnterDatabaseContext(const VELIDOMElement& element,
     return Enter(std::move(context), owner, 0);
 }
 
-// From the call on the context is the collector's, whatever the collector answers.
+// The context is the collector's as soon as that knows it, whatever it answers; without memory it
+// may refuse to.
 VELResult ContextEntry::Enter(std::unique_ptr<VELDyadContext> context, VELDyadContext* owner,
                               int associated) {
     if (state_.places != nullptr)
         state_.places->contexts.emplace(context.get(), place_);
     if (state_.observer != nullptr)
         state_.observer->MeetContext(*context, values_.missing);
-    const VELResult result = state_.collector.AddContext(context.release(), owner, associated);
+    VELDyadContext* entered = context.get();
+    const VELResult result = state_.collector.AddContext(entered, owner, associated);
+    if (ContextAccess::WasRegistered(*entered))
+        static_cast<void>(context.release());
     // Fails only without memory: what comes after would not be the file's fault.
     if (result < 0 && state_.GoesOn())
         throw std::bad_alloc();

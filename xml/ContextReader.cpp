@@ -1,8 +1,8 @@
 #include "xml/detail/ContextReader.h"
 
+#include "context/detail/DbEnvironment.h"
 #include "trace/detail/MessageKeys.h"
 #include "trace/detail/TraceLine.h"
-#include "xml/detail/DbEnvironment.h"
 #include "xml/detail/FormatNames.h"
 
 #include <utility>
@@ -43,7 +43,7 @@ VELResult ContextReader::Begin(const VELIDOMElement& parent, const VELUnicodeStr
 
 VELResult ContextReader::EndWithoutNodes(const VELIDOMElement& parent, const VELUnicodeString& tag,
                                          ContextLevels levels) {
-    if (!IsDbEnvironmentActive()) {
+    if (!IsDbEnvironmentOn()) {
         if (levels.friendLevel == 0) {
             LogNotFound(parent, tag);
             TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes <%s> not found - Case02", tag.ConvertToChar());
@@ -85,29 +85,29 @@ VELResult ContextReader::Advance(VELResult result) {
 }
 
 VELResult ContextReader::ReadNode() {
-    const Pass& pass = passes_.back();
+    Pass& pass = passes_.back();
     VELIDOMNode node;
     if (pass.nodes.Item(pass.nodeIndex, node) < 0 || node.IsNull())
         return Reject(key::InternalError, node);
     VELUnicodeString tag;
     if (node.GetTagName(tag) < 0)
         return GoToNextNode();
+    pass.element = VELIDOMElement(node);
     const FormatNames& names = Names();
     if (tag == names.context)
-        return ReadContext(VELIDOMElement(node));
+        return ReadContext();
     if (tag == names.associated)
-        return ReadAssociatedContainer(VELIDOMElement(node));
+        return ReadAssociatedContainer();
     if (tag == names.friends)
-        return ReadFriendsContainer(VELIDOMElement(node));
+        return ReadFriendsContainer();
     return GoToNextNode();
 }
 
-VELResult ContextReader::ReadContext(const VELIDOMElement& element) {
+VELResult ContextReader::ReadContext() {
     Pass& pass = passes_.back();
-    pass.context = element;
-    const bool associated = *pass.tag == Names().associated && IsDbEnvironmentActive();
-    if (entry_.AddContext(element, pass.levels, associated) < 0) {
-        RememberFault(element);
+    const bool associated = *pass.tag == Names().associated && IsDbEnvironmentOn();
+    if (entry_.AddContext(pass.element, pass.levels, associated) < 0) {
+        RememberFault(pass.element);
         TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes: Add Context problem, node index=%d",
                     pass.nodeIndex);
         if (!state_.GoesOn())
@@ -115,10 +115,10 @@ VELResult ContextReader::ReadContext(const VELIDOMElement& element) {
     }
     pass.step = Step::AssociatedOfContext;
     // A walk that reads nothing can be seen in the trace only.
-    pass.walks = VELIsTraceActive() ? WalksBelow() : FindWalksBelow(element);
-    if (!pass.walks.associated || !IsDbEnvironmentActive())
+    pass.walks = VELIsTraceActive() ? WalksBelow() : FindWalksBelow(pass.element);
+    if (!pass.walks.associated || !IsDbEnvironmentOn())
         return S_OK;
-    return Begin(element, Names().associated, {0, pass.levels.associatedLevel + 1});
+    return Begin(pass.element, Names().associated, {0, pass.levels.associatedLevel + 1});
 }
 
 VELResult ContextReader::BeginFriends() {
@@ -126,51 +126,51 @@ VELResult ContextReader::BeginFriends() {
     pass.step = Step::FriendsOfContext;
     if (!pass.walks.friends)
         return S_OK;
-    return Begin(pass.context, Names().friends, {pass.levels.friendLevel + 1, 0});
+    return Begin(pass.element, Names().friends, {pass.levels.friendLevel + 1, 0});
 }
 
 VELResult ContextReader::ReadScenarios() {
     const Pass& pass = passes_.back();
     if (!pass.walks.scenarios)
         return GoToNextNode();
-    const VELUnicodeString name = AttributeOrEmpty(pass.context, Names().name);
-    if (scenarios_.ParseXMLExchangeScenarioNodes(pass.context, name) >= 0)
+    const VELUnicodeString name = AttributeOrEmpty(pass.element, Names().name);
+    if (scenarios_.ParseXMLExchangeScenarioNodes(pass.element, name) >= 0)
         return GoToNextNode();
-    RememberFault(pass.context);
+    RememberFault(pass.element);
     TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes : scenario parsing problem, node index=%d",
                 pass.nodeIndex);
     return Abandon();
 }
 
-VELResult ContextReader::ReadAssociatedContainer(const VELIDOMElement& element) {
+VELResult ContextReader::ReadAssociatedContainer() {
     Pass& pass = passes_.back();
-    if (*pass.tag == Names().friends || !IsDbEnvironmentActive())
+    if (*pass.tag == Names().friends || !IsDbEnvironmentOn())
         return GoToNextNode();
     const int level = pass.levels.associatedLevel;
     if (level == 1) {
         pass.step = Step::AssociatedContainer;
-        return Begin(element, Names().associated, {0, 1});
+        return Begin(pass.element, Names().associated, {0, 1});
     }
-    RememberFault(element);
+    RememberFault(pass.element);
     if (level > 1)
-        return Reject(key::CtxAssociatedWithAssociated, element);
+        return Reject(key::CtxAssociatedWithAssociated, pass.element);
     TRACE_WARNING("VELDyadCtxXml:ParseXMLNodes : Non supported RootTagName <%s> for CtxAssociated",
                   pass.tag->ConvertToChar());
-    LogReaderError(state_, Method, key::NoCtxDefinedForAssociated, element);
+    LogReaderError(state_, Method, key::NoCtxDefinedForAssociated, pass.element);
     return state_.GoesOn() ? GoToNextNode() : Abandon();
 }
 
-VELResult ContextReader::ReadFriendsContainer(const VELIDOMElement& element) {
+VELResult ContextReader::ReadFriendsContainer() {
     Pass& pass = passes_.back();
-    if (*pass.tag == Names().associated && IsDbEnvironmentActive())
+    if (*pass.tag == Names().associated && IsDbEnvironmentOn())
         return GoToNextNode();
     const int level = pass.levels.friendLevel;
     if (level == 1) {
         pass.step = Step::FriendsContainer;
-        return Begin(element, Names().friends, {1, 0});
+        return Begin(pass.element, Names().friends, {1, 0});
     }
-    RememberFault(element);
-    return Reject(level > 1 ? key::CtxFriendWithFriend : key::NoCtxDefinedForFriend, element);
+    RememberFault(pass.element);
+    return Reject(level > 1 ? key::CtxFriendWithFriend : key::NoCtxDefinedForFriend, pass.element);
 }
 
 VELResult ContextReader::GoToNextNode() {

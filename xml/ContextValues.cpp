@@ -1,7 +1,7 @@
 #include "xml/detail/ContextValues.h"
 
+#include "context/detail/DbEnvironment.h"
 #include "trace/detail/MessageKeys.h"
-#include "xml/detail/DbEnvironment.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/ReadState.h"
 
@@ -23,7 +23,7 @@ void LogNoName(const ReadState& state, const VELIDOMElement& element, ContextLev
                const VELUnicodeString& ownerName) {
     if (levels.friendLevel > 0)
         LogAlone(state, ValuesMethod, key::CtxFriendNoName, element, &ownerName, 1);
-    else if (levels.associatedLevel > 0 && IsDbEnvironmentActive())
+    else if (levels.associatedLevel > 0 && IsDbEnvironmentOn())
         LogAlone(state, ValuesMethod, key::CtxAssocNoName, element, &ownerName, 1);
     else
         LogAlone(state, ValuesMethod, key::CtxNoName, element);
@@ -31,7 +31,7 @@ void LogNoName(const ReadState& state, const VELIDOMElement& element, ContextLev
 
 // A friend or associated context may be written by its name alone.
 bool IsNameEnough(ContextLevels levels) {
-    return levels.friendLevel > 0 || (levels.associatedLevel > 0 && IsDbEnvironmentActive());
+    return levels.friendLevel > 0 || (levels.associatedLevel > 0 && IsDbEnvironmentOn());
 }
 
 bool IsFriendAndAssociated(ContextLevels levels) {
@@ -39,7 +39,7 @@ bool IsFriendAndAssociated(ContextLevels levels) {
 }
 
 bool MayLackConnector(ContextLevels levels) {
-    return IsDbEnvironmentActive() ? IsFriendAndAssociated(levels) : levels.friendLevel > 0;
+    return IsDbEnvironmentOn() ? IsFriendAndAssociated(levels) : levels.friendLevel > 0;
 }
 
 bool MayGoOn(const ContextValues& values, const ReadState& state) {
@@ -90,7 +90,7 @@ VELResult GetXMLValuesContext(const VELIDOMElement& element, ContextLevels level
         LogReaderError(state, ValuesMethod, key::CtxNoParamType, element, &values.name, 1);
     }
     const bool isDatabase = MayGoOn(values, state) && values.parameterType == names.databaseType;
-    if (isDatabase && IsDbEnvironmentActive() &&
+    if (isDatabase && IsDbEnvironmentOn() &&
         GetXMLDbValuesContext(element, levels, state, values) < 0 && !IsFriendAndAssociated(levels))
         LogReaderError(state, ValuesMethod, key::CtxNoDatabase, element, &values.name, 1);
     return values.missing == 0 ? S_OK : E_FAIL;

@@ -1,9 +1,9 @@
 #include "xml/detail/ContextWriter.h"
 
 #include "context/detail/ContextAccess.h"
+#include "context/detail/DbEnvironment.h"
 #include "platform/detail/InMemoryDbProvider.h"
 #include "trace/detail/TraceLine.h"
-#include "xml/detail/DbEnvironment.h"
 #include "xml/detail/FormatNames.h"
 
 namespace dyadctx {
@@ -69,7 +69,7 @@ VELResult ContextWriter::WriteContextAt(int position) {
     VELResult result = MakeContextElement(*context, element);
     if (result < 0)
         return result;
-    if (IsDatabase(*context) && IsDbEnvironmentActive()) {
+    if (IsDatabase(*context) && IsDbEnvironmentOn()) {
         VELIDyadDbProvider_var provider;
         result = GetProvider(*context, provider);
         if (result >= 0 && !provider.IsNull())
@@ -132,7 +132,7 @@ VELResult ContextWriter::StreamFriendsAndAssociated(VELDyadContext& context,
     TRACE_ENTER("VELDyadCtxXml:StreamFriendsAndAssociated");
     const VELListPtrVELDyadContext& friends = ContextAccess::VisitFriends(context);
     VELDyadContext* associated = nullptr;
-    if (IsDbEnvironmentActive())
+    if (IsDbEnvironmentOn())
         context.GetAssociatedContext(associated);
     VELIDOMElement container;
     if (associated != nullptr) {
@@ -192,7 +192,7 @@ VELResult ContextWriter::WriteSite(VELDyadContext& context, const VELUnicodeStri
     VELResult result = MakeContextElement(context, element);
     if (result < 0)
         return result;
-    if (IsDbEnvironmentActive()) {
+    if (IsDbEnvironmentOn()) {
         bool isDropped = false;
         result = SetSiteProvider(context, site, element, isDropped);
         if (result < 0 || isDropped)

@@ -278,7 +278,8 @@ void FileCheckRun::NoteLeftOut() {
 
 // Of no interest before the file is right otherwise.
 void FileCheckRun::NoteNoDefaultContext() {
-    if (!findings_.HasErrors() && collector_->GetNbCtxs() > 0 && PositionOfName(DefaultContextName) == 0)
+    if (!findings_.HasErrors() && collector_->GetNbCtxs() > 0 &&
+        PositionOfName(DefaultContextName) == 0)
         findings_.Add(id::NoDefaultContext, {}, {PlaceOrNone(NodeAt(DataElements(root_), 0))});
 }
 

@@ -1,8 +1,8 @@
 // Elements and attributes that nothing is read from.
 #include "xml/detail/FileHints.h"
 
+#include "context/detail/DbEnvironment.h"
 #include "xml/detail/ContextFileFormat.h"
-#include "xml/detail/DbEnvironment.h"
 #include "xml/detail/FindingIds.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/NearestName.h"
@@ -129,7 +129,7 @@ private:
         if (!Holds(parent.children, tag))
             return HintAtElement(element, parent);
         const Reading* reading = ReadingOf(tag);
-        if (tag == format::AssociatedTag && !IsDbEnvironmentActive()) {
+        if (tag == format::AssociatedTag && !IsDbEnvironmentOn()) {
             if (associatedLeftOut_++ == 0)
                 firstLeftOut_ = PlaceOf(element);
             return;

@@ -1,8 +1,8 @@
 #include "xml/detail/NodeLookup.h"
 
+#include "context/detail/DbEnvironment.h"
 #include "trace/detail/MessageKeys.h"
 #include "trace/detail/TraceLine.h"
-#include "xml/detail/DbEnvironment.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/ReadState.h"
 
@@ -17,7 +17,7 @@ bool IsOutermost(ContextLevels levels) {
 }
 
 bool IsLookedUpByName(const VELUnicodeString& tag, ContextLevels levels) {
-    if (!IsDbEnvironmentActive())
+    if (!IsDbEnvironmentOn())
         return levels.friendLevel == 0;
     return IsOutermost(levels) || (tag == Names().friends && levels.friendLevel == 0) ||
            (tag == Names().associated && levels.associatedLevel == 0);

@@ -62,15 +62,17 @@ const PositionChains& CollectorIndex::Declared(const VELListPtrVELDyadContext& d
 int CollectorIndex::PositionOfName(const VELListPtrVELDyadContext& declared,
                                    const VELUnicodeString& name, int after) {
     const PositionChains& chains = Declared(declared);
-    const int last =
-        chains.Last(HashOfText(name.AsView()), HasName(ContextsOf(declared), name.AsView()));
-    if (last <= after)
+    const PositionChains::Ends ends =
+        chains.Find(HashOfText(name.AsView()), HasName(ContextsOf(declared), name.AsView()));
+    if (ends.last <= after)
         return 0;
+    if (ends.first > after)
+        return ends.first;
     // Whoever asks for what follows mostly stands on a context of that name.
     const VELDyadContext* standing = declared[after];
     if (standing != nullptr && standing->GetName() == name)
         return chains.Next(after);
-    int pos = chains.First(last);
+    int pos = ends.first;
     while (pos <= after)
         pos = chains.Next(pos);
     return pos;
@@ -86,8 +88,7 @@ int CollectorIndex::PlaceOfName(const VELListPtrVELDyadContext& declared,
     Names& names = views_[static_cast<std::size_t>(view - PathContexts)];
     const auto contextAt = ContextsOf(declared, positions);
     Extend(names, positions.Size(), declared.Size(), contextAt);
-    return names.chains.First(
-        names.chains.Last(HashOfText(name.AsView()), HasName(contextAt, name.AsView())));
+    return names.chains.Find(HashOfText(name.AsView()), HasName(contextAt, name.AsView())).first;
 }
 
 bool CollectorIndex::Owns(const VELListPtrVELDyadContext& owned, const VELDyadContext* context) {
@@ -106,8 +107,9 @@ int CollectorIndex::RowOfChannel(const VELListValVELUnicodeString& channels,
         channelRows_.Append(HashOfText(channels[row].AsView()),
                             [&](int earlier) { return channels[earlier] == channels[row]; });
     }
-    return channelRows_.First(channelRows_.Last(HashOfText(channel.AsView()),
-                                                [&](int row) { return channels[row] == channel; }));
+    return channelRows_
+        .Find(HashOfText(channel.AsView()), [&](int row) { return channels[row] == channel; })
+        .first;
 }
 
 int CollectorIndex::RowOfProfile(const VELListValVELUnicodeString& channels,
@@ -118,9 +120,10 @@ int CollectorIndex::RowOfProfile(const VELListValVELUnicodeString& channels,
             return channels[earlier] == channels[row] && profiles[earlier] == profiles[row];
         });
     }
-    return profileRows_.First(profileRows_.Last(HashOfPair(channel, profile), [&](int row) {
+    const auto isOfProfile = [&](int row) {
         return channels[row] == channel && profiles[row] == profile;
-    }));
+    };
+    return profileRows_.Find(HashOfPair(channel, profile), isOfProfile).first;
 }
 
 void CollectorIndex::Forget() noexcept {

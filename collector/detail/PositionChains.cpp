@@ -35,10 +35,10 @@ void PositionChains::Resize(std::size_t slots) {
         return;
     std::vector<Slot> larger(std::max(slots, FewestSlots));
     for (const Slot& slot : slots_) {
-        if (slot.last == 0)
+        if (slot.IsFree())
             continue;
         std::size_t at = Home(slot.hash, larger.size());
-        while (larger[at].last != 0)
+        while (!larger[at].IsFree())
             at = at + 1 == larger.size() ? 0 : at + 1;
         larger[at] = slot;
     }

@@ -25,34 +25,46 @@ public:
     template<class HasKey>
     void Append(std::uint64_t hash, HasKey hasKey) {
         MakeRoom();
-        Slot& slot = slots_[Find(Short(hash), hasKey)];
+        Slot& slot = slots_[SlotOf(Short(hash), hasKey)];
         const int pos = Size() + 1;
-        if (slot.last == 0) {
+        if (slot.IsFree()) {
             ++chains_;
             next_.push_back(pos);
-        } else {
-            next_.push_back(At(slot.last));
-            At(slot.last) = pos;
+            slot = {Short(hash), -pos};
+            return;
         }
-        slot = {Short(hash), pos};
+        next_.push_back(At(slot.Last()));
+        At(slot.Last()) = pos;
+        slot.end = pos;
     }
     // Adds a position that is in no chain.
     void AppendWithoutKey() { next_.push_back(0); }
 
-    // The last position of a chain; 0 when there is no such chain.
+    // The first and the last position of a chain; both 0 when there is no such chain.
+    struct Ends {
+        int first = 0;
+        int last = 0;
+    };
     template<class HasKey>
-    int Last(std::uint64_t hash, HasKey hasKey) const {
-        return slots_.empty() ? 0 : slots_[Find(Short(hash), hasKey)].last;
+    Ends Find(std::uint64_t hash, HasKey hasKey) const {
+        if (slots_.empty())
+            return {};
+        const Slot& slot = slots_[SlotOf(Short(hash), hasKey)];
+        return {slot.IsAlone() ? slot.Last() : At(slot.Last()), slot.Last()};
     }
-    int First(int last) const noexcept { return last == 0 ? 0 : At(last); }
     // The position after `pos` in its chain; 0 at the end.
     int Next(int pos) const noexcept { return At(pos) > pos ? At(pos) : 0; }
 
 private:
-    // A slot without chain has the last position 0.
+    // The last position of a chain; negative when it is the only one, which spares most look-ups
+    // the way to the first; 0 in a free slot.
     struct Slot {
         std::uint32_t hash = 0;
-        int last = 0;
+        int end = 0;
+
+        bool IsFree() const noexcept { return end == 0; }
+        bool IsAlone() const noexcept { return end <= 0; }
+        int Last() const noexcept { return end < 0 ? -end : end; }
     };
 
     static std::uint32_t Short(std::uint64_t hash) noexcept {
@@ -67,9 +79,9 @@ private:
 
     // The slot of a key, or the free one where it belongs. There always is a free slot.
     template<class HasKey>
-    std::size_t Find(std::uint32_t hash, HasKey& hasKey) const {
+    std::size_t SlotOf(std::uint32_t hash, HasKey& hasKey) const {
         std::size_t at = Home(hash, slots_.size());
-        while (slots_[at].last != 0 && !(slots_[at].hash == hash && hasKey(slots_[at].last)))
+        while (!slots_[at].IsFree() && !(slots_[at].hash == hash && hasKey(slots_[at].Last())))
             at = at + 1 == slots_.size() ? 0 : at + 1;
         return at;
     }

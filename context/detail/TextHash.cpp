@@ -1,6 +1,5 @@
 #include "context/detail/TextHash.h"
 
-#include <bit>
 #include <chrono>
 #include <cstring>
 #include <exception>
@@ -25,6 +24,8 @@ Secret MakeSecret() noexcept {
     } catch (const std::exception&) {
         // Without a source of randomness, time and place have to do.
     }
+    // An odd factor loses nothing of what it is multiplied with.
+    secret.second |= 1;
     return secret;
 }
 
@@ -33,63 +34,54 @@ const Secret& ProcessSecret() noexcept {
     return secret;
 }
 
-// SipHash with one round per word and three at the end.
-class SipState {
-public:
-    explicit SipState(const Secret& secret) noexcept
-        : a_(secret.first ^ 0x736f6d6570736575U), b_(secret.second ^ 0x646f72616e646f6dU),
-          c_(secret.first ^ 0x6c7967656e657261U), d_(secret.second ^ 0x7465646279746573U) {}
+// Multiplies to twice the width and folds the halves together: few steps, so that a look-up spends
+// its time on memory only, and many of them overlap.
+std::uint64_t Fold(std::uint64_t first, std::uint64_t second) noexcept {
+    __extension__ using Wide = unsigned __int128;
+    const Wide product = static_cast<Wide>(first) * second;
+    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
+}
 
-    void Add(std::uint64_t word) noexcept {
-        d_ ^= word;
-        Round();
-        a_ ^= word;
-    }
+template<class Word>
+std::uint64_t Load(const char* bytes) noexcept {
+    Word word = 0;
+    std::memcpy(&word, bytes, sizeof word);
+    return word;
+}
 
-    std::uint64_t Finish() noexcept {
-        c_ ^= 0xff;
-        Round();
-        Round();
-        Round();
-        return a_ ^ b_ ^ c_ ^ d_;
-    }
-
-private:
-    void Round() noexcept {
-        a_ += b_;
-        c_ += d_;
-        b_ = std::rotl(b_, 13) ^ a_;
-        d_ = std::rotl(d_, 16) ^ c_;
-        a_ = std::rotl(a_, 32);
-        c_ += b_;
-        a_ += d_;
-        b_ = std::rotl(b_, 17) ^ c_;
-        d_ = std::rotl(d_, 21) ^ a_;
-        c_ = std::rotl(c_, 32);
-    }
-
-    std::uint64_t a_;
-    std::uint64_t b_;
-    std::uint64_t c_;
-    std::uint64_t d_;
+struct Block {
+    std::uint64_t head;
+    std::uint64_t tail;
 };
+
+// All bytes of a text of up to 16, some of them twice.
+Block LastBlock(const char* bytes, std::size_t length) noexcept {
+    if (length >= 8)
+        return {Load<std::uint64_t>(bytes), Load<std::uint64_t>(bytes + length - 8)};
+    if (length >= 4)
+        return {Load<std::uint32_t>(bytes), Load<std::uint32_t>(bytes + length - 4)};
+    if (length == 0)
+        return {0, 0};
+    return {Load<unsigned char>(bytes), (Load<unsigned char>(bytes + length / 2) << 8) |
+                                            Load<unsigned char>(bytes + length - 1)};
+}
 
 } // namespace
 
 std::uint64_t HashOfText(std::string_view text) noexcept {
-    constexpr std::size_t wordSize = sizeof(std::uint64_t);
-    SipState state(ProcessSecret());
-    std::string_view rest = text;
-    for (; rest.size() >= wordSize; rest.remove_prefix(wordSize)) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, rest.data(), wordSize);
-        state.Add(word);
+    constexpr std::size_t blockSize = 16;
+    const Secret& secret = ProcessSecret();
+    const char* bytes = text.data();
+    std::size_t length = text.size();
+    // The length counts through the secret, so that no text can make up for another length.
+    std::uint64_t hash = secret.first + length * secret.second;
+    for (; length > blockSize; bytes += blockSize, length -= blockSize) {
+        hash = Fold(Load<std::uint64_t>(bytes) ^ secret.second,
+                    Load<std::uint64_t>(bytes + blockSize / 2) ^ hash);
     }
-    std::uint64_t last = 0;
-    if (!rest.empty())
-        std::memcpy(&last, rest.data(), rest.size());
-    state.Add(last | (static_cast<std::uint64_t>(text.size()) << 56));
-    return state.Finish();
+    const Block last = LastBlock(bytes, length);
+    hash = Fold(last.head ^ secret.second, last.tail ^ hash);
+    return Fold(hash ^ secret.first, secret.second);
 }
 
 TextSet SetOf(const VELListValVELUnicodeString& texts) {

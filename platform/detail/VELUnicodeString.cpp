@@ -6,12 +6,10 @@
 #include <climits>
 #include <cstring>
 #include <new>
-#include <utility>
 
 namespace {
 
 constexpr unsigned char HeapMark = 0xFF;
-constexpr std::size_t LengthOffset = sizeof(char*);
 // In front of the bytes of a long text stands the number of bytes that fit there.
 constexpr std::size_t HeaderSize = sizeof(std::size_t);
 constexpr std::size_t MaxLength = INT_MAX;
@@ -42,10 +40,6 @@ void CopyText(char* target, std::string_view text) noexcept {
 
 } // namespace
 
-VELUnicodeString::VELUnicodeString() noexcept {
-    SetInlineLength(0);
-}
-
 VELUnicodeString::VELUnicodeString(const char* text)
     : VELUnicodeString(text != nullptr ? std::string_view(text) : std::string_view()) {}
 
@@ -54,37 +48,6 @@ VELUnicodeString::VELUnicodeString(const char* text, std::size_t length)
 
 VELUnicodeString::VELUnicodeString(std::string_view text) {
     Assign(text);
-}
-
-VELUnicodeString::VELUnicodeString(const VELUnicodeString& other) {
-    if (other.IsInline())
-        std::memcpy(bytes_, other.bytes_, sizeof bytes_);
-    else
-        Assign(other.AsView());
-}
-
-VELUnicodeString::VELUnicodeString(VELUnicodeString&& other) noexcept {
-    std::memcpy(bytes_, other.bytes_, sizeof bytes_);
-    other.SetInlineLength(0);
-}
-
-VELUnicodeString& VELUnicodeString::operator=(const VELUnicodeString& other) {
-    if (this != &other)
-        *this = VELUnicodeString(other);
-    return *this;
-}
-
-VELUnicodeString& VELUnicodeString::operator=(VELUnicodeString&& other) noexcept {
-    if (this == &other)
-        return *this;
-    Release();
-    std::memcpy(bytes_, other.bytes_, sizeof bytes_);
-    other.SetInlineLength(0);
-    return *this;
-}
-
-VELUnicodeString::~VELUnicodeString() {
-    Release();
 }
 
 VELUnicodeString VELUnicodeString::operator+(const VELUnicodeString& tail) const {
@@ -133,15 +96,6 @@ int VELUnicodeString::GetLengthInChar() const noexcept {
     return dyadctx::CountCharacters(AsView());
 }
 
-std::string_view VELUnicodeString::AsView() const noexcept {
-    if (IsInline())
-        return {reinterpret_cast<const char*>(bytes_),
-                static_cast<std::size_t>(InlineCapacity - bytes_[InlineCapacity])};
-    std::uint32_t length = 0;
-    std::memcpy(&length, bytes_ + LengthOffset, sizeof length);
-    return {HeapData(), length};
-}
-
 unsigned int VELUnicodeString::ComputeHashKey() const noexcept {
     // FNV-1a, 32 bits.
     std::uint32_t key = 2166136261U;
@@ -179,22 +133,11 @@ VELUnicodeString VELUnicodeString::ExtractSubString(int pos, int length) const {
     return VELUnicodeString(rest.substr(0, dyadctx::OffsetOfCharacter(rest, length)));
 }
 
-void VELUnicodeString::SetInlineLength(std::size_t length) noexcept {
-    bytes_[length] = 0;
-    bytes_[InlineCapacity] = static_cast<unsigned char>(InlineCapacity - length);
-}
-
-char* VELUnicodeString::HeapData() const noexcept {
-    char* data = nullptr;
-    std::memcpy(&data, bytes_, sizeof data);
-    return data;
-}
-
 void VELUnicodeString::SetHeap(char* data, std::size_t length) noexcept {
     data[length] = '\0';
     const auto length32 = static_cast<std::uint32_t>(length);
     std::memcpy(bytes_, &data, sizeof data);
-    std::memcpy(bytes_ + LengthOffset, &length32, sizeof length32);
+    std::memcpy(bytes_ + sizeof(char*), &length32, sizeof length32);
     bytes_[InlineCapacity] = HeapMark;
 }
 
@@ -210,7 +153,6 @@ void VELUnicodeString::Assign(std::string_view text) {
     SetHeap(data, text.size());
 }
 
-void VELUnicodeString::Release() noexcept {
-    if (!IsInline())
-        FreeText(HeapData());
+void VELUnicodeString::FreeHeap() noexcept {
+    FreeText(HeapData());
 }

@@ -54,7 +54,7 @@ bool FollowLinks(std::string& path) {
         std::string leadsTo;
         if (!ReadLink(path, leadsTo))
             return false;
-        path = leadsTo.front() == '/' ? leadsTo : FolderOf(path) + leadsTo;
+        path = leadsTo.front() == '/' ? leadsTo : FolderOf(path).append(leadsTo);
     }
     return false;
 }

@@ -197,18 +197,19 @@ TEST(PositionChains, HoldKeysApartWhoseHashesCollide) {
         chains.Append(42, hasKey(key));
     chains.AppendWithoutKey();
     EXPECT_EQ(chains.Size(), 7);
-    EXPECT_EQ(chains.Last(42, hasKey(1)), 6);
-    EXPECT_EQ(chains.First(6), 1);
+    EXPECT_EQ(chains.Find(42, hasKey(1)).last, 6);
+    EXPECT_EQ(chains.Find(42, hasKey(1)).first, 1);
     EXPECT_EQ(chains.Next(1), 3);
     EXPECT_EQ(chains.Next(3), 6);
     EXPECT_EQ(chains.Next(6), 0);
-    EXPECT_EQ(chains.Last(42, hasKey(3)), 4);
-    EXPECT_EQ(chains.Last(42, hasKey(4)), 0);
-    EXPECT_EQ(chains.Last(std::uint64_t{43} << 32, hasKey(1)), 0);
+    EXPECT_EQ(chains.Find(42, hasKey(3)).first, 4);
+    EXPECT_EQ(chains.Find(42, hasKey(3)).last, 4);
+    EXPECT_EQ(chains.Find(42, hasKey(4)).last, 0);
+    EXPECT_EQ(chains.Find(std::uint64_t{43} << 32, hasKey(1)).last, 0);
     EXPECT_EQ(chains.Next(7), 0);
     chains.Clear();
     EXPECT_EQ(chains.Size(), 0);
-    EXPECT_EQ(chains.Last(42, hasKey(1)), 0);
+    EXPECT_EQ(chains.Find(42, hasKey(1)).last, 0);
 }
 
 } // namespace

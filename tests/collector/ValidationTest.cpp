@@ -271,6 +271,19 @@ const OwnRuleCase OwnRuleCases[] = {
 
 INSTANTIATE_TEST_SUITE_P(Rules, ValidationOfOneContext, testing::ValuesIn(OwnRuleCases));
 
+TEST_F(Validation, TextsWithPlaceholdersOfFormatsAreTracedAsTheyAre) {
+    VELDyadContext& context = contexts_.Declare("%s%n", "%d");
+    const RecordingTrace trace;
+
+    EXPECT_EQ(contexts_.CheckOne(context, 1), 1);
+
+    EXPECT_EQ(trace.Lines(),
+              (Lines{"ENTER VELDyadCtxCollector:CheckContext <%s%n>",
+                     "LOG VELDyadCtxCollector:CheckContext <%s%n> of Prov <%d> of Type <Path>",
+                     "LOG VELDyadContext:GetFriends Ctx <%s%n> has 0 Friends",
+                     "LEAVE VELDyadCtxCollector:CheckContext <%s%n> OK"}));
+}
+
 TEST_F(Validation, ATypeWithAZeroByteBehindAKnownOneIsUnknown) {
     const std::string type("Path\0", 5);
     VELDyadContext& context = contexts_.Declare("A", "p", type);

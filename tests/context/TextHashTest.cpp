@@ -34,6 +34,28 @@ TEST(TextHash, TellsTextsApartThatDifferInOneByteOrInLength) {
     EXPECT_EQ(hashes.size(), texts);
 }
 
+// Texts whose bytes could make up for their different lengths.
+TEST(TextHash, TellsRepeatedBytesOfDifferentLengthApart) {
+    std::set<std::uint64_t> hashes;
+    std::size_t texts = 0;
+    for (const char first : {'\0', '`', 'a', 'b'}) {
+        for (std::size_t length = 0; length < 70; ++length) {
+            hashes.insert(HashOfText(first + std::string(length, 'a')));
+            ++texts;
+        }
+    }
+    EXPECT_EQ(hashes.size(), texts);
+}
+
+TEST(TextHash, SpreadsCountedNamesOverItsUpperHalf) {
+    std::set<std::uint64_t> hashes;
+    constexpr std::size_t names = 20000;
+    for (std::size_t i = 0; i < names; ++i)
+        hashes.insert(HashOfText("context " + std::to_string(i)) >> 32);
+    // Among so many numbers of 32 bits hardly any two are equal.
+    EXPECT_GE(hashes.size(), names - 5);
+}
+
 TEST(TextHash, SetOfAListHoldsEachTextOnce) {
     const VELListValVELUnicodeString list = ListOf({"a", "", "a", std::string("a\0b", 3)});
     const TextSet set = SetOf(list);

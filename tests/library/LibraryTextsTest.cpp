@@ -47,6 +47,16 @@ TEST(LibraryTexts, EachListedTextStandsInTheLibraryAsAWhole) {
     }
 }
 
+// These keys are put together at run time; as a whole they stand in the embedded catalogs.
+TEST(LibraryTexts, TheHeadingsOfFailedStepsStandInTheCatalogs) {
+    const std::string library = ReadFile(DYADCTX_LIBRARY_FILE);
+    for (const char* key :
+         {"Ctx.Collector.ParseError", "Ctx.Collector.SetFriendsAndAssociatedError",
+          "Ctx.Collector.CheckError", "Ctx.Collector.StreamError"}) {
+        EXPECT_NE(library.find(std::string(key) + '\x04'), std::string::npos) << key;
+    }
+}
+
 TEST(LibraryTexts, ATextThatIsNotThereIsNotFound) {
     const std::string library = ReadFile(DYADCTX_LIBRARY_FILE);
     EXPECT_EQ(library.find(std::string("VELDyadCtxCollector:NoSuchLine") + '\0'),

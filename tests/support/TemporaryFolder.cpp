@@ -2,8 +2,8 @@
 
 #include <atomic>
 #include <fstream>
-#include <iterator>
 #include <random>
+#include <sstream>
 #include <stdexcept>
 
 namespace dyadctx::test {
@@ -40,7 +40,9 @@ std::string TemporaryFolder::Read(const std::string& name) const {
     std::ifstream in(path_ / name, std::ios::binary);
     if (!in)
         throw std::runtime_error("cannot read " + PathOf(name));
-    return {std::istreambuf_iterator<char>(in), {}};
+    std::ostringstream content;
+    content << in.rdbuf();
+    return content.str();
 }
 
 } // namespace dyadctx::test

@@ -37,6 +37,14 @@ std::string Data(const std::string& inner) {
     return "<CtxData>" + inner + "</CtxData>";
 }
 
+DocumentCase Refused(const std::string& document, const std::string& message) {
+    return {document, E_FAIL, message, {}};
+}
+
+DocumentCase Accepted(const std::string& document, const Names& declared) {
+    return {document, S_OK, "", declared};
+}
+
 } // namespace
 
 TEST_P(Document, IsReadTheSameInBothEnvironments) {
@@ -52,71 +60,52 @@ TEST_P(Document, IsReadTheSameInBothEnvironments) {
 
 INSTANTIATE_TEST_SUITE_P(
     NotWellFormed, Document,
-    testing::Values(
-        DocumentCase{"", E_FAIL, SyntaxError, {}}, DocumentCase{"text", E_FAIL, SyntaxError, {}},
-        DocumentCase{"<DyAdDescription>", E_FAIL, SyntaxError, {}},
-        DocumentCase{Root(Data(A)) + "<more/>", E_FAIL, SyntaxError, {}},
-        DocumentCase{Root(Data("<Context Name='A' Name='B'/>")), E_FAIL, SyntaxError, {}},
-        DocumentCase{Root(Data("<Context Name='&unknown;'/>")), E_FAIL, SyntaxError, {}},
-        DocumentCase{
-            "<?xml version='1.0' encoding='KOI8-R'?>" + Root(Data(A)), E_FAIL, SyntaxError, {}},
-        DocumentCase{Root(Data("<Context Name='\xFF'/>")), E_FAIL, SyntaxError, {}}));
+    testing::Values(Refused("", SyntaxError), Refused("text", SyntaxError),
+                    Refused("<DyAdDescription>", SyntaxError),
+                    Refused(Root(Data(A)) + "<more/>", SyntaxError),
+                    Refused(Root(Data("<Context Name='A' Name='B'/>")), SyntaxError),
+                    Refused(Root(Data("<Context Name='&unknown;'/>")), SyntaxError),
+                    Refused("<?xml version='1.0' encoding='KOI8-R'?>" + Root(Data(A)), SyntaxError),
+                    Refused(Root(Data("<Context Name='\xFF'/>")), SyntaxError)));
 
 INSTANTIATE_TEST_SUITE_P(
     Roots, Document,
-    testing::Values(
-        DocumentCase{"<DyadDescription>" + Data(A) + "</DyadDescription>",
-                     E_FAIL,
-                     "Ctx.Parse.NotAValidTag(DyadDescription)\n",
-                     {}},
-        DocumentCase{"<CtxData/>", E_FAIL, "Ctx.Parse.NotAValidTag(CtxData)\n", {}},
-        DocumentCase{"<x:DyAdDescription xmlns:x='u'>" + Data(A) + "</x:DyAdDescription>",
-                     E_FAIL,
-                     "Ctx.Parse.NotAValidTag(x:DyAdDescription)\n",
-                     {}},
-        DocumentCase{
-            "<DyAdDescription xmlns='u'>" + Data(A) + "</DyAdDescription>", S_OK, "", {"A"}}));
+    testing::Values(Refused("<DyadDescription>" + Data(A) + "</DyadDescription>",
+                            "Ctx.Parse.NotAValidTag(DyadDescription)\n"),
+                    Refused("<CtxData/>", "Ctx.Parse.NotAValidTag(CtxData)\n"),
+                    Refused("<x:DyAdDescription xmlns:x='u'>" + Data(A) + "</x:DyAdDescription>",
+                            "Ctx.Parse.NotAValidTag(x:DyAdDescription)\n"),
+                    Accepted("<DyAdDescription xmlns='u'>" + Data(A) + "</DyAdDescription>",
+                             {"A"})));
 
-INSTANTIATE_TEST_SUITE_P(
-    PlacesOfTheData, Document,
-    testing::Values(DocumentCase{Root(""), E_FAIL, NoData, {}},
-                    DocumentCase{Root("<ctxdata>" + A + "</ctxdata>"), E_FAIL, NoData, {}},
-                    DocumentCase{Root(Data(A) + Data(A)), E_FAIL, NoData, {}},
-                    DocumentCase{Root(Data(A + Data(A))), E_FAIL, NoData, {}},
-                    DocumentCase{Root(Data(Path("A", "<CtxData/>"))), E_FAIL, NoData, {}},
-                    DocumentCase{Root("<CtxData/>"), E_FAIL, NoData, {}},
-                    DocumentCase{Root("<CtxData></CtxData>"), E_FAIL, NoData, {}},
-                    DocumentCase{Root("<CtxData> </CtxData>"), S_OK, "", {}},
-                    DocumentCase{Root("<CtxData><!-- none --></CtxData>"), S_OK, "", {}},
-                    DocumentCase{Root("<CtxData><Other/></CtxData>"), S_OK, "", {}},
-                    DocumentCase{Root("<a><b>" + Data(A) + "</b></a>"), S_OK, "", {"A"}},
-                    DocumentCase{Root(A + Data(Path("B"))), S_OK, "", {"B"}}));
+INSTANTIATE_TEST_SUITE_P(PlacesOfTheData, Document,
+                         testing::Values(Refused(Root(""), NoData),
+                                         Refused(Root("<ctxdata>" + A + "</ctxdata>"), NoData),
+                                         Refused(Root(Data(A) + Data(A)), NoData),
+                                         Refused(Root(Data(A + Data(A))), NoData),
+                                         Refused(Root(Data(Path("A", "<CtxData/>"))), NoData),
+                                         Refused(Root("<CtxData/>"), NoData),
+                                         Refused(Root("<CtxData></CtxData>"), NoData),
+                                         Accepted(Root("<CtxData> </CtxData>"), {}),
+                                         Accepted(Root("<CtxData><!-- none --></CtxData>"), {}),
+                                         Accepted(Root("<CtxData><Other/></CtxData>"), {}),
+                                         Accepted(Root("<a><b>" + Data(A) + "</b></a>"), {"A"}),
+                                         Accepted(Root(A + Data(Path("B"))), {"B"})));
 
 INSTANTIATE_TEST_SUITE_P(
     EncodingsAndDeclarations, Document,
     testing::Values(
-        DocumentCase{"\xEF\xBB\xBF" + Root(Data(A)), S_OK, "", {"A"}},
-        DocumentCase{"<?xml version='1.0' encoding='ISO-8859-1'?>" + Root(Data(Path("\xE9"))),
-                     S_OK,
-                     "",
-                     {"\xC3\xA9"}},
-        DocumentCase{
-            "<!DOCTYPE DyAdDescription SYSTEM 'absent.dtd'>" + Root(Data(A)), S_OK, "", {"A"}},
-        DocumentCase{"<!DOCTYPE DyAdDescription [<!ENTITY n 'A'>]>" + Root(Data(Path("&n;"))),
-                     S_OK,
-                     "",
-                     {"A"}},
-        DocumentCase{"<!DOCTYPE DyAdDescription [<!ATTLIST Context Parameter CDATA 'p' "
-                     "ParameterType CDATA 'Path'>]>" +
-                         Root(Data(Named("A"))),
-                     S_OK,
-                     "",
-                     {"A"}},
-        DocumentCase{"<!DOCTYPE DyAdDescription [<!ELEMENT DyAdDescription EMPTY>]>" +
-                         Root(Data(A)),
-                     S_OK,
-                     "",
-                     {"A"}}));
+        Accepted("\xEF\xBB\xBF" + Root(Data(A)), {"A"}),
+        Accepted("<?xml version='1.0' encoding='ISO-8859-1'?>" + Root(Data(Path("\xE9"))),
+                 {"\xC3\xA9"}),
+        Accepted("<!DOCTYPE DyAdDescription SYSTEM 'absent.dtd'>" + Root(Data(A)), {"A"}),
+        Accepted("<!DOCTYPE DyAdDescription [<!ENTITY n 'A'>]>" + Root(Data(Path("&n;"))), {"A"}),
+        Accepted("<!DOCTYPE DyAdDescription [<!ATTLIST Context Parameter CDATA 'p' "
+                 "ParameterType CDATA 'Path'>]>" +
+                     Root(Data(Named("A"))),
+                 {"A"}),
+        Accepted("<!DOCTYPE DyAdDescription [<!ELEMENT DyAdDescription EMPTY>]>" + Root(Data(A)),
+                 {"A"})));
 
 TEST(ReaderDocument, MissingFileIsASyntaxError) {
     const KeyCatalog catalog;

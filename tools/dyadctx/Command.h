@@ -41,6 +41,7 @@ std::unique_ptr<Command> MakeWhich();
 std::unique_ptr<Command> MakeScenarios();
 std::unique_ptr<Command> MakeWrite();
 std::unique_ptr<Command> MakeDiff();
+std::unique_ptr<Command> MakeGraph();
 std::unique_ptr<Command> MakeSettings();
 
 // ---- Arguments several commands share ----------------------------------------------------------

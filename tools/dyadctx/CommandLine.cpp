@@ -67,6 +67,7 @@ CommandLine::CommandLine() : app_(Description, "dyadctx") {
     commands_.push_back(MakeScenarios());
     commands_.push_back(MakeWrite());
     commands_.push_back(MakeDiff());
+    commands_.push_back(MakeGraph());
     commands_.push_back(MakeSettings());
     Declare();
 }

@@ -40,8 +40,8 @@ private:
         VELIDOMNodeList nodes;
         int nodeCount = 0;
         int nodeIndex = 0;
-        // The Context the pass is at while it waits.
-        VELIDOMElement context;
+        // The element the pass is at.
+        VELIDOMElement element;
         const VELUnicodeString* tag = nullptr;
         ContextLevels levels;
         Step step = Step::NextNode;
@@ -55,11 +55,11 @@ private:
     void LogNotFound(const VELIDOMElement& parent, const VELUnicodeString& tag);
     VELResult Advance(VELResult childResult);
     VELResult ReadNode();
-    VELResult ReadContext(const VELIDOMElement& element);
+    VELResult ReadContext();
     VELResult BeginFriends();
     VELResult ReadScenarios();
-    VELResult ReadAssociatedContainer(const VELIDOMElement& element);
-    VELResult ReadFriendsContainer(const VELIDOMElement& element);
+    VELResult ReadAssociatedContainer();
+    VELResult ReadFriendsContainer();
     VELResult GoToNextNode();
     VELResult End();
     VELResult FailAfter(Step step);

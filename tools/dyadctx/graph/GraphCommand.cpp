@@ -1,0 +1,169 @@
+// `graph`: friends and associated contexts as a picture.
+#include "tools/dyadctx/Command.h"
+#include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/Source.h"
+#include "tools/dyadctx/Suggestion.h"
+#include "tools/dyadctx/SystemServices.h"
+#include "tools/dyadctx/graph/DotWriter.h"
+#include "tools/dyadctx/graph/GraphModel.h"
+#include "tools/dyadctx/graph/Graphviz.h"
+#include "tools/dyadctx/graph/MermaidWriter.h"
+#include "tools/dyadctx/graph/SvgWriter.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+namespace dyadctx::tool {
+
+namespace {
+
+class GraphCommand final : public Command {
+public:
+    const char* Name() const override { return "graph"; }
+    const char* Summary() const override { return "Draw which contexts name which"; }
+    const char* Synopsis() const override {
+        return "[FILE] [-o OUT] [--format svg|dot|mermaid] [--focus NAME [--depth N]] "
+               "[--renderer own|dot] [--type all|path|database|file] [--provider NAME]...";
+    }
+    void Declare(CLI::App& arguments) override;
+    ExitStatus Run(Output& output) override;
+
+private:
+    std::string FormatToWrite() const;
+    Graph GraphToDraw(const Source& source, Output& output) const;
+    void FocusOn(Graph& graph, const std::string& file) const;
+    std::string Drawn(const Graph& graph, const std::string& title, Output& output) const;
+    void WriteToFile(const std::string& picture, Output& output) const;
+
+    std::optional<std::string> file_;
+    std::optional<std::string> target_;
+    std::optional<std::string> format_;
+    std::optional<std::string> focus_;
+    int depth_ = 1;
+    std::string renderer_ = "own";
+    ViewChoice view_;
+};
+
+std::string NameAlone(const std::string& file) {
+    return file.substr(file.find_last_of("/\\") + 1);
+}
+
+bool EndsWith(const std::string& name, std::string_view ending) {
+    return name.size() > ending.size() && name.ends_with(ending);
+}
+
+void GraphCommand::Declare(CLI::App& arguments) {
+    DeclareFile(arguments, file_);
+    arguments.add_option("-o,--output", target_, "The file to write; standard output without it");
+    arguments
+        .add_option("--format", format_,
+                    "The language of the picture: svg is complete in itself, dot is for\n"
+                    "Graphviz, mermaid for Markdown. Default: by the ending of OUT\n"
+                    "(.dot, .gv, .mmd, .mermaid), else svg")
+        ->check(CLI::IsMember(std::vector<std::string>{"svg", "dot", "mermaid"}));
+    CLI::Option* focus =
+        arguments.add_option("--focus", focus_, "Only this context and those around it");
+    arguments.add_option("--depth", depth_, "How many links away from NAME, in both directions")
+        ->check(CLI::Range(0, 1000000))
+        ->needs(focus)
+        ->capture_default_str();
+    arguments
+        .add_option("--renderer", renderer_,
+                    "What draws the svg: the tool itself, or Graphviz where it is installed")
+        ->check(CLI::IsMember(std::vector<std::string>{"own", "dot"}))
+        ->capture_default_str();
+    DeclareView(arguments, view_);
+}
+
+std::string GraphCommand::FormatToWrite() const {
+    if (format_)
+        return *format_;
+    const std::string target = target_.value_or("");
+    if (EndsWith(target, ".dot") || EndsWith(target, ".gv"))
+        return "dot";
+    return EndsWith(target, ".mmd") || EndsWith(target, ".mermaid") ? "mermaid" : "svg";
+}
+
+// The part of the view, cut out of the whole: what a context is called and whether it is on a cycle
+// does not depend on what else is shown.
+Graph GraphCommand::GraphToDraw(const Source& source, Output& output) const {
+    const std::vector<VELDyadContext*> declared = ContextsOfView(*source.collector);
+    const Graph whole = GraphOf(declared);
+    SelectView(*source.collector, view_, output);
+    return PartOf(whole, NodesFor(whole, declared, ContextsOfView(*source.collector)));
+}
+
+void GraphCommand::FocusOn(Graph& graph, const std::string& file) const {
+    const std::vector<bool> near = Neighbourhood(graph, *focus_, depth_);
+    if (std::find(near.begin(), near.end(), true) == near.end()) {
+        std::vector<std::string> names;
+        for (const GraphNode& node : graph.nodes)
+            names.push_back(node.name);
+        std::string text = "there is no context '" + Visible(*focus_) + "' in " + Visible(file) +
+                           DidYouMean(*focus_, names);
+        if (!IsDbContextEnvironmentOn())
+            text += " (database contexts are left out without --db-context)";
+        throw Failure(ExitStatus::NotFound, text);
+    }
+    graph = PartOf(graph, near);
+    MarkFocus(graph, *focus_);
+}
+
+std::string GraphCommand::Drawn(const Graph& graph, const std::string& title,
+                                Output& output) const {
+    const std::string format = FormatToWrite();
+    if (format == "mermaid") {
+        if (MermaidLinkCount(graph) > MermaidLinkLimit)
+            output.Note("Mermaid draws at most " + std::to_string(MermaidLinkLimit) +
+                        " links unless its maxEdges is raised; --focus or svg may help");
+        return WriteMermaid(graph, title);
+    }
+    if (format == "dot")
+        return WriteDot(graph, title);
+    if (renderer_ == "own")
+        return WriteSvg(graph, title);
+    const GraphvizAnswer answer = DrawWithGraphviz(WriteDot(graph, title));
+    if (!answer.fault.empty())
+        throw Failure(ExitStatus::NotWritten, answer.fault);
+    return answer.svg;
+}
+
+void GraphCommand::WriteToFile(const std::string& picture, Output& output) const {
+    try {
+        const std::filesystem::path folder = std::filesystem::path(*target_).parent_path();
+        if (target_->empty() || (!folder.empty() && !std::filesystem::is_directory(folder)))
+            throw std::runtime_error("there is no such folder");
+        ReplaceFile(*target_, picture);
+    } catch (const std::runtime_error& error) {
+        throw Failure(ExitStatus::NotWritten,
+                      Visible(*target_) + " could not be written: " + Visible(error.what()));
+    }
+    output.Note("the picture is in " + Visible(*target_));
+}
+
+ExitStatus GraphCommand::Run(Output& output) {
+    if (renderer_ == "dot" && FormatToWrite() != "svg")
+        throw Failure(ExitStatus::Usage,
+                      "--renderer dot draws svg and does not go with --format " + FormatToWrite());
+    const Source source = LoadSourceOrFail(file_, output);
+    Graph graph = GraphToDraw(source, output);
+    if (focus_)
+        FocusOn(graph, source.file);
+    const std::string picture = Drawn(graph, NameAlone(source.file), output);
+    if (target_)
+        WriteToFile(picture, output);
+    else
+        output.Write(picture);
+    return ExitStatus::Done;
+}
+
+} // namespace
+
+std::unique_ptr<Command> MakeGraph() {
+    return std::make_unique<GraphCommand>();
+}
+
+} // namespace dyadctx::tool

@@ -1,0 +1,49 @@
+#include "tools/dyadctx/graph/PictureStyle.h"
+
+#include <algorithm>
+#include <array>
+
+namespace dyadctx::tool {
+
+namespace {
+
+constexpr std::array<KindStyle, 5> Styles{{{"default", "Default", "#e9edf3", "#66758a"},
+                                           {"path", "Path", "#e1eefc", "#3173b8"},
+                                           {"file", "File", "#e2f4e6", "#338450"},
+                                           {"database", "Database", "#fcf0d2", "#a87412"},
+                                           {"other", "other type", "#f4e6f3", "#95508f"}}};
+
+constexpr std::array<NodeKind, 5> Kinds{NodeKind::Default, NodeKind::Path, NodeKind::File,
+                                        NodeKind::Database, NodeKind::Other};
+
+} // namespace
+
+const KindStyle& StyleOf(NodeKind kind) {
+    return Styles[static_cast<std::size_t>(kind)];
+}
+
+const char* ColorOf(const GraphLink& link) {
+    if (link.isOnCycle)
+        return CycleColor;
+    return link.kind == LinkKind::Friend ? FriendColor : AssociatedColor;
+}
+
+Legend LegendOf(const Graph& graph) {
+    Legend legend;
+    for (const NodeKind kind : Kinds) {
+        if (std::any_of(graph.nodes.begin(), graph.nodes.end(), [kind](const GraphNode& node) {
+                return !node.isUnresolved && node.kind == kind;
+            }))
+            legend.kinds.push_back(kind);
+    }
+    for (const GraphNode& node : graph.nodes)
+        legend.hasUnresolved = legend.hasUnresolved || node.isUnresolved;
+    for (const GraphLink& link : graph.links) {
+        bool& hasKind = link.kind == LinkKind::Friend ? legend.hasFriends : legend.hasAssociated;
+        hasKind = true;
+        legend.hasCycles = legend.hasCycles || link.isOnCycle;
+    }
+    return legend;
+}
+
+} // namespace dyadctx::tool

@@ -1,0 +1,46 @@
+// What all kinds of pictures show alike: colours, words of the legend.
+#pragma once
+
+#include "tools/dyadctx/graph/GraphModel.h"
+
+#include <vector>
+
+namespace dyadctx::tool {
+
+// For a light background; "#rrggbb".
+struct KindStyle {
+    // Also the class of such a box: letters only.
+    const char* name;
+    const char* title;
+    const char* fill;
+    const char* line;
+};
+
+const KindStyle& StyleOf(NodeKind kind);
+
+inline constexpr const char* TextColor = "#1c2430";
+inline constexpr const char* FriendColor = "#5b6675";
+inline constexpr const char* AssociatedColor = "#7a4fc0";
+inline constexpr const char* CycleColor = "#cf2a27";
+inline constexpr const char* UnresolvedColor = "#7c838d";
+inline constexpr const char* UnresolvedFill = "#ffffff";
+
+const char* ColorOf(const GraphLink& link);
+
+// What a picture of this graph needs to explain.
+struct Legend {
+    std::vector<NodeKind> kinds;
+    bool hasUnresolved = false;
+    bool hasFriends = false;
+    bool hasAssociated = false;
+    bool hasCycles = false;
+};
+
+Legend LegendOf(const Graph& graph);
+
+inline constexpr const char* FriendWords = "has the friend";
+inline constexpr const char* AssociatedWords = "is associated with";
+inline constexpr const char* CycleWords = "part of a cycle";
+inline constexpr const char* UnresolvedWords = "not declared";
+
+} // namespace dyadctx::tool
