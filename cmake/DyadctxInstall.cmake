@@ -14,6 +14,10 @@ foreach(module IN ITEMS platform trace context collector xml)
   install(FILES ${public_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/dyadctx/${module})
 endforeach()
 
+# The schemas of the tool's JSON documents.
+file(GLOB json_schemas CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resources/schema/*.schema.json)
+install(FILES ${json_schemas} DESTINATION ${CMAKE_INSTALL_DATADIR}/dyadctx/schema)
+
 if(TARGET dyadctx_tool)
   install(TARGETS dyadctx_tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
