@@ -87,10 +87,14 @@ class Documents(unittest.TestCase):
     def test_diff(self):
         other = Path(self.folder.name) / "other.xml"
         text = Path(self.example("site.xml")).read_text(encoding="utf-8")
-        other.write_text(text.replace('Name="Library"', 'Name="Books"').replace("/work/", "/w/"),
-                         encoding="utf-8")
+        for old, new in (('Name="Library"', 'Name="Books"'), ("/work/", "/w/"), ("4711", "4712"),
+                         ('Name="Vault"', 'Name="Store"')):
+            text = text.replace(old, new)
+        other.write_text(text, encoding="utf-8")
         document = self.check("diff", self.example("site.xml"), str(other))
-        self.assertFalse(document["same"])
+        self.assertTrue(document["changed"])
+        kinds = {change["what"] for context in document["changed"] for change in context["changes"]}
+        self.assertLessEqual({"parameter", "friends", "associated"}, kinds)
         self.check("diff", str(other), str(other))
 
     def test_settings(self):
