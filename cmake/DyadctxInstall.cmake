@@ -9,10 +9,14 @@ install(EXPORT dyadctxTargets NAMESPACE dyadctx::
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/dyadctx)
 
 # A header directly in a module folder is public; those below it are not.
-foreach(module IN ITEMS platform trace context collector)
+foreach(module IN ITEMS platform trace context collector xml)
   file(GLOB public_headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${module}/*.h)
   install(FILES ${public_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/dyadctx/${module})
 endforeach()
+
+# The schemas of the tool's JSON documents.
+file(GLOB json_schemas CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resources/schema/*.schema.json)
+install(FILES ${json_schemas} DESTINATION ${CMAKE_INSTALL_DATADIR}/dyadctx/schema)
 
 if(TARGET dyadctx_tool)
   install(TARGETS dyadctx_tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})

@@ -2,8 +2,7 @@
 // of these names.
 #include "collector/VELDyadCtxCollector.h"
 
-#include "collector/detail/CollectorIndex.h"
-#include "collector/detail/Finding.h"
+#include "collector/detail/LinkRun.h"
 #include "context/detail/ContextAccess.h"
 #include "trace/detail/MessageKeys.h"
 #include "trace/detail/TraceLine.h"
@@ -16,48 +15,55 @@ using dyadctx::CollectorIndex;
 using dyadctx::ContextAccess;
 using dyadctx::Finding;
 using dyadctx::FindingReporter;
+using dyadctx::LinkExtent;
 
 constexpr const char* LinkMethod = "VELDyadCtxCollector::SetFriendsAndAssociated";
 
 class LinkRun {
 public:
-    LinkRun(const VELListPtrVELDyadContext& declared, CollectorIndex& index,
+    LinkRun(const VELListPtrVELDyadContext& declared, CollectorIndex& index, LinkExtent extent,
             FindingReporter& reporter)
-        : declared_(declared), index_(index), reporter_(reporter) {}
+        : declared_(declared), index_(index), reporter_(reporter),
+          goesOn_(extent == LinkExtent::Everything) {}
 
-    // Whether all is linked. A friend that cannot be linked ends the walk only behind the next
-    // context whose associated context could be, or at an empty position.
+    // Whether all is linked. A friend that cannot be linked ends the collector's walk only behind
+    // the next context whose associated context could be, or at an empty position.
     bool Link(int count) {
         for (int pos = 1; pos <= count; ++pos) {
             VELDyadContext* context = declared_[pos];
             const AssociatedLink link =
                 context == nullptr ? AssociatedLink::Made : LinkOne(*context, pos);
-            if (link == AssociatedLink::Failed)
-                return false;
-            if (link == AssociatedLink::Made && !friendsLinked_)
+            associatedLinked_ = associatedLinked_ && link != AssociatedLink::Failed;
+            if (!goesOn_ && MustEnd(link))
                 return false;
         }
-        return friendsLinked_;
+        return friendsLinked_ && associatedLinked_;
     }
 
 private:
     enum class AssociatedLink { NothingToDo, Made, Failed };
+
+    bool MustEnd(AssociatedLink link) const {
+        return link == AssociatedLink::Failed || (link == AssociatedLink::Made && !friendsLinked_);
+    }
 
     AssociatedLink LinkOne(VELDyadContext& context, int pos) {
         friendsLinked_ = LinkFriends(context, pos) && friendsLinked_;
         return LinkAssociated(context, pos);
     }
 
-    // Stops at the first friend that cannot be linked; the ones behind it stay as they are.
+    // The collector's walk stops at the first friend that cannot be linked; the ones behind it stay
+    // as they are.
     bool LinkFriends(VELDyadContext& context, int pos) {
         // Linking replaces the friend just visited, so the list can be walked in place.
         const VELListPtrVELDyadContext& friends = ContextAccess::VisitFriends(context);
-        for (int slot = 1; slot <= friends.Size(); ++slot) {
+        bool linked = true;
+        for (int slot = 1; (linked || goesOn_) && slot <= friends.Size(); ++slot) {
             const VELDyadContext* placeholder = friends[slot];
             if (HasName(placeholder) && !LinkFriend(context, pos, *placeholder, slot))
-                return false;
+                linked = false;
         }
-        return true;
+        return linked;
     }
 
     bool LinkFriend(VELDyadContext& context, int pos, const VELDyadContext& placeholder, int slot) {
@@ -135,10 +141,18 @@ private:
     const VELListPtrVELDyadContext& declared_;
     CollectorIndex& index_;
     FindingReporter& reporter_;
+    bool goesOn_;
     bool friendsLinked_ = true;
+    bool associatedLinked_ = true;
 };
 
 } // namespace
+
+bool dyadctx::LinkFriendsAndAssociated(const VELListPtrVELDyadContext& declared,
+                                       CollectorIndex& index, int count, LinkExtent extent,
+                                       FindingReporter& reporter) {
+    return LinkRun(declared, index, extent, reporter).Link(count);
+}
 
 VELResult VELDyadCtxCollector::SetFriendsAndAssociated(VELUnicodeString& message) {
     const int count = GetNbCtxs();
@@ -148,7 +162,8 @@ VELResult VELDyadCtxCollector::SetFriendsAndAssociated(VELUnicodeString& message
     }
     TRACE_ENTER("VELDyadCtxCollector:SetFriendsAndAssociated");
     dyadctx::MessageReporter reporter(message);
-    const bool linked = LinkRun(_MainContexts, *index_, reporter).Link(count);
+    const bool linked = dyadctx::LinkFriendsAndAssociated(_MainContexts, *index_, count,
+                                                          LinkExtent::AsCollector, reporter);
     TRACE_LEAVE("VELDyadCtxCollector:SetFriendsAndAssociated");
     return linked ? S_OK : E_FAIL;
 }

@@ -94,6 +94,9 @@ public:
 
     // E_FAIL and a null handle when the element has no such attribute.
     VELResult GetAttributeNode(const VELUnicodeString& name, VELIDOMAttr& attribute) const;
+    int GetNbAttributes() const;
+    // Positions run from 0 in the order of the file. E_FAIL and a null handle outside.
+    VELResult GetAttributeAtIndex(int index, VELIDOMAttr& attribute) const;
     // Sets or replaces; a replaced attribute keeps its place. E_FAIL for an invalid name.
     VELResult SetAttribute(const VELUnicodeString& name, const VELUnicodeString& value) const;
     // The descendants of that name in document order, without the element itself; at most `atMost`

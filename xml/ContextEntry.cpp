@@ -6,9 +6,11 @@
 #include "trace/detail/MessageKeys.h"
 #include "trace/detail/ProcessSettings.h"
 #include "trace/detail/TraceLine.h"
+#include "xml/detail/FindingIds.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/VELDyadCtxXml.h"
 
+#include <new>
 #include <utility>
 
 namespace dyadctx {
@@ -25,47 +27,64 @@ VELResult ContextEntry::AddContext(const VELIDOMElement& element, ContextLevels 
                                    bool associated) {
     TRACE_LOG("VELDyadCtxXml:AddContext");
     VELDyadContext* owner = nullptr;
-    VELResult result = FindOwner(levels, owner);
+    VELResult result = FindOwner(element, levels, owner);
     if (result < 0)
         return result;
     values_.Clear();
     const VELUnicodeString noOwner;
     const VELUnicodeString& ownerName = owner != nullptr ? owner->GetName() : noOwner;
-    result = GetXMLValuesContext(element, levels, ownerName, state_.message, values_);
-    if (result < 0)
+    result = GetXMLValuesContext(element, levels, ownerName, state_, values_);
+    if (result < 0 && !MayStandIn(owner))
         return result;
     if (state_.places != nullptr)
         place_ = PlaceOf(element);
     auto context =
         std::make_unique<VELDyadContext>(values_.name, values_.parameter, values_.parameterType);
     if (values_.parameterType == Names().databaseType)
-        return AddDatabaseContext(std::move(context), owner, associated);
+        return AddDatabaseContext(element, std::move(context), owner, associated);
     const bool asAssociated = associated && IsDbEnvironmentOn();
     return Enter(std::move(context), owner, asAssociated ? 1 : 0);
 }
 
 // The owner is the context declared last, wherever the element stands in the file.
-VELResult ContextEntry::FindOwner(ContextLevels levels, VELDyadContext*& owner) {
+VELResult ContextEntry::FindOwner(const VELIDOMElement& element, ContextLevels levels,
+                                  VELDyadContext*& owner) {
     if (!HasOwner(levels))
         return S_OK;
     VELDyadCtxCollector& collector = state_.collector;
     if (collector.GetCtxAtIndex(collector.GetNbCtxs(), owner) >= 0 && owner != nullptr)
         return S_OK;
-    LogReaderError("VELDyadCtxXml::AddContext", key::InternalError, state_.message);
+    LogReaderError(state_, "VELDyadCtxXml::AddContext", key::InternalError, element);
     return E_FAIL;
 }
 
-VELResult ContextEntry::AddDatabaseContext(std::unique_ptr<VELDyadContext> context,
+// A declared context that lacks something is entered all the same where reading goes on.
+bool ContextEntry::MayStandIn(const VELDyadContext* owner) const noexcept {
+    return state_.GoesOn() && (owner == nullptr || (values_.missing & MissingName) == 0);
+}
+
+VELResult ContextEntry::AddDatabaseContext(const VELIDOMElement& element,
+                                           std::unique_ptr<VELDyadContext> context,
                                            VELDyadContext* owner, bool associated) {
-    if (!IsDbEnvironmentOn())
+    if (!IsDbEnvironmentOn()) {
+        if (state_.observer != nullptr)
+            state_.observer->MeetLeftOut(*context, element, owner == nullptr);
         return S_OK;
+    }
     VELIDyadDbProvider_var provider;
-    VELResult result = SetProvider(*context, provider);
-    if (result < 0)
-        return result;
+    VELResult result = S_OK;
+    if ((values_.missing & MissingConnector) == 0)
+        result = SetProvider(*context, provider);
+    if (result < 0) {
+        if (!state_.GoesOn())
+            return result;
+        // The library has no message for it.
+        LogReaderError(state_, "VELDyadCtxXml::AddContext", id::ProviderFailed, element,
+                       &values_.name, 1);
+    }
     if (associated && IsDbEnvironmentOn())
         return Enter(std::move(context), owner, 1);
-    result = EnterDatabaseContext(std::move(context), owner);
+    result = EnterDatabaseContext(element, std::move(context), owner);
     FileSite(provider);
     return result;
 }
@@ -86,12 +105,16 @@ VELResult ContextEntry::SetProvider(VELDyadContext& context,
     return context.SetDyadDbProvider(provider);
 }
 
-VELResult ContextEntry::EnterDatabaseContext(std::unique_ptr<VELDyadContext> context,
+VELResult ContextEntry::EnterDatabaseContext(const VELIDOMElement& element,
+                                             std::unique_ptr<VELDyadContext> context,
                                              VELDyadContext* owner) {
     VELDyadContext* match = nullptr;
     if (owner == nullptr && state_.collector.FindMatchingCtx(0, context.get(), &match) != 0 &&
-        match != nullptr)
+        match != nullptr) {
+        if (state_.observer != nullptr)
+            state_.observer->MeetRepeated(*match, element);
         return S_OK;
+    }
     return Enter(std::move(context), owner, 0);
 }
 
@@ -101,17 +124,22 @@ VELResult ContextEntry::Enter(std::unique_ptr<VELDyadContext> context, VELDyadCo
                               int associated) {
     if (state_.places != nullptr)
         state_.places->contexts.emplace(context.get(), place_);
+    if (state_.observer != nullptr)
+        state_.observer->MeetContext(*context, values_.missing);
     VELDyadContext* entered = context.get();
     const VELResult result = state_.collector.AddContext(entered, owner, associated);
     if (ContextAccess::WasRegistered(*entered))
         static_cast<void>(context.release());
+    // Fails only without memory: what comes after would not be the file's fault.
+    if (result < 0 && state_.GoesOn())
+        throw std::bad_alloc();
     return result;
 }
 
 // The site goes to the declared context of that name, which may be another one than was just made.
 // A context that keeps no sites refuses it, which is no failure.
 void ContextEntry::FileSite(const VELIDyadDbProvider_var& provider) {
-    if (!MultisiteFlag() && !VELIsTraceActive())
+    if (provider.IsNull() || (!MultisiteFlag() && !VELIsTraceActive()))
         return;
     VELDyadContext* declared = nullptr;
     if (state_.collector.GetCtxFromName(values_.name, declared) < 0 || declared == nullptr)

@@ -30,9 +30,9 @@ VELResult ContextReader::Begin(const VELIDOMElement& parent, const VELUnicodeStr
     pass.tag = &tag;
     pass.levels = levels;
     const VELResult result =
-        GetNodeListByTagName(parent, tag, levels, pass.nodes, pass.nodeCount, state_.message);
+        GetNodeListByTagName(parent, tag, levels, pass.nodes, pass.nodeCount, state_);
     if (pass.nodeCount == 0)
-        return EndWithoutNodes(tag, levels);
+        return EndWithoutNodes(parent, tag, levels);
     if (result < 0 || pass.nodes.IsNull()) {
         TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes <%s>", tag.ConvertToChar());
         return E_FAIL;
@@ -41,10 +41,11 @@ VELResult ContextReader::Begin(const VELIDOMElement& parent, const VELUnicodeStr
     return S_OK;
 }
 
-VELResult ContextReader::EndWithoutNodes(const VELUnicodeString& tag, ContextLevels levels) {
+VELResult ContextReader::EndWithoutNodes(const VELIDOMElement& parent, const VELUnicodeString& tag,
+                                         ContextLevels levels) {
     if (!IsDbEnvironmentOn()) {
         if (levels.friendLevel == 0) {
-            LogNotFound(tag);
+            LogNotFound(parent, tag);
             TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes <%s> not found - Case02", tag.ConvertToChar());
             return E_FAIL;
         }
@@ -52,7 +53,7 @@ VELResult ContextReader::EndWithoutNodes(const VELUnicodeString& tag, ContextLev
         return S_OK;
     }
     if (levels.friendLevel == 0 && levels.associatedLevel == 0) {
-        LogNotFound(tag);
+        LogNotFound(parent, tag);
         TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes <%s> not found - Case01", tag.ConvertToChar());
         return E_FAIL;
     }
@@ -60,8 +61,8 @@ VELResult ContextReader::EndWithoutNodes(const VELUnicodeString& tag, ContextLev
     return S_OK;
 }
 
-void ContextReader::LogNotFound(const VELUnicodeString& tag) {
-    LogReaderError(Method, key::TagNotFound, state_.message, &tag, 1);
+void ContextReader::LogNotFound(const VELIDOMElement& parent, const VELUnicodeString& tag) {
+    LogReaderError(state_, Method, key::TagNotFound, parent, &tag, 1);
 }
 
 // Goes on with the innermost pass, told how what it waited for has ended.
@@ -87,7 +88,7 @@ VELResult ContextReader::ReadNode() {
     Pass& pass = passes_.back();
     VELIDOMNode node;
     if (pass.nodes.Item(pass.nodeIndex, node) < 0 || node.IsNull())
-        return Reject(key::InternalError);
+        return Reject(key::InternalError, node);
     VELUnicodeString tag;
     if (node.GetTagName(tag) < 0)
         return GoToNextNode();
@@ -109,7 +110,8 @@ VELResult ContextReader::ReadContext() {
         RememberFault(pass.element);
         TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes: Add Context problem, node index=%d",
                     pass.nodeIndex);
-        return Abandon();
+        if (!state_.GoesOn())
+            return Abandon();
     }
     pass.step = Step::AssociatedOfContext;
     // A walk that reads nothing can be seen in the trace only.
@@ -151,11 +153,11 @@ VELResult ContextReader::ReadAssociatedContainer() {
     }
     RememberFault(pass.element);
     if (level > 1)
-        return Reject(key::CtxAssociatedWithAssociated);
+        return Reject(key::CtxAssociatedWithAssociated, pass.element);
     TRACE_WARNING("VELDyadCtxXml:ParseXMLNodes : Non supported RootTagName <%s> for CtxAssociated",
                   pass.tag->ConvertToChar());
-    LogReaderError(Method, key::NoCtxDefinedForAssociated, state_.message);
-    return Abandon();
+    LogReaderError(state_, Method, key::NoCtxDefinedForAssociated, pass.element);
+    return state_.GoesOn() ? GoToNextNode() : Abandon();
 }
 
 VELResult ContextReader::ReadFriendsContainer() {
@@ -168,7 +170,7 @@ VELResult ContextReader::ReadFriendsContainer() {
         return Begin(pass.element, Names().friends, {1, 0});
     }
     RememberFault(pass.element);
-    return Reject(level > 1 ? key::CtxFriendWithFriend : key::NoCtxDefinedForFriend);
+    return Reject(level > 1 ? key::CtxFriendWithFriend : key::NoCtxDefinedForFriend, pass.element);
 }
 
 VELResult ContextReader::GoToNextNode() {
@@ -207,10 +209,10 @@ VELResult ContextReader::FailAfter(Step step) {
     return Abandon();
 }
 
-VELResult ContextReader::Reject(const char* key) {
-    LogReaderError(Method, key, state_.message);
+VELResult ContextReader::Reject(const char* key, const VELIDOMNode& where) {
+    LogReaderError(state_, Method, key, where);
     TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes <%s>", passes_.back().tag->ConvertToChar());
-    return Abandon();
+    return state_.GoesOn() ? GoToNextNode() : Abandon();
 }
 
 VELResult ContextReader::Abandon() {

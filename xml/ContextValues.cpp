@@ -13,21 +13,20 @@ constexpr const char* ValuesMethod = "VELDyadCtxXml::GetXMLValuesContext";
 constexpr const char* DatabaseValuesMethod = "VELDyadCtxXml::GetXMLDbValuesContext";
 
 // Such a message is traced alone, before it joins the text of the caller.
-VELResult FailAlone(const char* method, const char* key, VELUnicodeString& message,
-                    const VELUnicodeString* parameters = nullptr, int count = 0) {
-    VELUnicodeString text;
-    LogReaderError(method, key, text, parameters, count);
-    message.Append(text);
-    return E_FAIL;
+void LogAlone(const ReadState& state, const char* method, const char* key,
+              const VELIDOMElement& element, const VELUnicodeString* parameters = nullptr,
+              int count = 0) {
+    LogReaderError(state, method, key, element, parameters, count, LogText::Alone);
 }
 
-VELResult FailWithoutName(ContextLevels levels, const VELUnicodeString& ownerName,
-                          VELUnicodeString& message) {
+void LogNoName(const ReadState& state, const VELIDOMElement& element, ContextLevels levels,
+               const VELUnicodeString& ownerName) {
     if (levels.friendLevel > 0)
-        return FailAlone(ValuesMethod, key::CtxFriendNoName, message, &ownerName, 1);
-    if (levels.associatedLevel > 0 && IsDbEnvironmentOn())
-        return FailAlone(ValuesMethod, key::CtxAssocNoName, message, &ownerName, 1);
-    return FailAlone(ValuesMethod, key::CtxNoName, message);
+        LogAlone(state, ValuesMethod, key::CtxFriendNoName, element, &ownerName, 1);
+    else if (levels.associatedLevel > 0 && IsDbEnvironmentOn())
+        LogAlone(state, ValuesMethod, key::CtxAssocNoName, element, &ownerName, 1);
+    else
+        LogAlone(state, ValuesMethod, key::CtxNoName, element);
 }
 
 // A friend or associated context may be written by its name alone.
@@ -43,10 +42,17 @@ bool MayLackConnector(ContextLevels levels) {
     return IsDbEnvironmentOn() ? IsFriendAndAssociated(levels) : levels.friendLevel > 0;
 }
 
+bool MayGoOn(const ContextValues& values, const ReadState& state) {
+    return values.missing == 0 || state.GoesOn();
+}
+
 VELResult GetXMLDbValuesContext(const VELIDOMElement& element, ContextLevels levels,
-                                VELUnicodeString& message, ContextValues& values) {
-    if (!ReadAttribute(element, Names().connector, values.connector) && !MayLackConnector(levels))
-        return FailAlone(DatabaseValuesMethod, key::CtxNoConnector, message);
+                                const ReadState& state, ContextValues& values) {
+    if (!ReadAttribute(element, Names().connector, values.connector) && !MayLackConnector(levels)) {
+        values.missing |= MissingConnector;
+        LogAlone(state, DatabaseValuesMethod, key::CtxNoConnector, element);
+        return E_FAIL;
+    }
     const VELListValVELUnicodeString& details = Names().serverDetails;
     for (int pos = 1; pos <= details.Size(); ++pos) {
         values.detailKeys.Append(details[pos]);
@@ -61,29 +67,33 @@ void ContextValues::Clear() {
     name = parameter = parameterType = connector = VELUnicodeString();
     detailKeys.RemoveAll();
     detailValues.RemoveAll();
+    missing = 0;
 }
 
 VELResult GetXMLValuesContext(const VELIDOMElement& element, ContextLevels levels,
-                              const VELUnicodeString& ownerName, VELUnicodeString& message,
+                              const VELUnicodeString& ownerName, const ReadState& state,
                               ContextValues& values) {
     const FormatNames& names = Names();
-    if (!ReadAttribute(element, names.name, values.name))
-        return FailWithoutName(levels, ownerName, message);
-    if (!ReadAttribute(element, names.parameter, values.parameter) && !IsNameEnough(levels)) {
-        LogReaderError(ValuesMethod, key::CtxNoParam, message, &values.name, 1);
-        return E_FAIL;
+    if (!ReadAttribute(element, names.name, values.name)) {
+        values.missing |= MissingName;
+        LogNoName(state, element, levels, ownerName);
     }
-    if (!ReadAttribute(element, names.parameterType, values.parameterType) &&
+    if (MayGoOn(values, state) && !ReadAttribute(element, names.parameter, values.parameter) &&
         !IsNameEnough(levels)) {
-        LogReaderError(ValuesMethod, key::CtxNoParamType, message, &values.name, 1);
-        return E_FAIL;
+        values.missing |= MissingParameter;
+        LogReaderError(state, ValuesMethod, key::CtxNoParam, element, &values.name, 1);
     }
-    if (values.parameterType != names.databaseType || !IsDbEnvironmentOn())
-        return S_OK;
-    const VELResult result = GetXMLDbValuesContext(element, levels, message, values);
-    if (result < 0 && !IsFriendAndAssociated(levels))
-        LogReaderError(ValuesMethod, key::CtxNoDatabase, message, &values.name, 1);
-    return result;
+    if (MayGoOn(values, state) &&
+        !ReadAttribute(element, names.parameterType, values.parameterType) &&
+        !IsNameEnough(levels)) {
+        values.missing |= MissingParameterType;
+        LogReaderError(state, ValuesMethod, key::CtxNoParamType, element, &values.name, 1);
+    }
+    const bool isDatabase = MayGoOn(values, state) && values.parameterType == names.databaseType;
+    if (isDatabase && IsDbEnvironmentOn() &&
+        GetXMLDbValuesContext(element, levels, state, values) < 0 && !IsFriendAndAssociated(levels))
+        LogReaderError(state, ValuesMethod, key::CtxNoDatabase, element, &values.name, 1);
+    return values.missing == 0 ? S_OK : E_FAIL;
 }
 
 } // namespace dyadctx

@@ -25,12 +25,12 @@ bool IsLookedUpByName(const VELUnicodeString& tag, ContextLevels levels) {
 
 // Null unless exactly one descendant has the name.
 VELIDOMNode OnlyDescendant(const VELIDOMElement& parent, const VELUnicodeString& tag,
-                           VELUnicodeString& message) {
+                           const ReadState& state) {
     VELIDOMNodeList found;
     VELIDOMNode container;
     if (parent.GetElementsByTagName(tag, found, 2) < 0) {
         TRACE_WARNING("VELDyadCtxXml:GetNodeListByTagName - ispRootElement fails");
-        LogReaderError(Method, key::InternalError, message);
+        LogReaderError(state, Method, key::InternalError, parent);
         return container;
     }
     if (found.GetLength() == 1 && found.Item(0, container) < 0) {
@@ -59,19 +59,19 @@ VELResult HoldsTag(const VELIDOMNodeList& nodes, int count, const VELUnicodeStri
 }
 
 VELIDOMNode FindContainer(const VELIDOMElement& parent, const VELUnicodeString& tag,
-                          ContextLevels levels, VELUnicodeString& message) {
+                          ContextLevels levels, const ReadState& state) {
     if (!IsLookedUpByName(tag, levels))
         return parent;
-    return OnlyDescendant(parent, tag, message);
+    return OnlyDescendant(parent, tag, state);
 }
 
 // Takes the nodes away when none of them concerns the pass.
-VELResult KeepIfTagIsHeld(const VELUnicodeString& tag, VELIDOMNodeList& nodes, int& count,
-                          VELUnicodeString& message) {
+VELResult KeepIfTagIsHeld(const VELUnicodeString& tag, const VELIDOMNode& container,
+                          VELIDOMNodeList& nodes, int& count, const ReadState& state) {
     bool found = false;
     const VELResult result = HoldsTag(nodes, count, tag, found);
     if (result < 0) {
-        LogReaderError(Method, key::InternalError, message);
+        LogReaderError(state, Method, key::InternalError, container);
         TRACE_WARNING("VELDyadCtxXml:GetNodeListByTagName - Failed(hr)");
         return result;
     }
@@ -87,11 +87,11 @@ VELResult KeepIfTagIsHeld(const VELUnicodeString& tag, VELIDOMNodeList& nodes, i
 
 VELResult GetNodeListByTagName(const VELIDOMElement& parent, const VELUnicodeString& tag,
                                ContextLevels levels, VELIDOMNodeList& nodes, int& count,
-                               VELUnicodeString& message) {
+                               const ReadState& state) {
     count = 0;
     nodes = VELIDOMNodeList();
     TRACE_ENTER("VELDyadCtxXml:GetNodeListByTagName <%s>", tag.ConvertToChar());
-    const VELIDOMNode container = FindContainer(parent, tag, levels, message);
+    const VELIDOMNode container = FindContainer(parent, tag, levels, state);
     if (container.IsNull()) {
         TRACE_WARNING("VELDyadCtxXml:GetNodeListByTagName - spNodeElements issue");
         TRACE_ERROR("VELDyadCtxXml:GetNodeListByTagName <%s> find %d Nodes", tag.ConvertToChar(),
@@ -100,13 +100,13 @@ VELResult GetNodeListByTagName(const VELIDOMElement& parent, const VELUnicodeStr
     }
     if (container.GetChildNodes(nodes) < 0) {
         TRACE_WARNING("VELDyadCtxXml:GetNodeListByTagName - GetChildNodes Internal error");
-        LogReaderError(Method, key::InternalError, message);
+        LogReaderError(state, Method, key::InternalError, container);
         return E_FAIL;
     }
     count = nodes.GetLength();
     TRACE_LOG("VELDyadCtxXml:GetNodeListByTagName - oNbNodes=%d", count);
     if (!IsOutermost(levels)) {
-        const VELResult result = KeepIfTagIsHeld(tag, nodes, count, message);
+        const VELResult result = KeepIfTagIsHeld(tag, container, nodes, count, state);
         if (result < 0)
             return result;
     }

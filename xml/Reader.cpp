@@ -55,9 +55,11 @@ VELResult ReadDocument(const VELIDOMDocument& document, const ReadState& state) 
     if (!isReadable || tag != Names().root) {
         if (state.places != nullptr)
             state.places->fault = PlaceOf(root);
-        LogReaderError(Method, key::NotAValidTag, state.message, &tag, 1);
+        LogReaderError(state, Method, key::NotAValidTag, root, &tag, 1);
         return E_FAIL;
     }
+    if (state.observer != nullptr)
+        state.observer->MeetDocument(root);
     const VELResult result = ContextReader(state).ParseXMLNodes(root);
     TRACE_LEAVE("VELDyadCtxXml:Unstream");
     return result;
@@ -70,7 +72,7 @@ VELResult ReadFile(const ReadState& state) {
         return E_FAIL;
     VELIDOMDocument document;
     if (ParseFile(builder, state, document) < 0) {
-        LogReaderError(Method, key::XMLSyntaxError, state.message);
+        LogReaderError(state, Method, key::XMLSyntaxError, VELIDOMNode());
         return E_FAIL;
     }
     return ReadDocument(document, state);
@@ -78,8 +80,9 @@ VELResult ReadFile(const ReadState& state) {
 
 } // namespace
 
-VELDyadCtxXml::VELDyadCtxXml(VELDyadCtxCollector* collector, ContextPlaces* places) noexcept
-    : collector_(collector), places_(places) {}
+VELDyadCtxXml::VELDyadCtxXml(VELDyadCtxCollector* collector, ContextPlaces* places,
+                             ReadObserver* observer) noexcept
+    : collector_(collector), places_(places), observer_(observer) {}
 
 VELDyadCtxXml::~VELDyadCtxXml() {
     collector_ = nullptr;
@@ -89,7 +92,7 @@ VELResult VELDyadCtxXml::Unstream(VELUnicodeString& message) {
     if (collector_ == nullptr)
         return E_FAIL;
     try {
-        return ReadFile({*collector_, message, places_});
+        return ReadFile({*collector_, message, places_, observer_});
     } catch (...) {
         return E_FAIL;
     }

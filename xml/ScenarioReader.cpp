@@ -2,6 +2,7 @@
 
 #include "trace/detail/MessageKeys.h"
 #include "trace/detail/TraceLine.h"
+#include "xml/detail/FindingIds.h"
 #include "xml/detail/FormatNames.h"
 
 #include <new>
@@ -30,7 +31,7 @@ VELResult ScenarioReader::Begin(const VELIDOMNode& element, const VELUnicodeStri
     TRACE_ENTER("VELDyadCtxXml:ParseXMLExchangeScenarioNodes <%s> for Context <%s>",
                 tag.ConvertToChar(), contextName_->ConvertToChar());
     if (element.GetChildNodes(pass.nodes) < 0) {
-        LogReaderError(Method, key::InternalError, state_.message);
+        LogReaderError(state_, Method, key::InternalError, element);
         return E_FAIL;
     }
     pass.nodeCount = pass.nodes.GetLength();
@@ -62,7 +63,7 @@ VELResult ScenarioReader::ReadNode() {
     Pass& pass = passes_.back();
     VELIDOMNode node;
     if (pass.nodes.Item(pass.nodeIndex++, node) < 0 || node.IsNull()) {
-        LogReaderError(Method, key::InternalError, state_.message);
+        LogReaderError(state_, Method, key::InternalError, VELIDOMNode());
         return Abandon();
     }
     VELUnicodeString tag;
@@ -109,6 +110,11 @@ VELResult ScenarioReader::ReadOption(const VELIDOMElement& element) {
     pass.optionValues.Append(value);
     if (hasName)
         return S_OK;
+    if (state_.GoesOn()) {
+        // The library has no message for it.
+        LogReaderError(state_, Method, id::OptionWithoutName, element, contextName_, 1);
+        return S_OK;
+    }
     TRACE_ERROR(
         "VELDyadCtxXml:ParseXMLExchangeScenarioNodes : scenario parsing problem, node index=%d",
         pass.nodeIndex - 1);

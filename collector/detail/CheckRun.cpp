@@ -64,12 +64,14 @@ bool CheckRun::ApplyToFriends(RuleSubject& subject) {
     const VELListPtrVELDyadContext& friends = ContextAccess::VisitFriends(*subject.context);
     for (int pos = 1; pos <= friends.Size(); ++pos) {
         subject.other = friends[pos];
+        subject.friendPosition = pos;
         if (subject.other == nullptr) {
             ReportNullFriend(subject);
             return false;
         }
         valid = Apply(FriendRules(), subject) && valid;
     }
+    subject.friendPosition = 0;
     return valid;
 }
 

@@ -181,6 +181,7 @@ Finding MakeFinding(const char* method, const ContextRule& rule, const RuleSubje
     finding.key = rule.key;
     finding.context = subject.context;
     finding.other = subject.other;
+    finding.friendPosition = subject.friendPosition;
     for (const RuleText what : rule.parameters) {
         if (what != None)
             finding.parameters[static_cast<std::size_t>(finding.parameterCount++)] =

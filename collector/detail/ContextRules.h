@@ -27,6 +27,8 @@ struct RuleSubject {
     // found.
     VELDyadContext* other = nullptr;
     RuleLookups* lookups = nullptr;
+    // The position of `other` among the friends; 0 while no friend is examined.
+    int friendPosition = 0;
 };
 
 // What a message names.

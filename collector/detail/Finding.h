@@ -22,6 +22,8 @@ struct Finding {
     // The other party: the later context of the same name or database, the friend, the associated
     // context. Null for a fault of the context alone.
     const VELDyadContext* other = nullptr;
+    // The position of `other` among the friends of `context`; 0 where it is none of them.
+    int friendPosition = 0;
 };
 
 // Receives findings in the order in which they are made. What it throws ends the run that reports.

@@ -153,6 +153,20 @@ VELResult VELIDOMElement::GetAttributeNode(const VELUnicodeString& name,
     return S_OK;
 }
 
+int VELIDOMElement::GetNbAttributes() const {
+    return static_cast<int>(Node()->attributeCount);
+}
+
+VELResult VELIDOMElement::GetAttributeAtIndex(int index, VELIDOMAttr& attribute) const {
+    const DomNode& node = *Node();
+    if (index < 0 || index >= static_cast<int>(node.attributeCount)) {
+        attribute = VELIDOMAttr();
+        return E_FAIL;
+    }
+    attribute = VELIDOMAttr(DocumentOrNull(), &node.attributes[index]);
+    return S_OK;
+}
+
 VELResult VELIDOMElement::SetAttribute(const VELUnicodeString& name,
                                        const VELUnicodeString& value) const {
     DomNode* node = Node();

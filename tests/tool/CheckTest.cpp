@@ -5,7 +5,7 @@ namespace dyadctx::test {
 
 namespace {
 
-constexpr const char* Valid = R"(<Context Name="A" Parameter="/a" ParameterType="Path"/>)";
+constexpr const char* Valid = R"(<Context Name="DYADIC" Parameter="" ParameterType="Default"/>)";
 // Breaks two rules of one context.
 constexpr const char* Invalid = R"(<Context Name="B!" Parameter="" ParameterType="Path"/>)";
 
@@ -32,13 +32,13 @@ TEST_F(Check, SaysOfAValidFileThatItIs) {
 
 TEST_F(Check, TellsEveryFindingWithItsKeyThenASummary) {
     const std::string findings =
-        std::string("invalid.xml: error: ") + ForbiddenText +
-        " [Ctx.Check.CtxNameWithInvalidChar]\ninvalid.xml: error: " + EmptyParameterText +
+        std::string("invalid.xml:2:36: error: ") + ForbiddenText +
+        " [Ctx.Check.CtxNameWithInvalidChar]\ninvalid.xml:2:46: error: " + EmptyParameterText +
         " [Ctx.Check.CtxEmptyParam]\n";
     Expect({"invalid",
             {"check", "invalid.xml"},
             1,
-            findings + "1 file checked, 1 not valid, 2 findings\n",
+            findings + "1 file checked, 1 not valid, 2 errors\n",
             {},
             {}});
     Expect({"quiet", {"check", "invalid.xml", "--quiet"}, 1, findings, {}, {}});
@@ -65,16 +65,18 @@ TEST_F(Check, JsonHoldsTheMessageOfTheFactoryAndEachFinding) {
                               {"parameters", Json::array()},
                               {"severity", "error"},
                               {"text", ForbiddenText},
-                              {"context", nullptr},
-                              {"line", nullptr},
-                              {"column", nullptr}},
+                              {"context", "B!"},
+                              {"line", 2},
+                              {"column", 36},
+                              {"related", Json::array()}},
                              {{"key", "Ctx.Check.CtxEmptyParam"},
                               {"parameters", {"B!"}},
                               {"severity", "error"},
                               {"text", EmptyParameterText},
                               {"context", "B!"},
-                              {"line", nullptr},
-                              {"column", nullptr}}}}};
+                              {"line", 2},
+                              {"column", 46},
+                              {"related", Json::array()}}}}};
     EXPECT_EQ(document, expected);
     EXPECT_EQ(document.begin().key(), "schema");
 }
@@ -101,23 +103,27 @@ TEST_F(Check, SeveralFilesGiveOneDocumentAndTheGravestStatus) {
 
 TEST_F(Check, SummarisesSeveralFiles) {
     const ChildResult result = Run({"check", "valid.xml", "invalid.xml", "valid.xml"});
-    EXPECT_NE(result.standardOutput.find("3 files checked, 1 not valid, 2 findings\n"),
+    EXPECT_NE(result.standardOutput.find("3 files checked, 1 not valid, 2 errors\n"),
               std::string::npos)
         << result.standardOutput;
 }
 
-TEST_F(Check, SaysSoWhenTheLibraryGivesNoReason) {
+TEST_F(Check, GivesTheReasonWhereTheLibraryIsSilent) {
     WriteContexts("silent.xml", R"(<Context Name="A" Parameter="/a" ParameterType="Path">
         <Scenario><ScenarioID Ident="1" name="x"><Option value="y"/></ScenarioID></Scenario>
         </Context>)");
     const ChildResult result = Run({"check", "silent.xml"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_NE(result.standardOutput.find("silent.xml: error: the library gives no reason"),
-              std::string::npos);
+    EXPECT_NE(
+        result.standardOutput.find("silent.xml:3:50: error: An Option of the context \"A\" has no "
+                                   "name."),
+        std::string::npos)
+        << result.standardOutput;
     const Json document = RunForJson({"check", "silent.xml"}, 1);
     EXPECT_EQ(document["valid"], false);
     EXPECT_EQ(document["message"], "");
-    EXPECT_EQ(document["findings"], Json::array());
+    ASSERT_EQ(document["findings"].size(), 1U);
+    EXPECT_EQ(document["findings"][0]["key"], "option-without-name");
 }
 
 TEST_F(Check, AFileThatCannotBeReadIsAFindingWithAStatusOfItsOwn) {

@@ -76,7 +76,7 @@ TEST_F(List, JsonHasAllOfEachContext) {
         {"position", 3},           {"name", "Parts"},     {"parameter", "/p.lst"},
         {"parameterType", "File"}, {"label", "File"},     {"friends", Json::array()},
         {"associated", "Vault"},   {"provider", nullptr}, {"sites", Json::array()},
-        {"line", nullptr},         {"column", nullptr}};
+        {"line", 6},               {"column", 5}};
     EXPECT_EQ(document["contexts"][2], parts);
     EXPECT_EQ(document["contexts"][1]["friends"], Json({"Parts"}));
     const Json provider = {{"name", "KRL"},

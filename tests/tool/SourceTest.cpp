@@ -80,7 +80,7 @@ TEST_F(Source, AFileThatCannotBeLoadedIsToldWithEachFinding) {
             {"list", "open.xml", "--format", "json"},
             4,
             "",
-            {"open.xml: error: The file is not well-formed XML.", "[Ctx.Parse.XMLSyntaxError]",
+            {"open.xml:1:18: error: The file is not well-formed XML.", "[Ctx.Parse.XMLSyntaxError]",
              "dyadctx: error: open.xml cannot be loaded"},
             {}});
 }

@@ -22,6 +22,14 @@ protected:
     void SetUp() override { WriteContexts("site.xml", Contexts); }
 };
 
+Json WithoutPlaces(Json contexts) {
+    for (Json& context : contexts) {
+        context.erase("line");
+        context.erase("column");
+    }
+    return contexts;
+}
+
 } // namespace
 
 TEST_F(Write, WhatIsWrittenReadsBackTheSame) {
@@ -33,7 +41,7 @@ TEST_F(Write, WhatIsWrittenReadsBackTheSame) {
             {}});
     const Json before = RunForJson({"list", "site.xml", "--db-context"});
     const Json after = RunForJson({"list", "out.xml", "--db-context"});
-    EXPECT_EQ(before["contexts"], after["contexts"]);
+    EXPECT_EQ(WithoutPlaces(before["contexts"]), WithoutPlaces(after["contexts"]));
 }
 
 TEST_F(Write, WritesTheViewAskedFor) {
@@ -91,12 +99,13 @@ TEST_F(Write, TheFileItselfMayBeTheTarget) {
 
 TEST_F(Write, AFileThatCannotBeLoadedWritesNothing) {
     WriteContexts("broken.xml", R"(<Context Name="A" Parameter="" ParameterType="Path"/>)");
-    Expect({"broken",
-            {"write", "broken.xml", "-o", "out.xml"},
-            4,
-            "",
-            {"broken.xml: error: ", "[Ctx.Check.CtxEmptyParam]", "broken.xml cannot be loaded"},
-            {}});
+    Expect(
+        {"broken",
+         {"write", "broken.xml", "-o", "out.xml"},
+         4,
+         "",
+         {"broken.xml:2:45: error: ", "[Ctx.Check.CtxEmptyParam]", "broken.xml cannot be loaded"},
+         {}});
     EXPECT_FALSE(fs::exists(folder_.Path() / "out.xml"));
 }
 

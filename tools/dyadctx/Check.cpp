@@ -1,7 +1,9 @@
-// `check`: is it valid?
+// `check`: is it valid, and what else is to be said about it?
 #include "tools/dyadctx/Command.h"
+#include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/DisplayText.h"
-#include "tools/dyadctx/Source.h"
+#include "tools/dyadctx/Suggestion.h"
+#include "tools/dyadctx/report/Report.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -12,128 +14,101 @@ namespace dyadctx::tool {
 
 namespace {
 
-constexpr const char* Schema = "dyadctx/check/1";
-
-ExitStatus StatusOf(const Source& source) {
-    if (source.collector)
-        return ExitStatus::Done;
-    return source.status == ExitStatus::NotLoadable ? ExitStatus::No : source.status;
-}
-
-// How much a status matters when several files were checked.
-int WeightOf(ExitStatus status) {
-    return static_cast<int>(status);
-}
-
-Json ToJson(const Finding& finding) {
-    Json json;
-    json["key"] = finding.key;
-    json["parameters"] = finding.parameters;
-    json["severity"] = "error";
-    json["text"] = finding.text;
-    json["context"] = finding.context ? Json(*finding.context) : Json(nullptr);
-    json["line"] = nullptr;
-    json["column"] = nullptr;
-    return json;
-}
-
-void AddVerdict(Json& json, const Source& source) {
-    json["file"] = source.file.empty() ? Json(nullptr) : Json(source.file);
-    json["valid"] = source.collector != nullptr;
-    json["message"] = source.message;
-    json["findings"] = Json::array();
-    for (const Finding& finding : source.findings)
-        json["findings"].push_back(ToJson(finding));
-}
-
-Json DocumentOf(const std::vector<Source>& sources) {
-    Json document;
-    document["schema"] = Schema;
-    if (sources.size() == 1) {
-        AddVerdict(document, sources.front());
-        return document;
-    }
-    document["files"] = Json::array();
-    for (const Source& source : sources) {
-        Json json;
-        AddVerdict(json, source);
-        document["files"].push_back(json);
-    }
-    return document;
-}
-
-std::string Counted(std::size_t count, const std::string& noun) {
-    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
-
 class Check final : public Command {
 public:
     const char* Name() const override { return "check"; }
     const char* Summary() const override { return "Tell whether context files are valid"; }
-    const char* Synopsis() const override { return "[FILE]... [--format text|json]"; }
+    const char* Synopsis() const override {
+        return "[FILE]... [--deep] [--off ID]... [--fail-on error|warning|note]\n"
+               "                      [--format text|json|sarif|github]";
+    }
     void Declare(CLI::App& arguments) override;
     ExitStatus Run(Output& output) override;
 
 private:
-    void WriteFindings(const Source& source, Output& output) const;
-    void WriteSummary(const std::vector<Source>& sources, Output& output) const;
+    CheckedFile CheckOne(const std::optional<std::string>& file) const;
+    ExitStatus StatusOf(const CheckedFile& file) const;
+    void RefuseUnknownKinds() const;
 
     std::vector<std::string> files_;
+    std::vector<std::string> off_;
+    std::string failOn_ = "error";
     std::string format_ = "text";
+    bool deep_ = false;
 };
 
 void Check::Declare(CLI::App& arguments) {
     arguments.add_option("FILE", files_,
                          "The context files; without any, the one CreateCollector chooses");
-    DeclareFormat(arguments, format_, {"text", "json"});
+    arguments.add_flag("--deep", deep_, "Look also for the paths and files that contexts name");
+    arguments
+        .add_option("--off", off_,
+                    "Leave out the warnings or notes with this id; it stands in brackets behind "
+                    "each (repeatable)")
+        ->type_name("ID")
+        ->allow_extra_args(false);
+    arguments
+        .add_option("--fail-on", failOn_,
+                    "From which severity on the answer is no; a file with "
+                    "warnings is valid all the same")
+        ->check(CLI::IsMember(std::vector<std::string>{"error", "warning", "note"}))
+        ->capture_default_str();
+    DeclareFormat(arguments, format_, {"text", "json", "sarif", "github"});
+}
+
+// An error cannot be left out: the file would be not valid for no reason.
+void Check::RefuseUnknownKinds() const {
+    std::vector<std::string> known;
+    for (const FindingKind& kind : FindingKinds()) {
+        if (kind.severity != Severity::Error)
+            known.push_back(kind.id);
+    }
+    for (const std::string& id : off_) {
+        if (std::find(known.begin(), known.end(), id) == known.end())
+            throw Failure(ExitStatus::Usage, "there is no warning or note '" + Visible(id) + "'" +
+                                                 DidYouMean(id, known));
+    }
+}
+
+CheckedFile Check::CheckOne(const std::optional<std::string>& file) const {
+    CheckedFile checked{LoadSource(file), {}};
+    checked.findings = Diagnose(checked.source, {deep_, off_});
+    return checked;
+}
+
+ExitStatus Check::StatusOf(const CheckedFile& file) const {
+    const Source& source = file.source;
+    if (!source.collector)
+        return source.status == ExitStatus::NotLoadable ? ExitStatus::No : source.status;
+    const bool hasWarning = CountOf(file, Severity::Warning) > 0;
+    const bool hasNote = CountOf(file, Severity::Note) > 0;
+    const bool fails = (failOn_ != "error" && hasWarning) || (failOn_ == "note" && hasNote);
+    return fails ? ExitStatus::No : ExitStatus::Done;
 }
 
 ExitStatus Check::Run(Output& output) {
-    std::vector<Source> sources;
+    RefuseUnknownKinds();
+    std::vector<CheckedFile> files;
     for (const std::string& file : files_)
-        sources.push_back(LoadSource(file));
+        files.push_back(CheckOne(file));
     if (files_.empty())
-        sources.push_back(LoadSource(std::nullopt));
-    if (format_ == "json") {
-        output.WriteJson(DocumentOf(sources));
-    } else {
-        for (const Source& source : sources)
-            WriteFindings(source, output);
-        WriteSummary(sources, output);
+        files.push_back(CheckOne(std::nullopt));
+    for (Finding& finding : VariablesWithoutEffect(!files_.empty())) {
+        if (std::find(off_.begin(), off_.end(), finding.key) == off_.end())
+            files.front().findings.push_back(std::move(finding));
     }
     ExitStatus worst = ExitStatus::Done;
-    for (const Source& source : sources)
-        worst = std::max(worst, StatusOf(source),
-                         [](ExitStatus a, ExitStatus b) { return WeightOf(a) < WeightOf(b); });
+    for (const CheckedFile& file : files)
+        worst = std::max(worst, StatusOf(file));
+    if (format_ == "json")
+        output.WriteJson(JsonReport(files));
+    else if (format_ == "sarif")
+        output.WriteJson(SarifReport(files, worst));
+    else if (format_ == "github")
+        output.Write(GithubReport(files));
+    else
+        WriteTextReport(files, output);
     return worst;
-}
-
-void Check::WriteFindings(const Source& source, Output& output) const {
-    const std::string severity = output.Painted(Paint::Bad, "error");
-    for (const Finding& finding : source.findings)
-        output.Write(FindingLine(source.file, severity, finding) + "\n");
-    if (source.collector == nullptr && source.findings.empty())
-        output.Write(Visible(source.file) + ": " + severity + ": " + ReasonOfSilentFailure(source) +
-                     "\n");
-}
-
-void Check::WriteSummary(const std::vector<Source>& sources, Output& output) const {
-    if (output.IsQuiet())
-        return;
-    std::size_t findings = 0;
-    std::size_t invalid = 0;
-    for (const Source& source : sources) {
-        findings += source.findings.size();
-        invalid += source.collector ? 0U : 1U;
-        if (source.collector)
-            output.Write(
-                Visible(source.file) + ": " + output.Painted(Paint::Good, "valid") + ", " +
-                Counted(static_cast<std::size_t>(source.collector->GetAllNbCtxs()), "context") +
-                "\n");
-    }
-    if (sources.size() > 1 || invalid > 0)
-        output.Write(Counted(sources.size(), "file") + " checked, " + std::to_string(invalid) +
-                     " not valid, " + Counted(findings, "finding") + "\n");
 }
 
 } // namespace

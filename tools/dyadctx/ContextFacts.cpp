@@ -72,13 +72,17 @@ ContextFacts FactsOf(VELDyadContext& context, int position) {
 
 } // namespace
 
-std::vector<ContextFacts> FactsOfView(VELDyadCtxCollector& collector) {
+std::vector<ContextFacts> FactsOfView(VELDyadCtxCollector& collector, const ContextPlaces& places) {
     std::vector<ContextFacts> facts;
     const int count = collector.GetNbCtxs();
     for (int i = 1; i <= count; ++i) {
         VELDyadContext* context = nullptr;
-        if (collector.GetCtxAtIndex(i, context) >= 0 && context != nullptr)
-            facts.push_back(FactsOf(*context, i));
+        if (collector.GetCtxAtIndex(i, context) < 0 || context == nullptr)
+            continue;
+        facts.push_back(FactsOf(*context, i));
+        const auto place = places.find(context);
+        if (place != places.end())
+            facts.back().place = place->second;
     }
     return facts;
 }
@@ -106,6 +110,10 @@ Json ToJson(const std::optional<ProviderFacts>& provider) {
     return {{"name", provider->name}, {"serverDetails", details}};
 }
 
+Json NumberOrNull(int number) {
+    return number > 0 ? Json(number) : Json(nullptr);
+}
+
 Json ToJson(const ContextFacts& context) {
     Json json;
     json["position"] = context.position;
@@ -119,8 +127,8 @@ Json ToJson(const ContextFacts& context) {
     json["sites"] = Json::array();
     for (const SiteFacts& site : context.sites)
         json["sites"].push_back(site.site);
-    json["line"] = nullptr;
-    json["column"] = nullptr;
+    json["line"] = NumberOrNull(context.place.line);
+    json["column"] = NumberOrNull(context.place.column);
     return json;
 }
 

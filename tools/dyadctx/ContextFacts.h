@@ -2,10 +2,12 @@
 #pragma once
 
 #include "collector/VELDyadCtxCollector.h"
+#include "tools/dyadctx/FindingRecorder.h"
 #include "tools/dyadctx/Output.h"
 
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -34,7 +36,10 @@ struct ContextFacts {
     std::optional<std::string> associated;
     std::optional<ProviderFacts> provider;
     std::vector<SiteFacts> sites;
+    FilePlace place;
 };
+
+using ContextPlaces = std::unordered_map<const VELDyadContext*, FilePlace>;
 
 struct ScenarioFacts {
     std::string channel;
@@ -46,11 +51,14 @@ struct ScenarioFacts {
     auto operator<=>(const ScenarioFacts&) const = default;
 };
 
-// The contexts of the current view, in its order.
-std::vector<ContextFacts> FactsOfView(VELDyadCtxCollector& collector);
+// The contexts of the current view, in its order; with their places where these are given.
+std::vector<ContextFacts> FactsOfView(VELDyadCtxCollector& collector,
+                                      const ContextPlaces& places = {});
 // Every row, in the order of the file.
 std::vector<ScenarioFacts> FactsOfScenarios(const VELDyadCtxCollector& collector);
 
+// A line or column, null where there is none.
+Json NumberOrNull(int number);
 Json ToJson(const ContextFacts& context);
 Json ToJson(const std::optional<ProviderFacts>& provider);
 Json ToJson(const ScenarioFacts& scenario);

@@ -66,10 +66,31 @@ bool IsAboutFileChoice(const Finding& finding) {
     return finding.key == FileNotSet || finding.key == FileNotValid;
 }
 
+const char* NameOf(Severity severity) {
+    switch (severity) {
+    case Severity::Error:
+        return "error";
+    case Severity::Warning:
+        return "warning";
+    case Severity::Note:
+        break;
+    }
+    return "note";
+}
+
+std::string PlacePrefix(const std::string& file, const FilePlace& place) {
+    if (file.empty())
+        return "";
+    std::string prefix = Visible(file) + ":";
+    if (place.line > 0)
+        prefix += std::to_string(place.line) + ":" + std::to_string(place.column) + ":";
+    return prefix + " ";
+}
+
 std::string FindingLine(const std::string& file, const std::string& severity,
                         const Finding& finding) {
-    const std::string place = file.empty() ? "" : Visible(file) + ": ";
-    return place + severity + ": " + Visible(finding.text) + " [" + finding.key + "]";
+    return PlacePrefix(file, finding.place) + severity + ": " + Visible(finding.text) + " [" +
+           finding.key + "]";
 }
 
 } // namespace dyadctx::tool

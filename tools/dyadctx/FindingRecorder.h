@@ -9,13 +9,34 @@
 
 namespace dyadctx::tool {
 
+enum class Severity { Error, Warning, Note };
+
+// Line and column of a file from 1; 0 where there is none.
+struct FilePlace {
+    int line = 0;
+    int column = 0;
+};
+
+// The other party of a finding, in the same file.
+struct Related {
+    std::string text;
+    FilePlace place;
+};
+
 struct Finding {
+    // The key of a message of the library, or the id of another kind of finding.
     std::string key;
     std::vector<std::string> parameters;
     std::string text;
-    // The context the message is about, where the message names one.
+    // The context it is about, where there is one.
     std::optional<std::string> context;
+    Severity severity = Severity::Error;
+    FilePlace place;
+    std::vector<Related> related;
 };
+
+// "error", "warning" or "note".
+const char* NameOf(Severity severity);
 
 // From construction to destruction notes the messages of the library's own catalog, in order. The
 // headings of a failed creation and the labels of parameter types are no findings.
@@ -39,7 +60,10 @@ private:
 // Whether the message says that no file was chosen or that the chosen one cannot be read.
 bool IsAboutFileChoice(const Finding& finding);
 
-// "FILE: error: TEXT [KEY]" with the text on one line.
+// "FILE:LINE:COLUMN: ", without what is not known.
+std::string PlacePrefix(const std::string& file, const FilePlace& place);
+
+// "FILE:LINE:COLUMN: error: TEXT [KEY]" with the text on one line.
 std::string FindingLine(const std::string& file, const std::string& severity,
                         const Finding& finding);
 

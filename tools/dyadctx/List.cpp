@@ -1,6 +1,7 @@
 // `list`: the contexts of a file.
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/ContextFacts.h"
+#include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Source.h"
 
@@ -67,8 +68,9 @@ void List::Declare(CLI::App& arguments) {
 
 ExitStatus List::Run(Output& output) {
     const Source source = LoadSourceOrFail(file_, output);
+    const ContextPlaces places = format_ == "json" ? PlacesOfContexts(source) : ContextPlaces();
     SelectView(*source.collector, view_, output);
-    const std::vector<ContextFacts> contexts = FactsOfView(*source.collector);
+    const std::vector<ContextFacts> contexts = FactsOfView(*source.collector, places);
     if (format_ == "json") {
         output.WriteJson(DocumentOf(source, contexts));
     } else if (format_ == "names") {

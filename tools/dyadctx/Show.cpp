@@ -1,6 +1,7 @@
 // `show`: one context in full.
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/ContextFacts.h"
+#include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Source.h"
 #include "tools/dyadctx/Suggestion.h"
@@ -47,8 +48,8 @@ Failure NoSuchContext(const std::string& name, const Source& source,
     return Failure(ExitStatus::NotFound, text);
 }
 
-Portrait PortraitOf(const std::string& name, const Source& source) {
-    const std::vector<ContextFacts> contexts = FactsOfView(*source.collector);
+Portrait PortraitOf(const std::string& name, const Source& source, const ContextPlaces& places) {
+    const std::vector<ContextFacts> contexts = FactsOfView(*source.collector, places);
     const auto found = std::find_if(contexts.begin(), contexts.end(),
                                     [&](const ContextFacts& one) { return one.name == name; });
     if (found == contexts.end())
@@ -107,7 +108,8 @@ void Show::Declare(CLI::App& arguments) {
 
 ExitStatus Show::Run(Output& output) {
     const Source source = LoadSourceOrFail(file_, output);
-    const Portrait portrait = PortraitOf(name_, source);
+    const ContextPlaces places = format_ == "json" ? PlacesOfContexts(source) : ContextPlaces();
+    const Portrait portrait = PortraitOf(name_, source, places);
     if (format_ == "json")
         output.WriteJson(DocumentOf(source, portrait));
     else

@@ -3,6 +3,7 @@
 #include "platform/VELDbContextEnvironment.h"
 #include "platform/VELEnvironment.h"
 #include "tools/dyadctx/Candidates.h"
+#include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/SystemServices.h"
 
@@ -14,11 +15,6 @@ namespace {
 
 constexpr const char* ChannelVariable = "ExchangeChannel";
 constexpr const char* OutputVariable = "VELDyadCtxOut";
-
-// The library takes no path without a folder.
-std::string WithFolder(const std::string& file) {
-    return file.find_first_of("/\\") == std::string::npos ? "./" + file : file;
-}
 
 std::unique_ptr<VELDyadCtxCollector> ReadFile(const std::string& file, VELUnicodeString& message) {
     SetEnvironment(ChannelVariable, WithFolder(file));
@@ -46,6 +42,7 @@ ExitStatus StatusOfFailure(const Source& source, bool named) {
 Source LoadNamed(const std::string& file) {
     Source source;
     source.file = file;
+    source.path = WithFolder(file);
     FindingRecorder recorder;
     VELUnicodeString message;
     source.collector = ReadFile(file, message);
@@ -70,6 +67,7 @@ Source LoadChosen() {
         source.file = choice.file.value_or("");
         source.isDefault = choice.isDefault;
     }
+    source.path = source.file;
     return source;
 }
 
@@ -96,7 +94,27 @@ std::string FailureText(const Source& source) {
     }
 }
 
+// What the library said, and where in the file it belongs.
+std::vector<Finding> WithPlaces(const Source& source) {
+    std::vector<Finding> findings = source.findings;
+    if (source.path.empty())
+        return findings;
+    const std::vector<Finding> placed = DiagnoseFile(source.path, {});
+    for (Finding& finding : findings) {
+        const auto same = std::find_if(placed.begin(), placed.end(), [&](const Finding& one) {
+            return one.key == finding.key && one.parameters == finding.parameters;
+        });
+        if (same != placed.end())
+            finding = *same;
+    }
+    return findings;
+}
+
 } // namespace
+
+std::string WithFolder(const std::string& file) {
+    return file.find_first_of("/\\") == std::string::npos ? "./" + file : file;
+}
 
 Source LoadSource(const std::optional<std::string>& file) {
     if (file && file->empty())
@@ -111,7 +129,7 @@ Source LoadSourceOrFail(const std::optional<std::string>& file, Output& output) 
     Source source = LoadSource(file);
     if (source.collector)
         return source;
-    for (const Finding& finding : source.findings)
+    for (const Finding& finding : WithPlaces(source))
         output.Remark(FindingLine(source.file, "error", finding));
     throw Failure(source.status, FailureText(source));
 }

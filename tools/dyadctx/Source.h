@@ -18,6 +18,8 @@ struct Source {
     std::unique_ptr<VELDyadCtxCollector> collector;
     // The file as the user wrote it, or as the library chose it; empty when there is none.
     std::string file;
+    // The same as the library was given it.
+    std::string path;
     bool isDefault = false;
     // What the factory answered, word by word.
     std::string message;
@@ -32,6 +34,9 @@ Source LoadSource(const std::optional<std::string>& file);
 // The same for a command that has no answer without contexts: tells the findings on standard error
 // and throws a Failure.
 Source LoadSourceOrFail(const std::optional<std::string>& file, Output& output);
+
+// The path that names the same file and has a folder, as the library wants it.
+std::string WithFolder(const std::string& file);
 
 // What to say about a failed source that left no message.
 std::string ReasonOfSilentFailure(const Source& source);

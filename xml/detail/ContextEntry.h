@@ -22,11 +22,15 @@ public:
     VELResult AddContext(const VELIDOMElement& element, ContextLevels levels, bool associated);
 
 private:
-    VELResult FindOwner(ContextLevels levels, VELDyadContext*& owner);
-    VELResult AddDatabaseContext(std::unique_ptr<VELDyadContext> context, VELDyadContext* owner,
+    VELResult FindOwner(const VELIDOMElement& element, ContextLevels levels,
+                        VELDyadContext*& owner);
+    bool MayStandIn(const VELDyadContext* owner) const noexcept;
+    VELResult AddDatabaseContext(const VELIDOMElement& element,
+                                 std::unique_ptr<VELDyadContext> context, VELDyadContext* owner,
                                  bool associated);
     VELResult SetProvider(VELDyadContext& context, VELIDyadDbProvider_var& provider) const;
-    VELResult EnterDatabaseContext(std::unique_ptr<VELDyadContext> context, VELDyadContext* owner);
+    VELResult EnterDatabaseContext(const VELIDOMElement& element,
+                                   std::unique_ptr<VELDyadContext> context, VELDyadContext* owner);
     VELResult Enter(std::unique_ptr<VELDyadContext> context, VELDyadContext* owner, int associated);
     void FileSite(const VELIDyadDbProvider_var& provider);
 

@@ -3,7 +3,8 @@
 // The walk is a pass over the children of one element, and below each Context further passes for
 // its associated contexts and its friends. A Context is visited once per pass that meets it. Passes
 // under way stand on a stack of their own, so nesting costs no stack of the thread. The first
-// failure ends the walk; each pass around it adds its line to the trace.
+// failure ends the walk, unless somebody wants to know every fault; each pass around it adds its
+// line to the trace.
 #pragma once
 
 #include "platform/VELIXMLDOM.h"
@@ -49,8 +50,9 @@ private:
 
     VELResult Begin(const VELIDOMElement& parent, const VELUnicodeString& tag,
                     ContextLevels levels);
-    VELResult EndWithoutNodes(const VELUnicodeString& tag, ContextLevels levels);
-    void LogNotFound(const VELUnicodeString& tag);
+    VELResult EndWithoutNodes(const VELIDOMElement& parent, const VELUnicodeString& tag,
+                              ContextLevels levels);
+    void LogNotFound(const VELIDOMElement& parent, const VELUnicodeString& tag);
     VELResult Advance(VELResult childResult);
     VELResult ReadNode();
     VELResult ReadContext();
@@ -61,7 +63,7 @@ private:
     VELResult GoToNextNode();
     VELResult End();
     VELResult FailAfter(Step step);
-    VELResult Reject(const char* key);
+    VELResult Reject(const char* key, const VELIDOMNode& where);
     VELResult Abandon();
     void RememberFault(const VELIDOMNode& node);
 

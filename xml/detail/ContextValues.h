@@ -5,6 +5,7 @@
 #include "platform/VELListVal.h"
 #include "platform/VELResult.h"
 #include "platform/VELUnicodeString.h"
+#include "xml/detail/ReadState.h"
 
 namespace dyadctx {
 
@@ -13,6 +14,14 @@ namespace dyadctx {
 struct ContextLevels {
     int friendLevel = 0;
     int associatedLevel = 0;
+};
+
+// What an element lacks of what it needs.
+enum MissingValue : unsigned int {
+    MissingName = 1,
+    MissingParameter = 2,
+    MissingParameterType = 4,
+    MissingConnector = 8
 };
 
 struct ContextValues {
@@ -24,14 +33,18 @@ struct ContextValues {
     VELListValVELUnicodeString detailKeys;
     VELListValVELUnicodeString detailValues;
 
+    // A sum of MissingValue.
+    unsigned int missing = 0;
+
     // Makes it ready for the next element; storage of the lists is kept.
     void Clear();
 };
 
 // Reads the attributes into `values`, which is empty. E_FAIL, and a message, for the first required
-// attribute that is missing; `ownerName` is the context a friend or associated context belongs to.
+// attribute that is missing; where reading goes on behind a fault, a message for each. `ownerName`
+// is the context a friend or associated context belongs to.
 VELResult GetXMLValuesContext(const VELIDOMElement& element, ContextLevels levels,
-                              const VELUnicodeString& ownerName, VELUnicodeString& message,
+                              const VELUnicodeString& ownerName, const ReadState& state,
                               ContextValues& values);
 
 } // namespace dyadctx

@@ -5,6 +5,7 @@
 #include "platform/VELResult.h"
 #include "platform/VELUnicodeString.h"
 #include "xml/detail/ContextValues.h"
+#include "xml/detail/ReadState.h"
 
 namespace dyadctx {
 
@@ -13,7 +14,7 @@ namespace dyadctx {
 // nodes and success.
 VELResult GetNodeListByTagName(const VELIDOMElement& parent, const VELUnicodeString& tag,
                                ContextLevels levels, VELIDOMNodeList& nodes, int& count,
-                               VELUnicodeString& message);
+                               const ReadState& state);
 
 // Which walks below a Context element have something to read.
 struct WalksBelow {

@@ -5,6 +5,7 @@
 #include "platform/VELIXMLDOM.h"
 #include "platform/VELUnicodeString.h"
 #include "xml/detail/ContextPlaces.h"
+#include "xml/detail/ReadObserver.h"
 
 namespace dyadctx {
 
@@ -14,11 +15,21 @@ struct ReadState {
     VELUnicodeString& message;
     // Null unless somebody asked for places.
     ContextPlaces* places;
+    // Null unless somebody wants to know every fault.
+    ReadObserver* observer = nullptr;
+
+    // Whether reading goes on behind a fault.
+    bool GoesOn() const noexcept { return observer != nullptr; }
 };
 
-// Adds a message and a line feed to `message`, and traces the whole text in the name of `method`.
-void LogReaderError(const char* method, const char* key, VELUnicodeString& message,
-                    const VELUnicodeString* parameters = nullptr, int count = 0);
+// Whether the texts so far stand in the trace line of a message.
+enum class LogText { Whole, Alone };
+
+// Adds a message and a line feed to the caller's text and traces that in the name of `method`; an
+// observer is told instead. `where` is the element at fault and may be null.
+void LogReaderError(const ReadState& state, const char* method, const char* key,
+                    const VELIDOMNode& where, const VELUnicodeString* parameters = nullptr,
+                    int count = 0, LogText text = LogText::Whole);
 
 // The attribute's value. A missing attribute gives false, and `value` stays as it was. Throws
 // std::bad_alloc.

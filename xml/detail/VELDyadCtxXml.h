@@ -13,13 +13,15 @@
 
 namespace dyadctx {
 struct ContextPlaces;
-}
+class ReadObserver;
+} // namespace dyadctx
 
 class VELDyadCtxXml {
 public:
-    // With `places`, reading also fills in where in the file its contexts and its fault stand.
-    explicit VELDyadCtxXml(VELDyadCtxCollector* collector,
-                           dyadctx::ContextPlaces* places = nullptr) noexcept;
+    // With `places`, reading also fills in where in the file its contexts and its fault stand. With
+    // `observer`, reading goes on behind faults and tells the observer of each.
+    explicit VELDyadCtxXml(VELDyadCtxCollector* collector, dyadctx::ContextPlaces* places = nullptr,
+                           dyadctx::ReadObserver* observer = nullptr) noexcept;
     ~VELDyadCtxXml();
     VELDyadCtxXml(const VELDyadCtxXml&) = delete;
     VELDyadCtxXml& operator=(const VELDyadCtxXml&) = delete;
@@ -39,4 +41,5 @@ public:
 private:
     VELDyadCtxCollector* collector_;
     dyadctx::ContextPlaces* places_;
+    dyadctx::ReadObserver* observer_;
 };

@@ -1,0 +1,136 @@
+"""Every JSON document of the tool is as its schema says.
+
+Usage: json_documents_test.py TOOL SOURCE_DIR
+"""
+
+import copy
+import json
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+from json_schema import Checker
+
+SOURCE = Path(sys.argv.pop())
+TOOL = sys.argv.pop()
+SCHEMAS = SOURCE / "resources" / "schema"
+VARIABLES = ("VELDyadCtxInit", "VELInstallPath", "VELDyadCtxOut", "VELDbContextEnvironment",
+             "TE_MULTISITE_DBCONTEXT", "VELMessageLanguage")
+
+
+def load_schema(command):
+    return json.loads((SCHEMAS / f"dyadctx-{command}.schema.json").read_text(encoding="utf-8"))
+
+
+class Documents(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.addCleanup(self.folder.cleanup)
+        settings = Path(self.folder.name) / "settings"
+        self.environment = {name: value for name, value in os.environ.items()
+                            if name not in VARIABLES}
+        self.environment.update(VELSettingPath=str(settings), TE_MULTISITE_DBCONTEXT="1",
+                                VELDbContextEnvironment="1")
+
+    def run_tool(self, *arguments):
+        run = subprocess.run([TOOL, *arguments, "--format", "json"], capture_output=True, text=True,
+                             env=self.environment, check=False)
+        self.assertNotEqual(run.stdout, "", run.stderr)
+        return json.loads(run.stdout)
+
+    def check(self, *arguments):
+        """Gives the document, which must fit the schema of its command."""
+        document = self.run_tool(*arguments)
+        self.assertEqual(Checker(load_schema(arguments[0])).faults(document), [], arguments)
+        return document
+
+    def example(self, name):
+        return str(SOURCE / "examples" / name)
+
+    def test_check(self):
+        self.check("check", self.example("site.xml"))
+        self.check("check", "/nowhere/none.xml")
+        self.check("check")
+        broken = sorted(map(str, (SOURCE / "examples" / "broken").glob("*.xml")))
+        self.assertGreater(len(broken), 5)
+        document = self.check("check", *broken)
+        related = [finding for file in document["files"] for finding in file["findings"]
+                   if finding["related"]]
+        self.assertNotEqual(related, [])
+
+    def test_list_and_show(self):
+        document = self.check("list", self.example("site.xml"))
+        self.assertTrue(any(context["provider"] for context in document["contexts"]))
+        for context in document["contexts"]:
+            self.assertIsInstance(context["line"], int)
+            self.check("show", context["name"], self.example("site.xml"))
+
+    def test_which(self):
+        self.check("which")
+        for value in ("0", "x", self.example("site.xml"), "none.xml"):
+            self.environment["VELDyadCtxInit"] = value
+            self.environment["VELInstallPath"] = "/nowhere;/neither"
+            self.check("which")
+
+    def test_scenarios(self):
+        file = self.example("site.xml")
+        row = self.check("scenarios", file)["scenarios"][0]
+        self.check("scenarios", file, "--id", row["scenario"])
+        self.check("scenarios", file, "--id", row["scenario"], "--channel", row["channel"])
+        options = self.check("scenarios", file, "--channel", row["channel"], "--profile",
+                             row["profile"])
+        self.assertIn("options", options)
+
+    def test_diff(self):
+        other = Path(self.folder.name) / "other.xml"
+        text = Path(self.example("site.xml")).read_text(encoding="utf-8")
+        for old, new in (('Name="Library"', 'Name="Books"'), ("/work/", "/w/"), ("4711", "4712"),
+                         ('Name="Vault"', 'Name="Store"')):
+            text = text.replace(old, new)
+        other.write_text(text, encoding="utf-8")
+        document = self.check("diff", self.example("site.xml"), str(other))
+        self.assertTrue(document["changed"])
+        kinds = {change["what"] for context in document["changed"] for change in context["changes"]}
+        self.assertLessEqual({"parameter", "friends", "associated"}, kinds)
+        self.check("diff", str(other), str(other))
+
+    def test_settings(self):
+        subprocess.run([TOOL, "settings", "set", "DYAD_Ctx_XmlFile", "a.xml"], check=True,
+                       env=self.environment)
+        self.check("settings", "path")
+        self.check("settings", "get")
+        self.check("settings", "get", "DYAD_Ctx_XmlFile")
+
+
+class Schemas(unittest.TestCase):
+    def test_a_document_that_lacks_or_adds_something_does_not_fit(self):
+        document = {"schema": "dyadctx/check/1", "file": "a.xml", "valid": False, "message": "m",
+                    "findings": [{"key": "k", "parameters": ["p"], "severity": "error", "text": "t",
+                                  "context": None, "line": 1, "column": None, "related": []}]}
+        checker = Checker(load_schema("check"))
+        self.assertEqual(checker.faults(document), [])
+        for name in document:
+            self.assertNotEqual(checker.faults({**document, name: 7}), [], name)
+            without = {key: value for key, value in document.items() if key != name}
+            self.assertNotEqual(checker.faults(without), [], name)
+        for name in document["findings"][0]:
+            wrong = copy.deepcopy(document)
+            wrong["findings"][0][name] = {}
+            self.assertNotEqual(checker.faults(wrong), [], name)
+        self.assertNotEqual(checker.faults({**document, "more": 1}), [])
+
+    def test_every_schema_describes_all_it_names(self):
+        files = sorted(SCHEMAS.glob("*.schema.json"))
+        self.assertGreaterEqual(len(files), 7)
+        for file in files:
+            with self.subTest(file.name):
+                schema = json.loads(file.read_text(encoding="utf-8"))
+                self.assertEqual(schema["$id"], file.name)
+                self.assertNotEqual(Checker(schema).faults(None), [])
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,264 @@
+// Every fault of a file in one run, each at its place.
+#include "collector/detail/CollectorAccess.h"
+#include "support/ContextFile.h"
+#include "support/TemporaryFolder.h"
+#include "xml/FileCheckSupport.h"
+
+#include <gtest/gtest.h>
+
+namespace dyadctx::test {
+
+namespace {
+
+using Lines = std::vector<std::string>;
+using enum VELDyadCtxSeverity;
+
+Lines ErrorsOf(std::string_view contexts) {
+    return PlacesOf(*CheckLines(contexts), Error);
+}
+
+} // namespace
+
+TEST(FileCheck, FindsNothingInAFileThatIsRight) {
+    const auto check = CheckLines(R"(<Context Name="A" Parameter="/a" ParameterType="Path">
+<CtxFriends><Context Name="DYADIC"/></CtxFriends></Context>
+<Context Name="DYADIC" Parameter="" ParameterType="Default"/>)");
+    EXPECT_EQ(PlacesOf(*check), Lines());
+    EXPECT_EQ(ViewOf(*check->GetCollector()), Lines({"A", "DYADIC"}));
+}
+
+TEST(FileCheck, RunAnswersWhetherAFactoryTakesTheFile) {
+    const TemporaryFolder folder;
+    const std::string file = folder.Write("file.xml", DocumentWith(R"(<Context Name="A"/>)"));
+    VELDyadCtxFileCheck check;
+    EXPECT_EQ(check.GetCollector(), nullptr);
+    EXPECT_EQ(check.Run(file.c_str()), S_FALSE);
+    EXPECT_EQ(check.GetNbFindings(Error), 2);
+    folder.Write("file.xml",
+                 DocumentWith(R"(<Context Name="A" Parameter="a" ParameterType="Path"/>)"));
+    EXPECT_EQ(check.Run(file.c_str()), S_OK);
+    EXPECT_EQ(check.GetNbFindings(Error), 0);
+}
+
+TEST(FileCheck, AFileThatCannotBeReadIsTheOnlyFinding) {
+    VELDyadCtxFileCheck check;
+    EXPECT_EQ(check.Run("/nowhere/file.xml"), S_FALSE);
+    EXPECT_EQ(PlacesOf(check), Lines({"0:0 Ctx.Collector.XMLFileNotValid"}));
+    EXPECT_EQ(Text(check.GetFindingAt(1).parameters[1]), "/nowhere/file.xml");
+    ASSERT_NE(check.GetCollector(), nullptr);
+    EXPECT_EQ(check.GetCollector()->GetNbCtxs(), 0);
+}
+
+TEST(FileCheck, ASyntaxErrorHasThePlaceAndTheReasonOfTheParser) {
+    const auto check = CheckText("<DyAdDescription>\n  <CtxData>\n  </Ctxdata>\n");
+    EXPECT_EQ(PlacesOf(*check), Lines({"3:5 Ctx.Parse.XMLSyntaxError"}));
+    EXPECT_EQ(RelatedOf(*check, "Ctx.Parse.XMLSyntaxError"),
+              Lines({"3:5 this end tag does not belong to the element that is open"}));
+}
+
+TEST(FileCheck, AWrongRootEndsTheCheck) {
+    const auto check = CheckText("<!-- -->\n<dyaddescription/>");
+    EXPECT_EQ(PlacesOf(*check), Lines({"2:1 Ctx.Parse.NotAValidTag"}));
+    EXPECT_FALSE(check->GetFindingAt(1).hasContext);
+}
+
+TEST(FileCheck, TheDataElementMustBeThereOnceAndHoldSomething) {
+    const auto none = CheckText("<DyAdDescription>\n <Other/></DyAdDescription>");
+    EXPECT_EQ(PlacesOf(*none), Lines({"1:1 Ctx.Parse.TagNotFound"}));
+    const auto two = CheckText("<DyAdDescription>\n <CtxData> </CtxData>\n <CtxData> </CtxData>"
+                               "</DyAdDescription>");
+    EXPECT_EQ(PlacesOf(*two), Lines({"3:2 Ctx.Parse.TagNotFound"}));
+    EXPECT_EQ(RelatedOf(*two, "Ctx.Parse.TagNotFound"), Lines({"2:2 the first one is here"}));
+    const auto empty = CheckText("<DyAdDescription>\n <CtxData/></DyAdDescription>");
+    EXPECT_EQ(PlacesOf(*empty), Lines({"2:2 Ctx.Parse.TagNotFound"}));
+    EXPECT_EQ(RelatedOf(*empty, "Ctx.Parse.TagNotFound"), Lines({"2:2 there is nothing in it"}));
+    EXPECT_EQ(ErrorsOf(" "), Lines({"2:1 Ctx.Check.NoCtxDefined"}));
+}
+
+TEST(FileCheck, AMissingAttributeHidesNoOtherFault) {
+    EXPECT_EQ(ErrorsOf(R"(<Context Parameter="a" ParameterType="Path"/>
+<Context Name="A"/>
+<Context Name="B!" Parameter="b" ParameterType="Pfad"/>)"),
+              Lines({"3:1 Ctx.Parse.CtxNoName", "4:1 Ctx.Parse.CtxNoParam",
+                     "4:1 Ctx.Parse.CtxNoParamType", "5:10 Ctx.Check.CtxNameWithInvalidChar",
+                     "5:34 Ctx.Check.CtxUnknownParamType"}));
+}
+
+TEST(FileCheck, AContextThatLacksAnAttributeIsKnownToItsFriends) {
+    EXPECT_EQ(ErrorsOf(R"(<Context Name="A"><CtxFriends><Context Name="B"/></CtxFriends></Context>
+<Context Name="B" Parameter="b"/>)"),
+              Lines({"3:1 Ctx.Parse.CtxNoParam", "3:1 Ctx.Parse.CtxNoParamType",
+                     "4:1 Ctx.Parse.CtxNoParamType"}));
+}
+
+TEST(FileCheck, TwoContextsWithoutNameAreNoNamesakes) {
+    EXPECT_EQ(ErrorsOf(R"(<Context Name="" Parameter="a" ParameterType="Path"/>
+<Context Parameter="a" ParameterType="Path"/>
+<Context Parameter="b" ParameterType="Path"/>)"),
+              Lines({"3:10 Ctx.Check.CtxEmptyName", "4:1 Ctx.Parse.CtxNoName",
+                     "5:1 Ctx.Parse.CtxNoName"}));
+}
+
+TEST(FileCheck, UnknownFriendsHideNoBrokenName) {
+    EXPECT_EQ(ErrorsOf(R"(<Context Name="A!" Parameter="a" ParameterType="Path"><CtxFriends>
+<Context Name="X"/>
+<Context Name="Y"/>
+</CtxFriends></Context>
+<Context Name="B!" Parameter="b" ParameterType="Path"/>)"),
+              Lines({"3:10 Ctx.Check.CtxNameWithInvalidChar",
+                     "4:10 Ctx.SetFriendsAndAssociated.CtxFriendNoMatchingCtx",
+                     "5:10 Ctx.SetFriendsAndAssociated.CtxFriendNoMatchingCtx",
+                     "7:10 Ctx.Check.CtxNameWithInvalidChar"}));
+}
+
+TEST(FileCheck, AnUnknownFriendStaysAPlaceholderWithAPlace) {
+    const TemporaryFolder folder;
+    const std::string file =
+        folder.Write("file.xml", "<DyAdDescription><CtxData>\n"
+                                 "<Context Name='\xC3\x84' Parameter='a' ParameterType='Path'>"
+                                 "<CtxFriends>\xC3\x84 <Context Name='X'/></CtxFriends></Context>\n"
+                                 "</CtxData></DyAdDescription>");
+    VELDyadCtxFileCheck check;
+    EXPECT_EQ(check.Run(file.c_str()), S_FALSE);
+    VELDyadContext* context = nullptr;
+    ASSERT_EQ(check.GetCollector()->GetCtxAtIndex(1, context), S_OK);
+    VELListPtrVELDyadContext friends;
+    ASSERT_EQ(context->GetFriends(friends), 1);
+    EXPECT_EQ(Text(friends[1]->GetName()), "X");
+    int line = 0;
+    int column = 0;
+    ASSERT_EQ(check.GetPlace(context, line, column), S_OK);
+    EXPECT_EQ(std::make_pair(line, column), std::make_pair(2, 1));
+    ASSERT_EQ(check.GetPlace(friends[1], line, column), S_OK);
+    EXPECT_EQ(std::make_pair(line, column), std::make_pair(2, 68));
+    VELDyadContext stranger("S", "s", "Path");
+    EXPECT_EQ(check.GetPlace(&stranger, line, column), E_FAIL);
+}
+
+TEST(FileCheck, ADuplicateNamesTheOtherDeclaration) {
+    const auto check = CheckLines(R"(<Context Name="A" Parameter="a" ParameterType="Path"/>
+<Context Name="B" Parameter="b" ParameterType="Path"/>
+<Context Parameter="a" Name="A" ParameterType="Path"/>)");
+    EXPECT_EQ(PlacesOf(*check, Error), Lines({"3:10 Ctx.Check.CtxAlreadyDefined"}));
+    EXPECT_EQ(RelatedOf(*check, "Ctx.Check.CtxAlreadyDefined"),
+              Lines({"5:24 \"A\" is declared again here"}));
+}
+
+TEST(FileCheck, TwoContextsOnOneDatabaseNameEachOther) {
+    const DbEnvironment db(true);
+    const auto check = CheckLines(
+        R"(<Context Name="V" Parameter="v" ParameterType="Database" ConnectorName="KRL"/>
+<Context Name="W" Parameter="v" ParameterType="Database" ConnectorName="KRL"/>)");
+    EXPECT_EQ(PlacesOf(*check, Error), Lines({"3:58 Ctx.Check.CtxDatabaseAlreadyDefined"}));
+    EXPECT_EQ(RelatedOf(*check, "Ctx.Check.CtxDatabaseAlreadyDefined"),
+              Lines({"4:58 \"W\" stands for the same database here"}));
+}
+
+TEST(FileCheck, FriendsOfEachOtherShowBothLines) {
+    const auto check = CheckLines(
+        R"(<Context Name="A" Parameter="a" ParameterType="Path"><CtxFriends>
+<Context Name="B"/></CtxFriends></Context>
+<Context Name="B" Parameter="b" ParameterType="Path"><CtxFriends>
+<Context Name="A"/>
+<Context Name="B"/></CtxFriends></Context>)");
+    EXPECT_EQ(PlacesOf(*check, Error), Lines({"4:10 Ctx.Check.CtxAndFriendWithCyclicity",
+                                              "6:10 Ctx.Check.CtxAndFriendWithCyclicity",
+                                              "7:10 Ctx.Check.CtxAndFriendWithSameName",
+                                              "7:10 Ctx.Check.CtxAndFriendWithCyclicity"}));
+    EXPECT_EQ(RelatedOf(*check, "Ctx.Check.CtxAndFriendWithCyclicity"),
+              Lines({"6:10 \"B\" names it as a friend here"}));
+}
+
+TEST(FileCheck, FaultsOfAssociatedContexts) {
+    const DbEnvironment db(true);
+    const auto check = CheckLines(
+        R"(<Context Name="A" Parameter="a" ParameterType="Path"><CtxAssociated>
+<Context Name="B"/></CtxAssociated></Context>
+<Context Name="B" Parameter="b" ParameterType="Path"><CtxAssociated>
+<Context Name="A"/></CtxAssociated></Context>
+<Context Name="C" Parameter="c" ParameterType="Path"><CtxAssociated>
+<Context Name="X"/></CtxAssociated></Context>
+<Context Name="D" Parameter="d" ParameterType="Path"><CtxAssociated>
+<Context/></CtxAssociated></Context>
+<Context Name="E" Parameter="e" ParameterType="Path"><CtxAssociated>
+<Context Name=""/></CtxAssociated></Context>
+<Context Name="F" Parameter="f" ParameterType="Path"><CtxAssociated>
+<Context Name="F"><CtxAssociated> </CtxAssociated></Context></CtxAssociated></Context>
+<CtxAssociated/>)");
+    EXPECT_EQ(
+        PlacesOf(*check, Error),
+        Lines({"4:10 Ctx.Check.CtxAndAssocWithCyclicity", "6:10 Ctx.Check.CtxAndAssocWithCyclicity",
+               "8:10 Ctx.SetFriendsAndAssociated..CtxAssocNoMatchingCtx",
+               "10:1 Ctx.Parse.CtxAssocNoName", "12:10 Ctx.Parse.CtxAssocNoName",
+               "14:10 Ctx.Check.CtxAndAssocWithSameName",
+               "14:10 Ctx.Check.CtxAndAssocWithCyclicity",
+               "14:19 Ctx.Parse.CtxAssociatedWithAssociated",
+               "15:1 Ctx.Parse.NoCtxDefinedForAssociated"}));
+    EXPECT_EQ(RelatedOf(*check, "Ctx.Check.CtxAndAssocWithCyclicity"),
+              Lines({"6:10 \"B\" names it as its associated context here"}));
+}
+
+TEST(FileCheck, EveryOptionWithoutNameIsFound) {
+    EXPECT_EQ(
+        ErrorsOf(R"(<Context Name="A" Parameter="a" ParameterType="Path">
+<Scenario><ScenarioID Ident="1" name="p"><Option value="x"/>
+<Option value="y"/></ScenarioID></Scenario>
+<Option/></Context>)"),
+        Lines({"4:42 option-without-name", "5:1 option-without-name", "6:1 option-without-name"}));
+}
+
+TEST(FileCheck, AttributesAreFoundOnLinesOfTheirOwnAndInAnyQuotes) {
+    EXPECT_EQ(ErrorsOf("<Context\r\n\tParameter='Name=\"A!\"'\r  Name =\n \"A!\"\n"
+                       "ParameterType\n=\"Path\"/>"),
+              Lines({"5:3 Ctx.Check.CtxNameWithInvalidChar"}));
+}
+
+TEST(FileCheck, ColumnsCountCharacters) {
+    EXPECT_EQ(ErrorsOf("<!-- \xE5\x9B\xB3 --><Context Parameter=\"\xC3\xA4\" Name=\"!\" "
+                       "ParameterType=\"Path\"/>"),
+              Lines({"3:34 Ctx.Check.CtxNameWithInvalidChar"}));
+}
+
+TEST(FileCheck, AnAttributeThatIsNotWrittenInTheTagLeavesTheElement) {
+    const auto check =
+        CheckText("<!DOCTYPE DyAdDescription [<!ATTLIST Context ParameterType CDATA "
+                  "\"Pfad\">\n<!ENTITY c '<Context Name=\"!\" Parameter=\"p\"/>'>]>\n"
+                  "<DyAdDescription><CtxData>&c;\n<Context Name=\"A\" "
+                  "Parameter=\"a\"/></CtxData></DyAdDescription>");
+    EXPECT_EQ(PlacesOf(*check, Error),
+              Lines({"3:27 Ctx.Check.CtxNameWithInvalidChar", "3:27 Ctx.Check.CtxUnknownParamType",
+                     "4:1 Ctx.Check.CtxUnknownParamType"}));
+}
+
+TEST(FileCheck, InUtf16AFindingStandsAtItsElement) {
+    const std::string text = "<?xml version='1.0' encoding='UTF-16'?>\n<DyAdDescription><CtxData>\n"
+                             " <Context Name='!' Parameter='p' ParameterType='Path'/>"
+                             "</CtxData></DyAdDescription>";
+    std::string wide = "\xFF\xFE";
+    for (const char letter : text)
+        wide += {letter, '\0'};
+    EXPECT_EQ(PlacesOf(*CheckText(wide), Error), Lines({"3:2 Ctx.Check.CtxNameWithInvalidChar"}));
+}
+
+TEST(FileCheck, AFriendOfALeftOutFirstContextHasNoOwner) {
+    const auto check = CheckLines(
+        R"(<Context Name="V" Parameter="v" ParameterType="Database" ConnectorName="KRL"><CtxFriends>
+<Context Name="A"/><Context Name="A"/></CtxFriends></Context>
+<Context Name="A" Parameter="a" ParameterType="Path"/>)");
+    EXPECT_EQ(PlacesOf(*check, Error), Lines({"4:1 Ctx.Collector.InternalError"}));
+    EXPECT_EQ(
+        RelatedOf(*check, "Ctx.Collector.InternalError"),
+        Lines({"3:1 this belongs to \"V\", which is left out while the DB context environment "
+               "is off, and no context stands before it"}));
+}
+
+TEST(FileCheck, TheSameFindingIsToldOnce) {
+    const DbEnvironment db(true);
+    // Such a context is read twice, as associated context and as friend.
+    EXPECT_EQ(ErrorsOf(R"(<Context Name="A" Parameter="a" ParameterType="Path">
+<Context Name="B"><Option/></Context></Context>
+<Context Name="B" Parameter="b" ParameterType="Path"/>)"),
+              Lines({"4:19 option-without-name"}));
+}
+
+} // namespace dyadctx::test

@@ -1,0 +1,45 @@
+// All that is to be said about a context file: what the library's check of the file finds, and what
+// the tool adds.
+#pragma once
+
+#include "tools/dyadctx/ContextFacts.h"
+#include "tools/dyadctx/FindingRecorder.h"
+#include "tools/dyadctx/Source.h"
+
+#include <string>
+#include <vector>
+
+namespace dyadctx::tool {
+
+struct DiagnosisOptions {
+    // Whether to look for the paths and files that contexts name.
+    bool deep = false;
+    // Kinds of findings to leave out.
+    std::vector<std::string> silenced;
+};
+
+// A kind of finding that is not a message of the library.
+struct FindingKind {
+    std::string id;
+    Severity severity = Severity::Error;
+    std::string text;
+};
+
+// Those of the library and those of the tool.
+std::vector<FindingKind> FindingKinds();
+
+// The findings of one file, in its order. Empty without memory.
+std::vector<Finding> DiagnoseFile(const std::string& path, const DiagnosisOptions& options);
+
+// The same for a loaded source: when there is no file, or no memory for the check, what the library
+// said while it was loaded.
+std::vector<Finding> Diagnose(const Source& source, const DiagnosisOptions& options);
+
+// Environment variables that are set and change nothing. `fileIsNamed` tells whether the user named
+// the file.
+std::vector<Finding> VariablesWithoutEffect(bool fileIsNamed);
+
+// Where the declared contexts of a loaded source stand in its file.
+ContextPlaces PlacesOfContexts(const Source& source);
+
+} // namespace dyadctx::tool

@@ -1,0 +1,61 @@
+#include "tools/dyadctx/ContextFacts.h"
+#include "tools/dyadctx/report/Report.h"
+
+#include <nlohmann/json.hpp>
+
+namespace dyadctx::tool {
+
+namespace {
+
+constexpr const char* Schema = "dyadctx/check/1";
+
+Json ToJson(const Related& related) {
+    return {{"text", related.text},
+            {"line", NumberOrNull(related.place.line)},
+            {"column", NumberOrNull(related.place.column)}};
+}
+
+Json ToJson(const Finding& finding) {
+    Json json;
+    json["key"] = finding.key;
+    json["parameters"] = finding.parameters;
+    json["severity"] = NameOf(finding.severity);
+    json["text"] = finding.text;
+    json["context"] = finding.context ? Json(*finding.context) : Json(nullptr);
+    json["line"] = NumberOrNull(finding.place.line);
+    json["column"] = NumberOrNull(finding.place.column);
+    json["related"] = Json::array();
+    for (const Related& related : finding.related)
+        json["related"].push_back(ToJson(related));
+    return json;
+}
+
+void AddVerdict(Json& json, const CheckedFile& file) {
+    const Source& source = file.source;
+    json["file"] = source.file.empty() ? Json(nullptr) : Json(source.file);
+    json["valid"] = source.collector != nullptr;
+    json["message"] = source.message;
+    json["findings"] = Json::array();
+    for (const Finding& finding : file.findings)
+        json["findings"].push_back(ToJson(finding));
+}
+
+} // namespace
+
+Json JsonReport(const std::vector<CheckedFile>& files) {
+    Json document;
+    document["schema"] = Schema;
+    if (files.size() == 1) {
+        AddVerdict(document, files.front());
+        return document;
+    }
+    document["files"] = Json::array();
+    for (const CheckedFile& file : files) {
+        Json json;
+        AddVerdict(json, file);
+        document["files"].push_back(std::move(json));
+    }
+    return document;
+}
+
+} // namespace dyadctx::tool

@@ -1,0 +1,138 @@
+#include "tools/dyadctx/Diagnosis.h"
+#include "tools/dyadctx/report/Report.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <map>
+#include <string_view>
+
+namespace dyadctx::tool {
+
+namespace {
+
+constexpr const char* Version = "2.1.0";
+constexpr const char* Schema =
+    "https://docs.oasis-open.org/sarif/sarif/v2.1.0/os/schemas/sarif-schema-2.1.0.json";
+constexpr const char* Unexplained = "unexplained-failure";
+
+bool IsPlain(char letter) {
+    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') ||
+           (letter >= '0' && letter <= '9') ||
+           std::string_view("-._~/").find(letter) != std::string_view::npos;
+}
+
+// A relative reference for a relative path, so that the report means the same on another machine.
+std::string UriOf(std::string_view path) {
+    constexpr std::string_view Hexadecimal = "0123456789ABCDEF";
+    std::string uri = path.starts_with('/') ? "file://" : "";
+    for (char letter : path) {
+        if (letter == '\\')
+            letter = '/';
+        const auto code = static_cast<unsigned char>(letter);
+        if (IsPlain(letter))
+            uri.push_back(letter);
+        else
+            uri += {'%', Hexadecimal[code / 16U], Hexadecimal[code % 16U]};
+    }
+    return uri;
+}
+
+Json PhysicalLocation(const std::string& file, const FilePlace& place) {
+    Json location = {{"artifactLocation", {{"uri", UriOf(file)}}}};
+    if (place.line > 0)
+        location["region"] = {{"startLine", place.line}, {"startColumn", place.column}};
+    return location;
+}
+
+// The kinds of findings that occur, each once, in the order in which they first do.
+class Rules {
+public:
+    Rules() {
+        for (const FindingKind& kind : FindingKinds())
+            texts_[kind.id] = kind.text;
+    }
+
+    std::size_t IndexOf(const std::string& id, Severity severity) {
+        const auto [place, isNew] = indexes_.try_emplace(id, indexes_.size());
+        if (isNew)
+            Add(id, severity);
+        return place->second;
+    }
+    const Json& AsJson() const noexcept { return rules_; }
+
+private:
+    void Add(const std::string& id, Severity severity) {
+        Json rule = {{"id", id}};
+        const auto text = texts_.find(id);
+        if (text != texts_.end())
+            rule["shortDescription"] = {{"text", text->second}};
+        rule["defaultConfiguration"] = {{"level", NameOf(severity)}};
+        rules_.push_back(std::move(rule));
+    }
+
+    std::map<std::string, std::string> texts_;
+    std::map<std::string, std::size_t> indexes_;
+    Json rules_ = Json::array();
+};
+
+Json RelatedLocations(const std::string& file, const Finding& finding) {
+    Json locations = Json::array();
+    for (const Related& related : finding.related)
+        locations.push_back({{"physicalLocation", PhysicalLocation(file, related.place)},
+                             {"message", {{"text", related.text}}}});
+    return locations;
+}
+
+Json ResultOf(const std::string& file, const Finding& finding, Rules& rules) {
+    Json result;
+    result["ruleId"] = finding.key;
+    result["ruleIndex"] = rules.IndexOf(finding.key, finding.severity);
+    result["level"] = NameOf(finding.severity);
+    result["message"] = {{"text", finding.text}};
+    if (!file.empty()) {
+        Json location = {{"physicalLocation", PhysicalLocation(file, finding.place)}};
+        if (finding.context)
+            location["logicalLocations"] =
+                Json::array({{{"name", *finding.context}, {"kind", "element"}}});
+        result["locations"] = Json::array({std::move(location)});
+    }
+    if (!finding.related.empty())
+        result["relatedLocations"] = RelatedLocations(file, finding);
+    return result;
+}
+
+Finding SilentFailure(const CheckedFile& file) {
+    Finding finding;
+    finding.key = Unexplained;
+    finding.text = ReasonOfSilentFailure(file.source);
+    return finding;
+}
+
+Json ResultsOf(const std::vector<CheckedFile>& files, Rules& rules) {
+    Json results = Json::array();
+    for (const CheckedFile& file : files) {
+        for (const Finding& finding : file.findings)
+            results.push_back(ResultOf(file.source.file, finding, rules));
+        if (file.source.collector == nullptr && CountOf(file, Severity::Error) == 0)
+            results.push_back(ResultOf(file.source.file, SilentFailure(file), rules));
+    }
+    return results;
+}
+
+} // namespace
+
+Json SarifReport(const std::vector<CheckedFile>& files, ExitStatus status) {
+    Rules rules;
+    Json results = ResultsOf(files, rules);
+    Json run;
+    run["tool"] = {
+        {"driver", {{"name", "dyadctx"}, {"version", DYADCTX_VERSION}, {"rules", rules.AsJson()}}}};
+    run["columnKind"] = "unicodeCodePoints";
+    run["invocations"] =
+        Json::array({{{"executionSuccessful", true}, {"exitCode", static_cast<int>(status)}}});
+    run["results"] = std::move(results);
+    return {{"$schema", Schema}, {"version", Version}, {"runs", Json::array({std::move(run)})}};
+}
+
+} // namespace dyadctx::tool

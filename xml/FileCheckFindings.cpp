@@ -1,0 +1,168 @@
+// Where the findings of linking and checking stand, and what stands with them.
+#include "xml/detail/FileCheckRun.h"
+
+#include "collector/detail/CollectorAccess.h"
+#include "collector/detail/CollectorIndex.h"
+#include "trace/detail/MessageKeys.h"
+#include "xml/detail/ContextValues.h"
+#include "xml/detail/FormatNames.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+namespace dyadctx {
+
+namespace {
+
+// What a finding is about beside the context itself.
+enum class Party { None, Associated, Later };
+
+struct FindingSpot {
+    std::string_view key;
+    // The attribute at fault, of the context or of the friend or associated context it names.
+    const char* attribute;
+    Party party;
+    // What the context must lack for the finding to be no news (see MissingValue).
+    unsigned int follows;
+};
+
+constexpr unsigned int Nothing = 0;
+
+constexpr std::array Spots{
+    FindingSpot{key::CtxEmptyName, format::NameAttribute, Party::None, MissingName},
+    FindingSpot{key::CtxNameTooLong, format::NameAttribute, Party::None, Nothing},
+    FindingSpot{key::CtxNameWithInvalidChar, format::NameAttribute, Party::None, Nothing},
+    FindingSpot{key::CtxEmptyParam, format::ParameterAttribute, Party::None, MissingParameter},
+    FindingSpot{key::CtxUnknownParamType, format::ParameterTypeAttribute, Party::None,
+                MissingParameterType},
+    FindingSpot{key::CtxDefaultInvalidParamType, format::ParameterTypeAttribute, Party::None,
+                MissingParameterType},
+    FindingSpot{key::CtxDefaultInvalidName, format::NameAttribute, Party::None, MissingName},
+    FindingSpot{key::CtxDefaultInvalidParam, format::ParameterAttribute, Party::None, Nothing},
+    FindingSpot{key::CtxAlreadyDefined, format::NameAttribute, Party::Later, MissingName},
+    FindingSpot{key::CtxDatabaseAlreadyDefined, format::ConnectorAttribute, Party::Later, Nothing},
+    FindingSpot{key::CtxFriendNoName, format::NameAttribute, Party::None, Nothing},
+    FindingSpot{key::CtxAndFriendWithSameName, format::NameAttribute, Party::None, MissingName},
+    FindingSpot{key::CtxAndFriendWithCyclicity, format::NameAttribute, Party::None, Nothing},
+    FindingSpot{key::CtxFriendNoMatchingCtx, format::NameAttribute, Party::None, Nothing},
+    FindingSpot{key::CtxAssocNoName, format::NameAttribute, Party::Associated, Nothing},
+    FindingSpot{key::CtxAndAssocWithSameName, format::NameAttribute, Party::Associated,
+                MissingName},
+    FindingSpot{key::CtxAndAssocWithCyclicity, format::NameAttribute, Party::Associated, Nothing},
+    FindingSpot{key::CtxAssocNoMatchingCtx, format::NameAttribute, Party::Associated, Nothing},
+};
+
+constexpr FindingSpot OfNoRule{{}, nullptr, Party::None, Nothing};
+
+const FindingSpot& RowOf(const Finding& finding) {
+    const auto* found = std::find_if(Spots.begin(), Spots.end(), [&](const FindingSpot& spot) {
+        return spot.key == finding.key;
+    });
+    return found != Spots.end() ? *found : OfNoRule;
+}
+
+bool IsUnknownName(const Finding& finding) {
+    const std::string_view key = finding.key;
+    return key == key::CtxFriendNoMatchingCtx || key == key::CtxAssocNoMatchingCtx;
+}
+
+VELUnicodeString Sentence(const VELDyadContext& context, const char* rest) {
+    return VELUnicodeString("\"" + std::string(context.GetName().AsView()) + "\" " + rest);
+}
+
+} // namespace
+
+void FileCheckRun::Report(const Finding& finding) {
+    if (IsFollowUp(finding))
+        return;
+    const std::span<const VELUnicodeString> parameters(
+        finding.parameters.data(), static_cast<std::size_t>(finding.parameterCount));
+    FindingList::Entry& entry =
+        findings_.AddAbout(finding.context->GetName(), finding.key, parameters, SpotOf(finding));
+    Relate(finding, entry);
+    if (IsUnknownName(finding))
+        unknown_.push_back({finding.context, finding.other});
+}
+
+// Whether the file lacks what the finding is about and has been told so already.
+bool FileCheckRun::IsFollowUp(const Finding& finding) const {
+    if (missing_.empty())
+        return false;
+    const FindingSpot& row = RowOf(finding);
+    const auto lacks = [this](const VELDyadContext* context, unsigned int values) {
+        const auto found = missing_.find(context);
+        return found != missing_.end() && (found->second & values) != 0;
+    };
+    return lacks(finding.context, row.follows) ||
+           (row.party == Party::Later && lacks(finding.other, row.follows));
+}
+
+Spot FileCheckRun::SpotOf(const Finding& finding) const {
+    const FindingSpot& row = RowOf(finding);
+    const VELDyadContext* at = finding.context;
+    if (IsUnknownName(finding))
+        at = finding.other;
+    else if (finding.friendPosition > 0)
+        at = references_->FriendAt(checked_, finding.friendPosition);
+    else if (row.party == Party::Associated)
+        at = references_->AssociatedAt(checked_);
+    return SpotOfContext(at, row.attribute);
+}
+
+Spot FileCheckRun::SpotOfContext(const VELDyadContext* context, const char* attribute) const {
+    const Place* element = ElementOf(context);
+    return element != nullptr ? Spot{*element, attribute} : Spot{};
+}
+
+void FileCheckRun::Relate(const Finding& finding, FindingList::Entry& entry) {
+    const FindingSpot& row = RowOf(finding);
+    if (IsUnknownName(finding)) {
+        RelateUnknown(finding, entry);
+    } else if (row.party == Party::Later) {
+        const bool isNamesake = row.key == key::CtxAlreadyDefined;
+        entry.related.push_back(
+            {SpotOfContext(finding.other, row.attribute),
+             Sentence(*finding.other, isNamesake ? "is declared again here"
+                                                 : "stands for the same database here")});
+    } else if (row.key == key::CtxAndFriendWithCyclicity ||
+               row.key == key::CtxAndAssocWithCyclicity) {
+        RelateReturn(finding, entry);
+    }
+}
+
+// The name may be that of a context that was left out.
+void FileCheckRun::RelateUnknown(const Finding& finding, FindingList::Entry& entry) {
+    if (leftOutByName_.empty()) {
+        for (std::size_t i = 0; i < leftOut_.size(); ++i)
+            leftOutByName_.emplace(leftOut_[i].name.AsView(), i);
+    }
+    const auto found = leftOutByName_.find(finding.other->GetName().AsView());
+    if (found != leftOutByName_.end())
+        entry.related.push_back(
+            {{leftOut_[found->second].place, format::NameAttribute},
+             Sentence(*finding.other,
+                      "stands here, but is left out while the DB context environment is off")});
+}
+
+// Where the other party names this context.
+void FileCheckRun::RelateReturn(const Finding& finding, FindingList::Entry& entry) {
+    const int other = PositionOfName(finding.other->GetName());
+    const bool isFriend = finding.friendPosition > 0;
+    const VELDyadContext* reference =
+        isFriend ? references_->FriendNamed(other, finding.context->GetName())
+                 : references_->AssociatedAt(other);
+    // A context that names itself is one place only.
+    if (reference != nullptr && finding.other != finding.context)
+        entry.related.push_back(
+            {SpotOfContext(reference, format::NameAttribute),
+             Sentence(*finding.other, isFriend ? "names it as a friend here"
+                                               : "names it as its associated context here")});
+}
+
+int FileCheckRun::PositionOfName(const VELUnicodeString& name) const {
+    return CollectorAccess::Index(*collector_)
+        .PositionOfName(CollectorAccess::MainContexts(*collector_), name);
+}
+
+} // namespace dyadctx

@@ -1,0 +1,286 @@
+#include "xml/detail/FileCheckRun.h"
+
+#include "collector/detail/CheckRun.h"
+#include "collector/detail/CollectorAccess.h"
+#include "collector/detail/ContextFileSource.h"
+#include "collector/detail/LinkRun.h"
+#include "context/detail/ParameterTypes.h"
+#include "trace/detail/MessageKeys.h"
+#include "xml/detail/FileHints.h"
+#include "xml/detail/FindingIds.h"
+#include "xml/detail/FormatNames.h"
+#include "xml/detail/NearestName.h"
+#include "xml/detail/NodeLookup.h"
+#include "xml/detail/ReadState.h"
+#include "xml/detail/VELDyadCtxXml.h"
+
+#include <array>
+#include <new>
+#include <string>
+#include <utility>
+
+namespace dyadctx {
+
+namespace {
+
+bool Is(const char* key, const char* other) {
+    return std::string_view(key) == other;
+}
+
+std::span<const VELUnicodeString> ParametersOf(const Finding& finding) {
+    return {finding.parameters.data(), static_cast<std::size_t>(finding.parameterCount)};
+}
+
+Place PlaceOrNone(const VELIDOMNode& node) {
+    return node.IsNull() ? Place() : PlaceOf(node);
+}
+
+// The first elements that bear the name of the data element, at most two.
+VELIDOMNodeList DataElements(const VELIDOMElement& root) {
+    VELIDOMNodeList found;
+    if (root.GetElementsByTagName(Names().data, found, 2) < 0)
+        throw std::bad_alloc();
+    return found;
+}
+
+VELIDOMNode NodeAt(const VELIDOMNodeList& nodes, int index) {
+    VELIDOMNode node;
+    nodes.Item(index, node);
+    return node;
+}
+
+} // namespace
+
+FileCheckRun::FileCheckRun(const VELUnicodeString& file, const FileCheckOptions& options)
+    : file_(file), options_(options),
+      collector_(CollectorAccess::New(file, ContainsDefaultContextFile(file) ? 1 : 0)) {
+    Run();
+}
+
+VELListVal<VELDyadCtxFinding> FileCheckRun::TakeFindings() {
+    findings_.LeaveOut(options_.silenced);
+    return findings_.IsEmpty() ? VELListVal<VELDyadCtxFinding>() : findings_.Finish(Text());
+}
+
+std::optional<Place> FileCheckRun::PlaceOf(const VELDyadContext* context) {
+    const Place* element = ElementOf(context);
+    if (element == nullptr)
+        return std::nullopt;
+    return Text().InCharacters(*element);
+}
+
+const SourceText& FileCheckRun::Text() {
+    if (!text_)
+        text_.emplace(file_);
+    return *text_;
+}
+
+const Place* FileCheckRun::ElementOf(const VELDyadContext* context) const noexcept {
+    const auto found = places_.contexts.find(context);
+    return found != places_.contexts.end() ? &found->second : nullptr;
+}
+
+void FileCheckRun::Run() {
+    if (JudgeContextFile(file_) != ContextFileVerdict::Usable) {
+        findings_.Add(key::XMLFileNotValid, {&file_, 1}, {});
+        return;
+    }
+    ReadFile();
+    LinkAndCheck();
+    if (collector_->SetCtxTypeList() < 0)
+        throw std::bad_alloc();
+    if (!root_.IsNull())
+        GiveHints();
+}
+
+void FileCheckRun::ReadFile() {
+    VELUnicodeString unused;
+    const VELResult result = VELDyadCtxXml(collector_.get(), &places_, this).Unstream(unused);
+    if (result < 0 && !hasReadingEnded_)
+        throw std::bad_alloc();
+}
+
+void FileCheckRun::LinkAndCheck() {
+    const int count = collector_->GetNbCtxs();
+    references_.emplace(CollectorAccess::MainContexts(*collector_));
+    if (count > 0) {
+        LinkFriendsAndAssociated(CollectorAccess::MainContexts(*collector_),
+                                 CollectorAccess::Index(*collector_), count, LinkExtent::Everything,
+                                 *this);
+        CheckDeclared(count);
+    } else if (!findings_.HasErrors()) {
+        findings_.Add(key::NoCtxDefined, {}, {PlaceOrNone(NodeAt(DataElements(root_), 0))});
+    }
+}
+
+void FileCheckRun::CheckDeclared(int count) {
+    const VELListPtrVELDyadContext& declared = CollectorAccess::MainContexts(*collector_);
+    CheckRun run(*collector_, declared, CollectorAccess::Index(*collector_),
+                 CheckExtent::AllContexts, *this);
+    for (checked_ = 1; checked_ <= count; ++checked_)
+        run.CheckContext(declared[checked_], checked_);
+    checked_ = 0;
+}
+
+void FileCheckRun::GiveHints() {
+    SuggestNames();
+    NoteLeftOut();
+    NoteNoDefaultContext();
+    HintAtWhatIsNotRead(root_, findings_);
+    HintAtFriendRings(*collector_, *references_, places_, findings_);
+    if (options_.deep)
+        HintAtMissingTargets(*collector_, places_, findings_);
+}
+
+// ---- Reading -----------------------------------------------------------------------------------
+
+void FileCheckRun::MeetDocument(const VELIDOMElement& root) {
+    root_ = root;
+}
+
+void FileCheckRun::MeetContext(const VELDyadContext& context, unsigned int missing) {
+    if (missing != 0)
+        missing_.emplace(&context, missing);
+}
+
+void FileCheckRun::MeetFault(const Finding& fault, const VELIDOMNode& where) {
+    if (Is(fault.key, key::XMLSyntaxError))
+        return AddSyntaxError(fault);
+    if (Is(fault.key, key::TagNotFound))
+        return AddDataFault(fault);
+    if (Is(fault.key, key::InternalError))
+        return AddInternalError(fault, where);
+    const Spot spot{PlaceOrNone(where)};
+    if (Is(fault.key, key::NotAValidTag)) {
+        hasReadingEnded_ = true;
+        findings_.Add(fault.key, ParametersOf(fault), spot);
+        return;
+    }
+    VELUnicodeString context;
+    if (fault.parameterCount > 0)
+        context = fault.parameters[0];
+    else if (where.IsNull() || !ReadAttribute(VELIDOMElement(where), Names().name, context)) {
+        findings_.Add(fault.key, ParametersOf(fault), spot);
+        return;
+    }
+    findings_.AddAbout(context, fault.key, ParametersOf(fault), spot);
+}
+
+void FileCheckRun::AddSyntaxError(const Finding& fault) {
+    hasReadingEnded_ = true;
+    const Spot spot{places_.fault};
+    FindingList::Entry& entry = findings_.Add(fault.key, ParametersOf(fault), spot);
+    if (!places_.syntaxError.empty())
+        entry.related.push_back({spot, VELUnicodeString(places_.syntaxError)});
+}
+
+// There must be one such element and something in it.
+void FileCheckRun::AddDataFault(const Finding& fault) {
+    hasReadingEnded_ = true;
+    const VELIDOMNodeList found = DataElements(root_);
+    const int count = found.GetLength();
+    const VELIDOMNode where = count > 0 ? NodeAt(found, count - 1) : root_;
+    FindingList::Entry& entry =
+        findings_.Add(fault.key, ParametersOf(fault), {dyadctx::PlaceOf(where)});
+    if (count > 1)
+        entry.related.push_back(
+            {{dyadctx::PlaceOf(NodeAt(found, 0))}, VELUnicodeString("the first one is here")});
+    else if (count == 1)
+        entry.related.push_back(
+            {{dyadctx::PlaceOf(where)}, VELUnicodeString("there is nothing in it")});
+}
+
+// Mostly a friend that has no context before it; the ones that follow it are not told again.
+void FileCheckRun::AddInternalError(const Finding& fault, const VELIDOMNode& where) {
+    const bool isOwnerless = !leftOut_.empty() && collector_->GetNbCtxs() == 0;
+    hasReadingEnded_ = hasReadingEnded_ || !isOwnerless;
+    if (isOwnerless && isOwnerlessReported_)
+        return;
+    FindingList::Entry& entry = findings_.Add(fault.key, ParametersOf(fault), {PlaceOrNone(where)});
+    if (!isOwnerless)
+        return;
+    isOwnerlessReported_ = true;
+    const LeftOut& owner = leftOut_.back();
+    entry.related.push_back(
+        {{owner.place},
+         VELUnicodeString("this belongs to \"" + std::string(owner.name.AsView()) +
+                          "\", which is left out while the DB context environment is off, and no "
+                          "context stands before it")});
+}
+
+void FileCheckRun::MeetLeftOut(const VELDyadContext& context, const VELIDOMElement& element,
+                               bool isDeclared) {
+    leftOut_.push_back({context.GetName(), dyadctx::PlaceOf(element)});
+    isOwnerlessReported_ = false;
+    if (isDeclared)
+        WarnOfMovedFriends(id::FriendsOfLeftOut, context.GetName(), element);
+}
+
+void FileCheckRun::MeetRepeated(const VELDyadContext& first, const VELIDOMElement& element) {
+    VELDyadContext* last = nullptr;
+    collector_->GetCtxAtIndex(collector_->GetNbCtxs(), last);
+    if (last != &first)
+        WarnOfMovedFriends(id::FriendsOfRepeated, first.GetName(), element);
+}
+
+// Friends go to the context declared last.
+void FileCheckRun::WarnOfMovedFriends(const char* id, const VELUnicodeString& name,
+                                      const VELIDOMElement& element) {
+    VELDyadContext* owner = nullptr;
+    if (!FindWalksBelow(element).friends ||
+        collector_->GetCtxAtIndex(collector_->GetNbCtxs(), owner) < 0 || owner == nullptr)
+        return;
+    const std::array parameters{name, owner->GetName()};
+    FindingList::Entry& entry =
+        findings_.AddAbout(name, id, parameters, {dyadctx::PlaceOf(element)});
+    entry.related.push_back({SpotOfContext(owner, format::NameAttribute),
+                             VELUnicodeString("the context they go to is here")});
+}
+
+// ---- Hints -------------------------------------------------------------------------------------
+
+void FileCheckRun::SuggestNames() {
+    if (unknown_.empty())
+        return;
+    const VELListPtrVELDyadContext& declared = CollectorAccess::MainContexts(*collector_);
+    std::vector<std::string_view> names;
+    for (int pos = 1; pos <= declared.Size(); ++pos)
+        names.push_back(declared[pos]->GetName().AsView());
+    NearestName nearest(names);
+    for (const Unknown& unknown : unknown_)
+        SuggestName(unknown, nearest);
+}
+
+void FileCheckRun::SuggestName(const Unknown& unknown, NearestName& nearest) {
+    const VELUnicodeString& name = unknown.placeholder->GetName();
+    const VELUnicodeString found(nearest.Find(name.AsView()));
+    if (found.IsEmpty() || found == unknown.context->GetName())
+        return;
+    const std::array parameters{name, found};
+    FindingList::Entry& entry =
+        findings_.AddAbout(unknown.context->GetName(), id::NearestName, parameters,
+                           SpotOfContext(unknown.placeholder, format::NameAttribute));
+    const VELDyadContext* declared =
+        CollectorAccess::MainContexts(*collector_)[PositionOfName(found)];
+    entry.related.push_back(
+        {SpotOfContext(declared, format::NameAttribute),
+         VELUnicodeString("\"" + std::string(found.AsView()) + "\" is declared here")});
+}
+
+void FileCheckRun::NoteLeftOut() {
+    if (leftOut_.empty())
+        return;
+    const std::array parameters{VELUnicodeString(std::to_string(leftOut_.size())),
+                                leftOut_.front().name};
+    findings_.AddAbout(leftOut_.front().name, id::DatabaseLeftOut, parameters,
+                       {leftOut_.front().place, format::ParameterTypeAttribute});
+}
+
+// Of no interest before the file is right otherwise.
+void FileCheckRun::NoteNoDefaultContext() {
+    if (!findings_.HasErrors() && collector_->GetNbCtxs() > 0 &&
+        PositionOfName(DefaultContextName) == 0)
+        findings_.Add(id::NoDefaultContext, {}, {PlaceOrNone(NodeAt(DataElements(root_), 0))});
+}
+
+} // namespace dyadctx

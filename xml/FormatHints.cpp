@@ -1,0 +1,222 @@
+// Elements and attributes that nothing is read from.
+#include "xml/detail/FileHints.h"
+
+#include "context/detail/DbEnvironment.h"
+#include "xml/detail/ContextFileFormat.h"
+#include "xml/detail/FindingIds.h"
+#include "xml/detail/FormatNames.h"
+#include "xml/detail/NearestName.h"
+#include "xml/detail/ReadState.h"
+
+#include <algorithm>
+#include <array>
+#include <new>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace dyadctx {
+
+namespace {
+
+using Names = std::span<const std::string_view>;
+
+constexpr std::array<std::string_view, 0> None{};
+constexpr std::array<std::string_view, 8> Elements{
+    format::RootTag,       format::DataTag,     format::ContextTag,    format::FriendsTag,
+    format::AssociatedTag, format::ScenarioTag, format::ScenarioIdTag, format::OptionTag};
+constexpr std::array<std::string_view, 10> ContextAttributes{
+    format::NameAttribute,      format::ParameterAttribute, format::ParameterTypeAttribute,
+    format::ConnectorAttribute, format::HttpDetail,         format::RoleDetail,
+    format::ServerNameDetail,   format::ServerPortDetail,   format::UriDetail,
+    format::SiteIdDetail};
+constexpr std::size_t FirstDatabaseAttribute = 3;
+constexpr std::array<std::string_view, 2> ScenarioIdAttributes{format::ScenarioIdentAttribute,
+                                                               format::ScenarioNameAttribute};
+constexpr std::array<std::string_view, 2> OptionAttributes{format::OptionNameAttribute,
+                                                           format::OptionValueAttribute};
+// Containers in the wrong place are errors or read as ordinary children, so the data element takes
+// them too.
+constexpr std::array<std::string_view, 3> InData{format::ContextTag, format::FriendsTag,
+                                                 format::AssociatedTag};
+constexpr std::array<std::string_view, 5> InContext{format::ContextTag, format::FriendsTag,
+                                                    format::AssociatedTag, format::ScenarioTag,
+                                                    format::ScenarioIdTag};
+constexpr std::array<std::string_view, 2> InFriends{format::ContextTag, format::FriendsTag};
+constexpr std::array<std::string_view, 2> InAssociated{format::ContextTag, format::AssociatedTag};
+constexpr std::array<std::string_view, 2> InScenario{format::ScenarioTag, format::ScenarioIdTag};
+constexpr std::array<std::string_view, 3> InScenarioId{format::ScenarioTag, format::ScenarioIdTag,
+                                                       format::OptionTag};
+
+// What is read of an element.
+struct Reading {
+    std::string_view element;
+    Names children;
+    Names attributes;
+};
+
+constexpr std::array Readings{
+    Reading{format::DataTag, InData, None},
+    Reading{format::ContextTag, InContext, ContextAttributes},
+    Reading{format::FriendsTag, InFriends, None},
+    Reading{format::AssociatedTag, InAssociated, None},
+    Reading{format::ScenarioTag, InScenario, None},
+    Reading{format::ScenarioIdTag, InScenarioId, ScenarioIdAttributes},
+    Reading{format::OptionTag, None, OptionAttributes},
+};
+
+bool Holds(Names names, std::string_view name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+const Reading* ReadingOf(std::string_view element) {
+    const auto* found =
+        std::find_if(Readings.begin(), Readings.end(),
+                     [element](const Reading& reading) { return reading.element == element; });
+    return found != Readings.end() ? found : nullptr;
+}
+
+// Declarations of namespaces, and what belongs to one, are none of the format's business.
+bool IsForeign(std::string_view name) {
+    return name.starts_with("xmlns") || name.find(':') != std::string_view::npos;
+}
+
+VELUnicodeString TextOf(std::string_view text) {
+    return VELUnicodeString(text);
+}
+
+// One walk through the elements below the data element, on a stack of its own.
+class UnreadWalk {
+public:
+    explicit UnreadWalk(FindingList& findings) : findings_(findings) {}
+
+    void Walk(const VELIDOMElement& data) {
+        pending_.push_back({data, &Readings.front()});
+        while (!pending_.empty()) {
+            const Pending next = pending_.back();
+            pending_.pop_back();
+            VisitChildren(next);
+        }
+        if (associatedLeftOut_ > 0) {
+            const VELUnicodeString count(std::to_string(associatedLeftOut_).c_str());
+            findings_.Add(id::AssociatedLeftOut, {&count, 1}, {firstLeftOut_});
+        }
+    }
+
+private:
+    struct Pending {
+        VELIDOMElement element;
+        const Reading* reading;
+    };
+
+    void VisitChildren(const Pending& parent) {
+        VELIDOMNodeList children;
+        if (parent.element.GetChildNodes(children) < 0)
+            throw std::bad_alloc();
+        VELIDOMNode child;
+        for (int index = 0; index < children.GetLength(); ++index) {
+            if (children.Item(index, child) >= 0 && child.GetTagName(tag_) >= 0)
+                Visit(VELIDOMElement(child), *parent.reading);
+        }
+    }
+
+    void Visit(const VELIDOMElement& element, const Reading& parent) {
+        const std::string_view tag = tag_.AsView();
+        if (IsForeign(tag))
+            return;
+        if (!Holds(parent.children, tag))
+            return HintAtElement(element, parent);
+        const Reading* reading = ReadingOf(tag);
+        if (tag == format::AssociatedTag && !IsDbEnvironmentOn()) {
+            if (associatedLeftOut_++ == 0)
+                firstLeftOut_ = PlaceOf(element);
+            return;
+        }
+        VisitAttributes(element, *reading);
+        pending_.push_back({element, reading});
+    }
+
+    void HintAtElement(const VELIDOMElement& element, const Reading& parent) {
+        const std::string_view tag = tag_.AsView();
+        if (Holds(Elements, tag)) {
+            const std::array parameters{tag_, TextOf(parent.element)};
+            findings_.Add(id::MisplacedElement, parameters, {PlaceOf(element)});
+            return;
+        }
+        const std::array parameters{tag_, TextOf(Nearest(Elements, tag))};
+        findings_.AddWithSuggestion(id::UnknownElement, parameters, {PlaceOf(element)});
+    }
+
+    void VisitAttributes(const VELIDOMElement& element, const Reading& reading) {
+        const int count = element.GetNbAttributes();
+        bool hasDatabaseAttribute = false;
+        for (int index = 0; index < count; ++index) {
+            if (element.GetAttributeAtIndex(index, attribute_) < 0 || attribute_.GetName(name_) < 0)
+                throw std::bad_alloc();
+            const std::string_view name = name_.AsView();
+            const auto found =
+                std::find(reading.attributes.begin(), reading.attributes.end(), name);
+            if (found == reading.attributes.end())
+                HintAtAttribute(element, reading);
+            else if (found - reading.attributes.begin() >=
+                     static_cast<std::ptrdiff_t>(FirstDatabaseAttribute))
+                hasDatabaseAttribute = true;
+        }
+        if (hasDatabaseAttribute)
+            HintAtDatabaseAttributes(element);
+    }
+
+    void HintAtAttribute(const VELIDOMElement& element, const Reading& reading) {
+        const std::string_view name = name_.AsView();
+        if (IsForeign(name))
+            return;
+        const std::array parameters{name_, TextOf(reading.element),
+                                    TextOf(Nearest(reading.attributes, name))};
+        FindingList::Entry& entry =
+            findings_.AddWithSuggestion(id::UnknownAttribute, parameters, {PlaceOf(element)});
+        entry.spot.attribute = findings_.Keep(name);
+    }
+
+    // They are read where the type is exactly "Database".
+    void HintAtDatabaseAttributes(const VELIDOMElement& element) {
+        const VELUnicodeString type = AttributeOrEmpty(element, dyadctx::Names().parameterType);
+        if (type == dyadctx::Names().databaseType)
+            return;
+        for (std::size_t i = FirstDatabaseAttribute; i < ContextAttributes.size(); ++i) {
+            const VELUnicodeString name(ContextAttributes[i]);
+            if (element.GetAttributeNode(name, attribute_) < 0)
+                continue;
+            const std::array parameters{name, type};
+            findings_.Add(id::UnusedAttribute, parameters,
+                          {PlaceOf(element), ContextAttributes[i].data()});
+        }
+    }
+
+    static std::string_view Nearest(Names known, std::string_view word) {
+        return NearestName(std::vector<std::string_view>(known.begin(), known.end())).Find(word);
+    }
+
+    FindingList& findings_;
+    std::vector<Pending> pending_;
+    int associatedLeftOut_ = 0;
+    Place firstLeftOut_;
+    // Kept here so that they are not made anew for each element.
+    VELUnicodeString tag_;
+    VELUnicodeString name_;
+    VELIDOMAttr attribute_;
+};
+
+} // namespace
+
+void HintAtWhatIsNotRead(const VELIDOMElement& root, FindingList& findings) {
+    VELIDOMNodeList found;
+    VELIDOMNode data;
+    if (root.GetElementsByTagName(dyadctx::Names().data, found, 2) < 0)
+        throw std::bad_alloc();
+    if (found.GetLength() == 1 && found.Item(0, data) >= 0)
+        UnreadWalk(findings).Walk(VELIDOMElement(data));
+}
+
+} // namespace dyadctx

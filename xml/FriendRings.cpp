@@ -1,0 +1,262 @@
+// Friends that lead back to where they began.
+#include "xml/detail/FileHints.h"
+
+#include "collector/detail/CollectorAccess.h"
+#include "collector/detail/CollectorIndex.h"
+#include "context/detail/ContextAccess.h"
+#include "xml/detail/ContextFileFormat.h"
+#include "xml/detail/FindingIds.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace dyadctx {
+
+namespace {
+
+// So many contexts of a ring are named.
+constexpr std::size_t NamesShown = 10;
+
+template<class Values>
+auto IteratorAt(Values& values, std::size_t index) noexcept {
+    return values.begin() + static_cast<std::ptrdiff_t>(index);
+}
+
+// Friends as positions among the declared contexts; a friend that is not linked leads nowhere.
+class FriendGraph {
+public:
+    explicit FriendGraph(VELDyadCtxCollector& collector)
+        : declared_(CollectorAccess::MainContexts(collector)),
+          index_(CollectorAccess::Index(collector)) {
+        for (int pos = 1; pos <= declared_.Size(); ++pos) {
+            starts_.push_back(targets_.size());
+            AddFriendsOf(pos);
+        }
+        starts_.push_back(targets_.size());
+        sorted_ = targets_;
+        for (std::size_t i = 1; i < starts_.size(); ++i)
+            std::sort(IteratorAt(sorted_, starts_[i - 1]), IteratorAt(sorted_, starts_[i]));
+    }
+
+    int Size() const noexcept { return declared_.Size(); }
+    int FriendCount(int pos) const noexcept {
+        return static_cast<int>(starts_[At(pos) + 1] - starts_[At(pos)]);
+    }
+    // The target of the friend at `slot`, from 1; 0 for one that leads nowhere.
+    int Friend(int pos, int slot) const noexcept {
+        return targets_[starts_[At(pos)] + static_cast<std::size_t>(slot) - 1];
+    }
+    bool HasFriend(int pos, int friendPos) const noexcept {
+        return std::binary_search(IteratorAt(sorted_, starts_[At(pos)]),
+                                  IteratorAt(sorted_, starts_[At(pos) + 1]), friendPos);
+    }
+    // The slot of a friend; 0 when it is none.
+    int SlotOf(int pos, int friendPos) const noexcept {
+        for (int slot = 1; slot <= FriendCount(pos); ++slot) {
+            if (Friend(pos, slot) == friendPos)
+                return slot;
+        }
+        return 0;
+    }
+    const VELUnicodeString& Name(int pos) const { return declared_[pos]->GetName(); }
+
+private:
+    static std::size_t At(int pos) noexcept { return static_cast<std::size_t>(pos) - 1; }
+
+    void AddFriendsOf(int pos) {
+        const VELListPtrVELDyadContext& friends = ContextAccess::Friends(*declared_[pos]);
+        for (int slot = 1; slot <= friends.Size(); ++slot) {
+            const int target = index_.PositionOfName(declared_, friends[slot]->GetName());
+            targets_.push_back(target != 0 && declared_[target] == friends[slot] ? target : 0);
+        }
+    }
+
+    const VELListPtrVELDyadContext& declared_;
+    CollectorIndex& index_;
+    std::vector<std::size_t> starts_;
+    std::vector<int> targets_;
+    // The targets of each context in order, to look one up.
+    std::vector<int> sorted_;
+};
+
+// For each context a number that it shares exactly with those it can reach and be reached from.
+// Does not recurse, so the depth of the graph does not matter.
+class Components {
+public:
+    explicit Components(const FriendGraph& graph)
+        : graph_(graph), order_(Slots(graph)), low_(Slots(graph)), component_(Slots(graph)) {
+        for (int pos = 1; pos <= graph.Size(); ++pos) {
+            if (Get(order_, pos) == 0)
+                Explore(pos);
+        }
+    }
+
+    int Of(int pos) const noexcept { return component_[static_cast<std::size_t>(pos)]; }
+
+private:
+    struct Step {
+        int pos;
+        int slot;
+    };
+
+    static std::size_t Slots(const FriendGraph& graph) {
+        return static_cast<std::size_t>(graph.Size()) + 1;
+    }
+    static int& Get(std::vector<int>& values, int pos) {
+        return values[static_cast<std::size_t>(pos)];
+    }
+
+    void Enter(int pos) {
+        Get(order_, pos) = Get(low_, pos) = ++lastOrder_;
+        open_.push_back(pos);
+        steps_.push_back({pos, 0});
+    }
+
+    void Explore(int start) {
+        Enter(start);
+        while (!steps_.empty()) {
+            Step& step = steps_.back();
+            if (step.slot < graph_.FriendCount(step.pos)) {
+                const int target = graph_.Friend(step.pos, ++step.slot);
+                Follow(step.pos, target);
+            } else {
+                Leave();
+            }
+        }
+    }
+
+    void Follow(int from, int to) {
+        if (to == 0)
+            return;
+        if (Get(order_, to) == 0)
+            Enter(to);
+        else if (Get(component_, to) == 0)
+            Get(low_, from) = std::min(Get(low_, from), Get(order_, to));
+    }
+
+    void Leave() {
+        const int pos = steps_.back().pos;
+        steps_.pop_back();
+        if (!steps_.empty()) {
+            int& above = Get(low_, steps_.back().pos);
+            above = std::min(above, Get(low_, pos));
+        }
+        if (Get(low_, pos) != Get(order_, pos))
+            return;
+        ++lastComponent_;
+        int member = 0;
+        do {
+            member = open_.back();
+            open_.pop_back();
+            Get(component_, member) = lastComponent_;
+        } while (member != pos);
+    }
+
+    const FriendGraph& graph_;
+    std::vector<int> order_;
+    std::vector<int> low_;
+    std::vector<int> component_;
+    std::vector<int> open_;
+    std::vector<Step> steps_;
+    int lastOrder_ = 0;
+    int lastComponent_ = 0;
+};
+
+// The contexts on a shortest way from `from` to `to` within their component, both included.
+std::vector<int> ShortestWay(const FriendGraph& graph, const Components& components, int from,
+                             int to, std::vector<int>& cameFrom) {
+    std::vector<int> reached{from};
+    const auto at = [&cameFrom](int pos) -> int& {
+        return cameFrom[static_cast<std::size_t>(pos)];
+    };
+    at(from) = from;
+    for (std::size_t i = 0; i < reached.size() && at(to) == 0; ++i) {
+        const int pos = reached[i];
+        for (int slot = 1; slot <= graph.FriendCount(pos); ++slot) {
+            const int next = graph.Friend(pos, slot);
+            if (next == 0 || at(next) != 0 || components.Of(next) != components.Of(from))
+                continue;
+            at(next) = pos;
+            reached.push_back(next);
+        }
+    }
+    std::vector<int> way{to};
+    while (way.back() != from)
+        way.push_back(at(way.back()));
+    std::reverse(way.begin(), way.end());
+    return way;
+}
+
+VELUnicodeString TextOfRing(const FriendGraph& graph, const std::vector<int>& ring) {
+    VELUnicodeString text;
+    for (std::size_t i = 0; i < ring.size() && i < NamesShown; ++i)
+        text.Append(graph.Name(ring[i])).Append(" -> ");
+    if (ring.size() > NamesShown)
+        text.Append("... -> ");
+    return text.Append(graph.Name(ring.front()));
+}
+
+class RingHints {
+public:
+    RingHints(const FriendGraph& graph, const ReferencePlaces& references,
+              const ContextPlaces& places, FindingList& findings)
+        : graph_(graph), references_(references), places_(places), findings_(findings) {}
+
+    void Report(const std::vector<int>& ring) {
+        const VELUnicodeString text = TextOfRing(graph_, ring);
+        FindingList::Entry& entry =
+            findings_.AddAbout(graph_.Name(ring.front()), id::FriendRing, {&text, 1},
+                               SpotOfFriend(ring.front(), ring[1]));
+        for (std::size_t i = 1; i < ring.size() && i < NamesShown; ++i) {
+            const int next = i + 1 < ring.size() ? ring[i + 1] : ring.front();
+            entry.related.push_back({SpotOfFriend(ring[i], next), TextOfStep(ring[i], next)});
+        }
+    }
+
+private:
+    Spot SpotOfFriend(int pos, int friendPos) const {
+        const auto found =
+            places_.contexts.find(references_.FriendAt(pos, graph_.SlotOf(pos, friendPos)));
+        return found != places_.contexts.end() ? Spot{found->second, format::NameAttribute}
+                                               : Spot{};
+    }
+    VELUnicodeString TextOfStep(int pos, int friendPos) const {
+        VELUnicodeString text("\"");
+        text.Append(graph_.Name(pos)).Append("\" names \"");
+        return text.Append(graph_.Name(friendPos)).Append("\" here");
+    }
+
+    const FriendGraph& graph_;
+    const ReferencePlaces& references_;
+    const ContextPlaces& places_;
+    FindingList& findings_;
+};
+
+} // namespace
+
+// A friend that does not name its friend in turn, in one component, begins a ring of three or more.
+// Two that name each other are an error, not a hint.
+void HintAtFriendRings(VELDyadCtxCollector& collector, const ReferencePlaces& references,
+                       const ContextPlaces& places, FindingList& findings) {
+    const FriendGraph graph(collector);
+    const Components components(graph);
+    RingHints hints(graph, references, places, findings);
+    std::vector<bool> isTold(static_cast<std::size_t>(graph.Size()) + 1);
+    std::vector<int> cameFrom(isTold.size());
+    for (int pos = 1; pos <= graph.Size(); ++pos) {
+        const auto component = static_cast<std::size_t>(components.Of(pos));
+        for (int slot = 1; !isTold[component] && slot <= graph.FriendCount(pos); ++slot) {
+            const int next = graph.Friend(pos, slot);
+            if (next == 0 || next == pos || components.Of(next) != components.Of(pos) ||
+                graph.HasFriend(next, pos))
+                continue;
+            isTold[component] = true;
+            std::vector<int> ring = ShortestWay(graph, components, next, pos, cameFrom);
+            std::rotate(ring.begin(), ring.end() - 1, ring.end());
+            hints.Report(ring);
+        }
+    }
+}
+
+} // namespace dyadctx

@@ -1,0 +1,75 @@
+#include "xml/VELDyadCtxFileCheck.h"
+
+#include "xml/detail/FileCheckRun.h"
+#include "xml/detail/FindingIds.h"
+
+#include <utility>
+
+VELDyadCtxFileCheck::VELDyadCtxFileCheck() noexcept = default;
+
+VELDyadCtxFileCheck::~VELDyadCtxFileCheck() = default;
+
+VELResult VELDyadCtxFileCheck::Silence(const VELUnicodeString& id) {
+    const dyadctx::FindingKind* kind = dyadctx::FindOwnKind(id.AsView());
+    if (kind == nullptr || kind->severity == VELDyadCtxSeverity::Error)
+        return E_FAIL;
+    try {
+        silenced_.Append(id);
+        return S_OK;
+    } catch (...) {
+        return E_FAIL;
+    }
+}
+
+VELListVal<VELDyadCtxFindingKind> VELDyadCtxFileCheck::GetFindingKinds() {
+    try {
+        VELListVal<VELDyadCtxFindingKind> kinds;
+        for (const dyadctx::FindingKind& kind : dyadctx::OwnFindingKinds())
+            kinds.Append({kind.id, kind.severity, VELUnicodeString(kind.text)});
+        return kinds;
+    } catch (...) {
+        return {};
+    }
+}
+
+VELResult VELDyadCtxFileCheck::Run(const VELUnicodeString& file) {
+    findings_.RemoveAll();
+    run_.reset();
+    try {
+        auto run = std::make_unique<dyadctx::FileCheckRun>(
+            file, dyadctx::FileCheckOptions{deep_, silenced_});
+        const bool valid = !run->HasErrors();
+        findings_ = run->TakeFindings();
+        run_ = std::move(run);
+        return valid ? S_OK : S_FALSE;
+    } catch (...) {
+        findings_.RemoveAll();
+        return E_FAIL;
+    }
+}
+
+int VELDyadCtxFileCheck::GetNbFindings(VELDyadCtxSeverity severity) const noexcept {
+    int count = 0;
+    for (int pos = 1; pos <= findings_.Size(); ++pos)
+        count += findings_[pos].severity == severity ? 1 : 0;
+    return count;
+}
+
+VELDyadCtxCollector* VELDyadCtxFileCheck::GetCollector() const noexcept {
+    return run_ != nullptr ? run_->Collector() : nullptr;
+}
+
+VELResult VELDyadCtxFileCheck::GetPlace(const VELDyadContext* context, int& line,
+                                        int& column) const {
+    try {
+        const std::optional<dyadctx::Place> place =
+            run_ != nullptr ? run_->PlaceOf(context) : std::nullopt;
+        if (!place)
+            return E_FAIL;
+        line = place->line;
+        column = place->column;
+        return S_OK;
+    } catch (...) {
+        return E_FAIL;
+    }
+}

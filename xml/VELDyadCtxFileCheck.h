@@ -1,0 +1,97 @@
+// Everything that is wrong with one context file, each finding at its place.
+//
+// Where a factory of VELDyadCtxCollector stops at the first fault, this goes on: it reads, links
+// and checks with the same code, through all contexts. The findings of severity Error hold whatever
+// a factory says of the file, and there is one exactly when a factory refuses the file. Warnings
+// and notes are help beyond that; the library itself does not mind them.
+//
+// The DB context environment counts as it is when Run is called. An object is used from one thread
+// at a time. No operation throws.
+#pragma once
+
+#include "collector/VELDyadCtxCollector.h"
+#include "platform/VELExport.h"
+#include "platform/VELListVal.h"
+#include "platform/VELResult.h"
+#include "platform/VELUnicodeString.h"
+
+#include <memory>
+
+namespace dyadctx {
+class FileCheckRun;
+}
+
+enum class VELDyadCtxSeverity { Error, Warning, Note };
+
+// The other party of a finding, in the same file. Line and column as in VELDyadCtxFinding.
+struct VELDyadCtxRelatedPlace {
+    VELUnicodeString text;
+    int line = 0;
+    int column = 0;
+};
+
+struct VELDyadCtxFinding {
+    // The key of the library's message, or one of VELDyadCtxFileCheck::GetFindingKinds.
+    VELUnicodeString id;
+    VELDyadCtxSeverity severity = VELDyadCtxSeverity::Error;
+    VELListValVELUnicodeString parameters;
+    VELUnicodeString text;
+    // The name of the context at fault; `hasContext` tells an empty name from none.
+    bool hasContext = false;
+    VELUnicodeString context;
+    // Of the attribute at fault, else of its element, from 1; columns count characters (in UTF-16
+    // units of two bytes). 0 for a finding without place.
+    int line = 0;
+    int column = 0;
+    VELListVal<VELDyadCtxRelatedPlace> related;
+};
+
+// A kind of finding that is not a message of the library.
+struct VELDyadCtxFindingKind {
+    VELUnicodeString id;
+    VELDyadCtxSeverity severity = VELDyadCtxSeverity::Error;
+    // With {0}, {1} in place of the parameters.
+    VELUnicodeString text;
+};
+
+class VELDYADCTX_EXPORT VELDyadCtxFileCheck {
+public:
+    VELDyadCtxFileCheck() noexcept;
+    ~VELDyadCtxFileCheck();
+    VELDyadCtxFileCheck(const VELDyadCtxFileCheck&) = delete;
+    VELDyadCtxFileCheck& operator=(const VELDyadCtxFileCheck&) = delete;
+
+    // ---- What to look for ----------------------------------------------------------------------
+    // Whether to look also for the folders and files that contexts name. Off at first.
+    void SetDeep(bool deep) noexcept { deep_ = deep; }
+    // Leaves out findings of that kind. E_FAIL for what is not the id of a warning or note.
+    VELResult Silence(const VELUnicodeString& id);
+    // Every kind of finding beyond the library's own messages.
+    static VELListVal<VELDyadCtxFindingKind> GetFindingKinds();
+
+    // ---- The check -----------------------------------------------------------------------------
+    // S_OK when a factory takes the file, S_FALSE when there are errors. E_FAIL without memory;
+    // there are then no findings and no collector.
+    VELResult Run(const VELUnicodeString& file);
+
+    // ---- What came of it, until the next Run ---------------------------------------------------
+    int GetNbFindings() const noexcept { return findings_.Size(); }
+    // In the order of the file; positions from 1.
+    const VELDyadCtxFinding& GetFindingAt(int index) const { return findings_[index]; }
+    int GetNbFindings(VELDyadCtxSeverity severity) const noexcept;
+
+    // What could be made of the file, valid or not; it stays this object's. Contexts that lack an
+    // attribute are in it; a friend or associated context whose name is not declared is still the
+    // placeholder that was read, which is not among the declared contexts. Never null after a Run
+    // that had memory: without contexts where the file cannot be read.
+    VELDyadCtxCollector* GetCollector() const noexcept;
+    // Where the element of a context of that collector stands, declared or placeholder. E_FAIL, and
+    // the outputs as before, for any other context.
+    VELResult GetPlace(const VELDyadContext* context, int& line, int& column) const;
+
+private:
+    bool deep_ = false;
+    VELListValVELUnicodeString silenced_;
+    std::unique_ptr<dyadctx::FileCheckRun> run_;
+    VELListVal<VELDyadCtxFinding> findings_;
+};

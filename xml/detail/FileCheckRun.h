@@ -1,0 +1,108 @@
+// One check of one file: what stands behind VELDyadCtxFileCheck.
+#pragma once
+
+#include "collector/VELDyadCtxCollector.h"
+#include "collector/detail/Finding.h"
+#include "xml/detail/ContextPlaces.h"
+#include "xml/detail/FindingList.h"
+#include "xml/detail/ReadObserver.h"
+#include "xml/detail/ReferencePlaces.h"
+
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace dyadctx {
+
+class NearestName;
+
+struct FileCheckOptions {
+    bool deep = false;
+    VELListValVELUnicodeString silenced;
+};
+
+class FileCheckRun final : private ReadObserver, private FindingReporter {
+public:
+    // Runs the check. Throws std::bad_alloc.
+    FileCheckRun(const VELUnicodeString& file, const FileCheckOptions& options);
+    FileCheckRun(const FileCheckRun&) = delete;
+    FileCheckRun& operator=(const FileCheckRun&) = delete;
+
+    bool HasErrors() const noexcept { return findings_.HasErrors(); }
+    // To be called once.
+    VELListVal<VELDyadCtxFinding> TakeFindings();
+    VELDyadCtxCollector* Collector() const noexcept { return collector_.get(); }
+    // The place of a context's element as a finding tells it; nothing for a context that is not of
+    // the file. Throws std::bad_alloc.
+    std::optional<Place> PlaceOf(const VELDyadContext* context);
+
+private:
+    struct LeftOut {
+        VELUnicodeString name;
+        Place place;
+    };
+    // A friend or associated context whose name is not declared.
+    struct Unknown {
+        const VELDyadContext* context;
+        const VELDyadContext* placeholder;
+    };
+
+    const Place* ElementOf(const VELDyadContext* context) const noexcept;
+    const SourceText& Text();
+
+    void Run();
+    void ReadFile();
+    void LinkAndCheck();
+    void GiveHints();
+    void CheckDeclared(int count);
+
+    void MeetDocument(const VELIDOMElement& root) override;
+    void MeetFault(const Finding& fault, const VELIDOMNode& where) override;
+    void MeetContext(const VELDyadContext& context, unsigned int missing) override;
+    void MeetLeftOut(const VELDyadContext& context, const VELIDOMElement& element,
+                     bool isDeclared) override;
+    void MeetRepeated(const VELDyadContext& first, const VELIDOMElement& element) override;
+    void Report(const Finding& finding) override;
+
+    void AddSyntaxError(const Finding& fault);
+    void AddDataFault(const Finding& fault);
+    void AddInternalError(const Finding& fault, const VELIDOMNode& where);
+    void WarnOfMovedFriends(const char* id, const VELUnicodeString& name,
+                            const VELIDOMElement& element);
+    void SuggestNames();
+    void SuggestName(const Unknown& unknown, NearestName& nearest);
+    void NoteLeftOut();
+    void NoteNoDefaultContext();
+
+    bool IsFollowUp(const Finding& finding) const;
+    Spot SpotOf(const Finding& finding) const;
+    Spot SpotOfContext(const VELDyadContext* context, const char* attribute) const;
+    void Relate(const Finding& finding, FindingList::Entry& entry);
+    void RelateUnknown(const Finding& finding, FindingList::Entry& entry);
+    void RelateReturn(const Finding& finding, FindingList::Entry& entry);
+    // The first position among the declared contexts; 0 without one.
+    int PositionOfName(const VELUnicodeString& name) const;
+
+    VELUnicodeString file_;
+    FileCheckOptions options_;
+    std::unique_ptr<VELDyadCtxCollector> collector_;
+    FindingList findings_;
+    ContextPlaces places_;
+    std::optional<SourceText> text_;
+    VELIDOMElement root_;
+    std::unordered_map<const VELDyadContext*, unsigned int> missing_;
+    std::optional<ReferencePlaces> references_;
+    // The position of the context being checked.
+    int checked_ = 0;
+    std::vector<LeftOut> leftOut_;
+    // Positions in leftOut_, once it is needed.
+    std::unordered_map<std::string_view, std::size_t> leftOutByName_;
+    bool isOwnerlessReported_ = false;
+    // Nothing could be read behind the fault.
+    bool hasReadingEnded_ = false;
+    std::vector<Unknown> unknown_;
+};
+
+} // namespace dyadctx

@@ -1,0 +1,67 @@
+// The findings about one file while they are gathered.
+#pragma once
+
+#include "context/VELDyadContext.h"
+#include "platform/VELListVal.h"
+#include "platform/VELUnicodeString.h"
+#include "xml/VELDyadCtxFileCheck.h"
+#include "xml/detail/ContextPlaces.h"
+#include "xml/detail/SourceText.h"
+
+#include <functional>
+#include <set>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace dyadctx {
+
+// Where something stands: an element, or one of its attributes. The attribute's name outlives the
+// list.
+struct Spot {
+    Place element;
+    const char* attribute = nullptr;
+};
+
+class FindingList {
+public:
+    struct Related {
+        Spot spot;
+        VELUnicodeString text;
+    };
+    struct Entry {
+        VELDyadCtxFinding finding;
+        Spot spot;
+        std::vector<Related> related;
+    };
+
+    FindingList() = default;
+    FindingList(const FindingList&) = delete;
+    FindingList& operator=(const FindingList&) = delete;
+
+    // Adds a finding with its severity and text. The reference is good until the next one is added.
+    Entry& Add(const char* id, std::span<const VELUnicodeString> parameters, const Spot& spot);
+    Entry& AddAbout(const VELUnicodeString& context, const char* id,
+                    std::span<const VELUnicodeString> parameters, const Spot& spot);
+
+    // The last parameter is a suggestion; it joins the text unless it is empty.
+    Entry& AddWithSuggestion(const char* id, std::span<const VELUnicodeString> parameters,
+                             const Spot& spot);
+    // A copy of the text that lives as long as the list, for the attribute of a spot.
+    const char* Keep(std::string_view text) { return kept_.emplace(text).first->c_str(); }
+
+    bool HasErrors() const noexcept { return hasErrors_; }
+
+    bool IsEmpty() const noexcept { return entries_.empty(); }
+    void LeaveOut(const VELListValVELUnicodeString& ids);
+    // The findings in the order of the file, each once. The list is empty afterwards.
+    VELListVal<VELDyadCtxFinding> Finish(const SourceText& text);
+
+private:
+    std::vector<Entry> entries_;
+    std::set<std::string, std::less<>> kept_;
+    bool hasErrors_ = false;
+};
+
+} // namespace dyadctx

@@ -1,0 +1,42 @@
+// The likely meaning of a name that is not known.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace dyadctx {
+
+// Searches among many names. Each search looks at all names of similar length until the object has
+// done as much as it may; from then on it finds only names that differ in letter case, blanks and
+// dashes. So a file with many unknown names does not take long. Throws std::bad_alloc.
+class NearestName {
+public:
+    // The names outlive the object.
+    explicit NearestName(const std::vector<std::string_view>& names);
+
+    // The name nearest to `word`, letter case aside, the first of equally near ones; empty when
+    // none is near. A word that is itself a name is none.
+    std::string_view Find(std::string_view word);
+
+private:
+    struct Candidate {
+        std::string_view name;
+        std::uint64_t letters = 0;
+    };
+
+    std::string_view FindAmong(const std::vector<Candidate>& candidates, std::string_view word,
+                               std::size_t& limit);
+
+    std::map<std::size_t, std::vector<Candidate>> byLength_;
+    std::unordered_map<std::string, std::string_view> byFoldedName_;
+    std::size_t comparisonsLeft_;
+    std::size_t distancesLeft_;
+};
+
+} // namespace dyadctx
