@@ -29,7 +29,9 @@ void TraceNoName(const RuleSubject&) {
 }
 
 int HasLongName(RuleSubject& subject) {
-    return subject.name.GetLengthInChar() > LongestName;
+    // There are never more characters than bytes, so most names need not be counted.
+    return subject.name.AsView().size() > LongestName &&
+           subject.name.GetLengthInChar() > LongestName;
 }
 
 void TraceLongName(const RuleSubject& subject) {
