@@ -80,7 +80,7 @@ VELResult ContextEntry::SetProvider(VELDyadContext& context,
     result = provider->SetConnectorName(values_.connector);
     if (result < 0)
         return result;
-    result = provider->SetServerDetails(values_.detailKeys, values_.detailValues);
+    result = provider->SetServerDetails(Names().serverDetails, values_.detailValues);
     if (result < 0)
         return result;
     return context.SetDyadDbProvider(provider);
@@ -117,7 +117,7 @@ void ContextEntry::FileSite(const VELIDyadDbProvider_var& provider) {
     if (state_.collector.GetCtxFromName(values_.name, declared) < 0 || declared == nullptr)
         return;
     VELUnicodeString site;
-    VELDyadCtxXml::GetServerdetailsForHashTable(site, values_.connector, values_.detailKeys,
+    VELDyadCtxXml::GetServerdetailsForHashTable(site, values_.connector, Names().serverDetails,
                                                 values_.detailValues);
     declared->AddRecordInMultiSiteHash(site, provider);
 }

@@ -48,10 +48,8 @@ VELResult GetXMLDbValuesContext(const VELIDOMElement& element, ContextLevels lev
     if (!ReadAttribute(element, Names().connector, values.connector) && !MayLackConnector(levels))
         return FailAlone(DatabaseValuesMethod, key::CtxNoConnector, message);
     const VELListValVELUnicodeString& details = Names().serverDetails;
-    for (int pos = 1; pos <= details.Size(); ++pos) {
-        values.detailKeys.Append(details[pos]);
+    for (int pos = 1; pos <= details.Size(); ++pos)
         values.detailValues.Append(AttributeOrEmpty(element, details[pos]));
-    }
     return S_OK;
 }
 
@@ -59,7 +57,6 @@ VELResult GetXMLDbValuesContext(const VELIDOMElement& element, ContextLevels lev
 
 void ContextValues::Clear() {
     name = parameter = parameterType = connector = VELUnicodeString();
-    detailKeys.RemoveAll();
     detailValues.RemoveAll();
 }
 
