@@ -1,6 +1,6 @@
 #include "xml/detail/ScenarioReader.h"
 
-#include "trace/detail/MessageKeys.h"
+#include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
 #include "xml/detail/FindingIds.h"
 #include "xml/detail/FormatNames.h"
