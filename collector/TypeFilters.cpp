@@ -159,12 +159,7 @@ VELResult VELDyadCtxCollector::GetContextType(int& type) const noexcept {
 void VELDyadCtxCollector::GetListOfParamTypes(VELListValVELUnicodeString& types) {
     const int sizeBefore = types.Size();
     const VELResult listed = CodeOf([&] {
-        if (IsDbEnvironmentOn())
-            types.Append(dyadctx::FileType);
-        types.Append(dyadctx::PathType);
-        if (IsDbEnvironmentOn())
-            types.Append(dyadctx::DatabaseType);
-        types.Append(dyadctx::DefaultType);
+        dyadctx::VisitParameterTypes([&types](const char* type) { types.Append(type); });
         return S_OK;
     });
     if (listed != S_OK)

@@ -113,12 +113,12 @@ public:
                                                 VELListValVELUnicodeString& names);
 
     // ---- Exchange scenarios --------------------------------------------------------------------
-    // Keeps one row. S_OK; E_FAIL, and the rows as before, only without memory.
+    // Keeps one row. Always S_OK: without memory there is no new row, which GetNbScenarios tells.
     VELResult AddScenario(const VELUnicodeString& channel, const VELUnicodeString& channelContext,
                           const VELUnicodeString& profile, const VELUnicodeString& scenarioId,
                           const VELUnicodeString& optionName, const VELUnicodeString& optionValue);
-    // Queries answer in the order of the rows, empty their lists first, and are always S_OK.
-    // The channels that offer one of the scenarios, each once, with their contexts.
+    // Queries answer in the order of the rows, empty their lists first, and are S_OK; without
+    // memory E_FAIL. The channels that offer one of the scenarios, each once, with their contexts.
     VELResult GetExchangeChannelfromScenario(const VELListValVELUnicodeString& ids,
                                              VELListValVELUnicodeString& channels,
                                              VELListValVELUnicodeString& channelContexts);

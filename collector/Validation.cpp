@@ -3,7 +3,7 @@
 #include "collector/VELDyadCtxCollector.h"
 
 #include "collector/detail/CheckRun.h"
-#include "trace/detail/MessageKeys.h"
+#include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
 
 #include <utility>
@@ -62,10 +62,7 @@ unsigned char VELDyadCtxCollector::CheckDefaultContext(const VELUnicodeString& n
 }
 
 unsigned char VELDyadCtxCollector::IsAValidParamType(const VELUnicodeString& parameterType) {
-    return dyadctx::RuleLookups(*this, _MainContexts, *index_, CheckExtent::OneContext)
-                   .IsKnownType(parameterType)
-               ? 1
-               : 0;
+    return dyadctx::RuleLookups::IsKnownType(parameterType) ? 1 : 0;
 }
 
 unsigned char VELDyadCtxCollector::FindMatchingCtx(int index, VELDyadContext* context,

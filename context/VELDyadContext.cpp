@@ -6,7 +6,7 @@
 #include "context/detail/ParameterTypes.h"
 #include "context/detail/SiteTables.h"
 #include "platform/VELDyadDbProviderServices.h"
-#include "trace/detail/MessageKeys.h"
+#include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/ProcessSettings.h"
 #include "trace/detail/TraceLine.h"
 #include "trace/detail/UserMessage.h"

@@ -32,6 +32,8 @@ public:
     // Adds at the end; gives the new size, 0 when there is no memory for it.
     int Append(E element) noexcept {
         try {
+            if (elements_.capacity() == 0)
+                elements_.reserve(FewestElements);
             elements_.push_back(element);
         } catch (const std::exception&) {
             return 0;
@@ -102,6 +104,10 @@ public:
     int operator==(const VELRawColl& other) const noexcept { return (*this != other) ? 0 : 1; }
 
 private:
+    // As many pointers as fit the smallest block of the usual allocators, so that a short list is
+    // one block and one allocation.
+    static constexpr std::size_t FewestElements = 3;
+
     static std::size_t Index(int pos) noexcept { return static_cast<std::size_t>(pos) - 1; }
     bool Holds(int pos) const noexcept { return pos >= 1 && pos <= Size(); }
 

@@ -16,7 +16,9 @@ MAX_FILE = 500
 MAX_FUNCTION = 60
 
 NOT_A_FUNCTION = re.compile(
-    r"^\s*(inline\s+)?(namespace|class|struct|union|enum|extern)\b|=\s*\{$|^\s*\{$|\breturn\b")
+    r"^\s*(inline\s+)?(namespace|class|struct|union|enum|extern)\b|=\s*\{$|^\s*\{$|\breturn\b"
+    # A lambda belongs to the function round it.
+    r"|(?<!operator)\[[&=\w\s,*]*\]\s*[({]")
 
 
 def head_of(lines, start):

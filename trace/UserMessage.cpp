@@ -1,7 +1,7 @@
 #include "trace/detail/UserMessage.h"
 
 #include "platform/VELMsgCatalog.h"
-#include "trace/detail/MessageKeys.h"
+#include "trace/VELDyadMessageKeys.h"
 
 #include <exception>
 

@@ -3,7 +3,7 @@
 #include "context/detail/ContextAccess.h"
 #include "context/detail/DbEnvironment.h"
 #include "platform/VELDyadDbProviderServices.h"
-#include "trace/detail/MessageKeys.h"
+#include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/ProcessSettings.h"
 #include "trace/detail/TraceLine.h"
 #include "xml/detail/FindingIds.h"
@@ -99,7 +99,7 @@ VELResult ContextEntry::SetProvider(VELDyadContext& context,
     result = provider->SetConnectorName(values_.connector);
     if (result < 0)
         return result;
-    result = provider->SetServerDetails(values_.detailKeys, values_.detailValues);
+    result = provider->SetServerDetails(Names().serverDetails, values_.detailValues);
     if (result < 0)
         return result;
     return context.SetDyadDbProvider(provider);
@@ -145,7 +145,7 @@ void ContextEntry::FileSite(const VELIDyadDbProvider_var& provider) {
     if (state_.collector.GetCtxFromName(values_.name, declared) < 0 || declared == nullptr)
         return;
     VELUnicodeString site;
-    VELDyadCtxXml::GetServerdetailsForHashTable(site, values_.connector, values_.detailKeys,
+    VELDyadCtxXml::GetServerdetailsForHashTable(site, values_.connector, Names().serverDetails,
                                                 values_.detailValues);
     declared->AddRecordInMultiSiteHash(site, provider);
 }

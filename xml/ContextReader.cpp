@@ -1,7 +1,9 @@
 #include "xml/detail/ContextReader.h"
 
+#include "collector/detail/CollectorAccess.h"
+#include "collector/detail/CollectorIndex.h"
 #include "context/detail/DbEnvironment.h"
-#include "trace/detail/MessageKeys.h"
+#include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
 #include "xml/detail/FormatNames.h"
 
@@ -17,6 +19,9 @@ constexpr const char* Method = "VELDyadCtxXml::ParseXMLNodes";
 
 VELResult ContextReader::ParseXMLNodes(const VELIDOMElement& root) {
     VELResult result = Begin(root, Names().data, ContextLevels());
+    // Between two contexts mostly stands a line break.
+    if (!passes_.empty())
+        CollectorAccess::Index(state_.collector).Expect((passes_.back().nodeCount + 1) / 2);
     while (!passes_.empty())
         result = Advance(result);
     return result;

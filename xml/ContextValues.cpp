@@ -1,7 +1,7 @@
 #include "xml/detail/ContextValues.h"
 
 #include "context/detail/DbEnvironment.h"
-#include "trace/detail/MessageKeys.h"
+#include "trace/VELDyadMessageKeys.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/ReadState.h"
 
@@ -54,10 +54,8 @@ VELResult GetXMLDbValuesContext(const VELIDOMElement& element, ContextLevels lev
         return E_FAIL;
     }
     const VELListValVELUnicodeString& details = Names().serverDetails;
-    for (int pos = 1; pos <= details.Size(); ++pos) {
-        values.detailKeys.Append(details[pos]);
+    for (int pos = 1; pos <= details.Size(); ++pos)
         values.detailValues.Append(AttributeOrEmpty(element, details[pos]));
-    }
     return S_OK;
 }
 
@@ -65,7 +63,6 @@ VELResult GetXMLDbValuesContext(const VELIDOMElement& element, ContextLevels lev
 
 void ContextValues::Clear() {
     name = parameter = parameterType = connector = VELUnicodeString();
-    detailKeys.RemoveAll();
     detailValues.RemoveAll();
     missing = 0;
 }

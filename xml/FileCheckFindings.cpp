@@ -3,7 +3,7 @@
 
 #include "collector/detail/CollectorAccess.h"
 #include "collector/detail/CollectorIndex.h"
-#include "trace/detail/MessageKeys.h"
+#include "trace/VELDyadMessageKeys.h"
 #include "xml/detail/ContextValues.h"
 #include "xml/detail/FormatNames.h"
 

@@ -5,7 +5,7 @@
 #include "collector/detail/ContextFileSource.h"
 #include "collector/detail/LinkRun.h"
 #include "context/detail/ParameterTypes.h"
-#include "trace/detail/MessageKeys.h"
+#include "trace/VELDyadMessageKeys.h"
 #include "xml/detail/FileHints.h"
 #include "xml/detail/FindingIds.h"
 #include "xml/detail/FormatNames.h"

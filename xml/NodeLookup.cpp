@@ -1,7 +1,7 @@
 #include "xml/detail/NodeLookup.h"
 
 #include "context/detail/DbEnvironment.h"
-#include "trace/detail/MessageKeys.h"
+#include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/ReadState.h"

@@ -1,6 +1,6 @@
 #include "xml/detail/VELDyadCtxXml.h"
 
-#include "trace/detail/MessageKeys.h"
+#include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
 #include "xml/detail/ContextPlaces.h"
 #include "xml/detail/ContextReader.h"

@@ -1,6 +1,6 @@
 #include "xml/detail/ScenarioReader.h"
 
-#include "trace/detail/MessageKeys.h"
+#include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
 #include "xml/detail/FindingIds.h"
 #include "xml/detail/FormatNames.h"
@@ -148,9 +148,11 @@ void ScenarioReader::AddRows(const Pass& scenarioId) {
 void ScenarioReader::AddRow(const Pass& scenarioId, const VELUnicodeString& optionName,
                             const VELUnicodeString& optionValue) {
     const VELUnicodeString& name = *contextName_;
-    // Fails only without memory.
-    if (state_.collector.AddScenario(name, name, scenarioId.profile, scenarioId.ident, optionName,
-                                     optionValue) < 0)
+    const int rowsBefore = state_.collector.GetNbScenarios();
+    state_.collector.AddScenario(name, name, scenarioId.profile, scenarioId.ident, optionName,
+                                 optionValue);
+    // A collector that lacks a row of its file must not reach a client.
+    if (state_.collector.GetNbScenarios() == rowsBefore)
         throw std::bad_alloc();
 }
 

@@ -2,7 +2,7 @@
 
 #include "context/detail/ContextAccess.h"
 #include "context/detail/DbEnvironment.h"
-#include "trace/detail/MessageKeys.h"
+#include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
 
 namespace dyadctx {

@@ -2,6 +2,7 @@
 // broken. It traces as the collector's Check does. The contexts must stay as they are meanwhile.
 #pragma once
 
+#include "collector/VELDyadCtxCollector.h"
 #include "collector/detail/ContextRules.h"
 #include "collector/detail/RuleLookups.h"
 
@@ -12,8 +13,7 @@ public:
     // With CheckExtent::AllContexts each context is given with its own position.
     CheckRun(VELDyadCtxCollector& collector, const VELListPtrVELDyadContext& declared,
              CollectorIndex& index, CheckExtent extent, FindingReporter& reporter)
-        : collector_(collector), lookups_(collector, declared, index, extent), reporter_(reporter) {
-    }
+        : collector_(collector), lookups_(declared, index, extent), reporter_(reporter) {}
 
     // Whether the context keeps all rules. False without report for a null context or an index
     // outside the current view; index 0 is a context that is not registered.

@@ -3,6 +3,7 @@
 #include "context/detail/ContextAccess.h"
 #include "context/detail/TextHash.h"
 
+#include <algorithm>
 #include <bit>
 #include <string_view>
 
@@ -32,7 +33,8 @@ std::uint64_t HashOfPair(const VELUnicodeString& first, const VELUnicodeString& 
 } // namespace
 
 template<class ContextAt>
-void CollectorIndex::Extend(Names& names, int size, int declaredSize, ContextAt contextAt) {
+void CollectorIndex::Extend(Names& names, int size, int expectedSize, int declaredSize,
+                            ContextAt contextAt) {
     const std::uint64_t assignments = ContextAccess::AssignmentCount();
     const bool isOutdated = names.assignments != assignments || names.chains.Size() > size ||
                             (names.hasGaps && names.declaredSize != declaredSize);
@@ -41,7 +43,7 @@ void CollectorIndex::Extend(Names& names, int size, int declaredSize, ContextAt 
     names.assignments = assignments;
     names.declaredSize = declaredSize;
     if (names.chains.Size() == 0)
-        names.chains.Reserve(size);
+        names.chains.Reserve(std::max(size, expectedSize));
     while (names.chains.Size() < size) {
         const VELDyadContext* context = contextAt(names.chains.Size() + 1);
         if (context == nullptr) {
@@ -55,7 +57,7 @@ void CollectorIndex::Extend(Names& names, int size, int declaredSize, ContextAt 
 }
 
 const PositionChains& CollectorIndex::Declared(const VELListPtrVELDyadContext& declared) {
-    Extend(declared_, declared.Size(), declared.Size(), ContextsOf(declared));
+    Extend(declared_, declared.Size(), expectedSize_, declared.Size(), ContextsOf(declared));
     return declared_.chains;
 }
 
@@ -87,7 +89,7 @@ int CollectorIndex::PlaceOfName(const VELListPtrVELDyadContext& declared,
                                 const VELUnicodeString& name) {
     Names& names = views_[static_cast<std::size_t>(view - PathContexts)];
     const auto contextAt = ContextsOf(declared, positions);
-    Extend(names, positions.Size(), declared.Size(), contextAt);
+    Extend(names, positions.Size(), 0, declared.Size(), contextAt);
     return names.chains.Find(HashOfText(name.AsView()), HasName(contextAt, name.AsView())).first;
 }
 
@@ -133,6 +135,7 @@ void CollectorIndex::Forget() noexcept {
     ownedSize_ = 0;
     channelRows_.Clear();
     profileRows_.Clear();
+    expectedSize_ = 0;
 }
 
 } // namespace dyadctx

@@ -21,6 +21,9 @@ namespace dyadctx {
 
 class CollectorIndex {
 public:
+    // Prepares for about that many declared contexts.
+    void Expect(int declaredSize) noexcept { expectedSize_ = declaredSize; }
+
     // The first position above `after` in `declared` whose context has that name; 0 without one.
     int PositionOfName(const VELListPtrVELDyadContext& declared, const VELUnicodeString& name,
                        int after = 0);
@@ -59,10 +62,12 @@ private:
     };
 
     template<class ContextAt>
-    static void Extend(Names& names, int size, int declaredSize, ContextAt contextAt);
+    static void Extend(Names& names, int size, int expectedSize, int declaredSize,
+                       ContextAt contextAt);
     const PositionChains& Declared(const VELListPtrVELDyadContext& declared);
 
     Names declared_;
+    int expectedSize_ = 0;
     // By view, without AllContexts.
     std::array<Names, 3> views_;
     std::unordered_set<const VELDyadContext*> owned_;

@@ -2,7 +2,7 @@
 
 #include "collector/detail/RuleLookups.h"
 #include "context/detail/ParameterTypes.h"
-#include "trace/detail/MessageKeys.h"
+#include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
 
 namespace dyadctx {
@@ -29,7 +29,9 @@ void TraceNoName(const RuleSubject&) {
 }
 
 int HasLongName(RuleSubject& subject) {
-    return subject.name.GetLengthInChar() > LongestName;
+    // There are never more characters than bytes, so most names need not be counted.
+    return subject.name.AsView().size() > LongestName &&
+           subject.name.GetLengthInChar() > LongestName;
 }
 
 void TraceLongName(const RuleSubject& subject) {

@@ -3,16 +3,11 @@
 #include "context/detail/ContextAccess.h"
 #include "context/detail/GuardedCall.h"
 #include "context/detail/ParameterTypes.h"
+#include "context/detail/TextHash.h"
 #include "platform/detail/InMemoryDbProvider.h"
 #include "trace/detail/TraceLine.h"
 
 #include <algorithm>
-#include <bit>
-#include <cstddef>
-#include <functional>
-#include <new>
-#include <string>
-#include <utility>
 
 namespace dyadctx {
 
@@ -47,62 +42,6 @@ const InMemoryDbProvider* ProviderOf(const VELDyadContext* context) {
                               : InMemoryDbProvider::From(ContextAccess::KeptProvider(*context));
 }
 
-void ReadIdentity(const InMemoryDbProvider& provider, std::string& identity) {
-    identity.clear();
-    if (!provider.AppendIdentity(identity))
-        throw std::bad_alloc();
-}
-
-// Remembers the lowest position seen so far of each database, by the text that identifies it.
-class NearestPositions {
-public:
-    explicit NearestPositions(const VELListPtrVELDyadContext& declared)
-        : declared_(declared), slots_(SlotCountFor(declared)),
-          hashes_(static_cast<std::size_t>(declared.Size()) + 1) {}
-
-    // Puts `pos` in the place of the position remembered for its database and gives that one; 0 for
-    // the first.
-    int Replace(int pos, const InMemoryDbProvider& provider) {
-        ReadIdentity(provider, identity_);
-        const std::size_t hash = std::hash<std::string>()(identity_);
-        hashes_[static_cast<std::size_t>(pos)] = hash;
-        int& slot = SlotOf(hash);
-        return std::exchange(slot, pos);
-    }
-
-private:
-    // At least twice as many slots as databases, a power of two.
-    static std::size_t SlotCountFor(const VELListPtrVELDyadContext& declared) {
-        std::size_t providers = 0;
-        for (int pos = 1; pos <= declared.Size(); ++pos) {
-            if (ProviderOf(declared[pos]) != nullptr)
-                ++providers;
-        }
-        return std::bit_ceil(2 * providers + 1);
-    }
-
-    // The slot of the database whose identity is at hand, or an empty one.
-    int& SlotOf(std::size_t hash) {
-        std::size_t place = hash & (slots_.size() - 1);
-        while (slots_[place] != 0 && !HoldsIdentity(slots_[place], hash))
-            place = (place + 1) & (slots_.size() - 1);
-        return slots_[place];
-    }
-
-    bool HoldsIdentity(int pos, std::size_t hash) {
-        if (hashes_[static_cast<std::size_t>(pos)] != hash)
-            return false;
-        ReadIdentity(*ProviderOf(declared_[pos]), other_);
-        return other_ == identity_;
-    }
-
-    const VELListPtrVELDyadContext& declared_;
-    std::vector<int> slots_;
-    std::vector<std::size_t> hashes_;
-    std::string identity_;
-    std::string other_;
-};
-
 } // namespace
 
 VELDyadContext* FindLaterOnSameDatabase(const VELListPtrVELDyadContext& declared,
@@ -129,35 +68,36 @@ VELDyadContext* FindLaterOnSameDatabase(const VELListPtrVELDyadContext& declared
     return match;
 }
 
-bool DatabaseMatches::MayReplaceSearch(const VELListPtrVELDyadContext& declared) {
-    if (VELIsTraceActive() || !IsBuiltInFactoryActive())
-        return false;
-    for (int pos = 1; pos <= declared.Size(); ++pos) {
-        const VELDyadContext* context = declared[pos];
-        if (context != nullptr && !ContextAccess::KeptProvider(*context).IsNull() &&
-            ProviderOf(context) == nullptr)
+std::optional<DatabaseMatches>
+DatabaseMatches::InPlaceOfSearch(const VELListPtrVELDyadContext& declared) {
+    std::optional<DatabaseMatches> matches;
+    if (!VELIsTraceActive() && IsBuiltInFactoryActive() &&
+        !matches.emplace(DatabaseMatches(declared)).AppendAll())
+        matches.reset();
+    return matches;
+}
+
+bool DatabaseMatches::AppendAll() {
+    const auto isOnSame = [this](const InMemoryDbProvider& provider) {
+        return
+            [this, &provider](int pos) { return provider.IsSameAs(*ProviderOf(declared_[pos])); };
+    };
+    for (int pos = 1; pos <= declared_.Size(); ++pos) {
+        const VELDyadContext* context = declared_[pos];
+        const InMemoryDbProvider* provider = ProviderOf(context);
+        if (provider != nullptr && provider->Name() != UncomparedProviderType)
+            chains_.Append(provider->IdentityHash(&HashOfText), isOnSame(*provider));
+        else
+            chains_.AppendWithoutKey();
+        if (provider == nullptr && context != nullptr &&
+            !ContextAccess::KeptProvider(*context).IsNull())
             return false;
     }
     return true;
 }
 
-DatabaseMatches::DatabaseMatches(const VELListPtrVELDyadContext& declared)
-    : declared_(declared), next_(static_cast<std::size_t>(declared.Size()) + 1) {
-    NearestPositions nearest(declared);
-    VELUnicodeString type;
-    for (int pos = declared.Size(); pos >= 1; --pos) {
-        const InMemoryDbProvider* provider = ProviderOf(declared[pos]);
-        if (provider != nullptr &&
-            IsCompared(*ContextAccess::KeptProvider(*declared[pos]).Get(), type))
-            next_[static_cast<std::size_t>(pos)] = nearest.Replace(pos, *provider);
-    }
-}
-
 VELDyadContext* DatabaseMatches::LaterOnSameDatabase(int index) const {
-    const VELDyadContext* context = declared_[index];
-    if (context == nullptr || context->GetParameterType().AsView() != DatabaseType)
-        return nullptr;
-    const int next = next_[static_cast<std::size_t>(index)];
+    const int next = chains_.Next(index);
     return next == 0 ? nullptr : declared_[next];
 }
 

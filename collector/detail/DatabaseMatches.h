@@ -1,10 +1,11 @@
 // Which declared contexts are on the same database.
 #pragma once
 
+#include "collector/detail/PositionChains.h"
 #include "context/VELDyadContext.h"
 #include "context/VELListPtrVELDyadContext.h"
 
-#include <vector>
+#include <optional>
 
 namespace dyadctx {
 
@@ -22,17 +23,22 @@ VELDyadContext* FindLaterOnSameDatabase(const VELListPtrVELDyadContext& declared
 // as they are while it is used.
 class DatabaseMatches {
 public:
-    // Whether it may stand in: the trace is off, and all providers are the built-in ones.
-    static bool MayReplaceSearch(const VELListPtrVELDyadContext& declared);
+    // Nothing when it may not stand in: the trace is on, or not all providers are the built-in
+    // ones. Throws std::bad_alloc.
+    static std::optional<DatabaseMatches> InPlaceOfSearch(const VELListPtrVELDyadContext& declared);
 
-    explicit DatabaseMatches(const VELListPtrVELDyadContext& declared);
-
+    // `index` is the position of a declared context.
     VELDyadContext* LaterOnSameDatabase(int index) const;
 
 private:
+    explicit DatabaseMatches(const VELListPtrVELDyadContext& declared) : declared_(declared) {}
+
+    // False at a provider that is not a built-in one.
+    bool AppendAll();
+
     const VELListPtrVELDyadContext& declared_;
-    // By position: the next position on the same database; 0 when there is none.
-    std::vector<int> next_;
+    // The positions of each database that is compared.
+    PositionChains chains_;
 };
 
 } // namespace dyadctx

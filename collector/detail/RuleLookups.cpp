@@ -1,10 +1,12 @@
 #include "collector/detail/RuleLookups.h"
 
 #include "context/detail/ContextAccess.h"
+#include "context/detail/ParameterTypes.h"
 
 #include <algorithm>
 #include <new>
 #include <string_view>
+#include <utility>
 
 namespace dyadctx {
 
@@ -38,9 +40,10 @@ struct ByName {
 } // namespace
 
 bool RuleLookups::IsKnownType(const VELUnicodeString& parameterType) {
-    knownTypes_.RemoveAll();
-    collector_.GetListOfParamTypes(knownTypes_);
-    return knownTypes_.Locate(parameterType) > 0;
+    bool known = false;
+    VisitParameterTypes(
+        [&](std::string_view type) { known = known || parameterType.AsView() == type; });
+    return known;
 }
 
 VELDyadContext* RuleLookups::LaterNamesake(const VELUnicodeString& name, int after) {
@@ -60,8 +63,8 @@ VELDyadContext* RuleLookups::LaterOnSameDatabase(VELDyadContext* context, int af
 bool RuleLookups::UseDatabaseMatches() {
     if (!matchesTried_) {
         matchesTried_ = true;
-        if (DatabaseMatches::MayReplaceSearch(declared_))
-            matches_.emplace(declared_);
+        if (auto matches = DatabaseMatches::InPlaceOfSearch(declared_))
+            matches_.emplace(std::move(*matches));
     }
     return matches_.has_value();
 }

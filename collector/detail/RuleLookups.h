@@ -4,7 +4,6 @@
 // than one check.
 #pragma once
 
-#include "collector/VELDyadCtxCollector.h"
 #include "collector/detail/CollectorIndex.h"
 #include "collector/detail/DatabaseMatches.h"
 
@@ -20,12 +19,11 @@ enum class CheckExtent { OneContext, AllContexts };
 
 class RuleLookups {
 public:
-    RuleLookups(VELDyadCtxCollector& collector, const VELListPtrVELDyadContext& declared,
-                CollectorIndex& index, CheckExtent extent)
-        : collector_(collector), declared_(declared), index_(index), extent_(extent) {}
+    RuleLookups(const VELListPtrVELDyadContext& declared, CollectorIndex& index, CheckExtent extent)
+        : declared_(declared), index_(index), extent_(extent) {}
 
     // Whether contexts may have that parameter type now.
-    bool IsKnownType(const VELUnicodeString& parameterType);
+    static bool IsKnownType(const VELUnicodeString& parameterType);
     // The first declared context of that name behind position `after`, or null. When all contexts
     // are looked at, `name` is that of the context at `after`.
     VELDyadContext* LaterNamesake(const VELUnicodeString& name, int after);
@@ -41,11 +39,9 @@ private:
                                         const VELListPtrVELDyadContext& friends);
     bool UseDatabaseMatches();
 
-    VELDyadCtxCollector& collector_;
     const VELListPtrVELDyadContext& declared_;
     CollectorIndex& index_;
     CheckExtent extent_;
-    VELListValVELUnicodeString knownTypes_;
     std::unordered_map<const VELDyadContext*, ContextsByName> sortedFriends_;
     bool matchesTried_ = false;
     std::optional<DatabaseMatches> matches_;

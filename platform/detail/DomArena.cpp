@@ -10,7 +10,7 @@ namespace {
 
 // Small documents stay small; large ones need few calls of the allocator.
 constexpr std::size_t FirstChunk = 4096 - 64;
-constexpr std::size_t LargestChunk = std::size_t{1} << 20U;
+constexpr std::size_t LargestChunk = std::size_t{1} << 26U;
 
 } // namespace
 

@@ -52,13 +52,6 @@ bool HaveSameDetails(const ProviderData* one, const ProviderData* other) noexcep
     return first.AtEnd() && second.AtEnd();
 }
 
-// With its length in front, so that no two rows of texts read alike.
-void AppendText(std::string& identity, std::string_view text) {
-    const auto length = static_cast<std::uint32_t>(text.size());
-    identity.append(reinterpret_cast<const char*>(&length), sizeof length);
-    identity.append(text);
-}
-
 } // namespace
 
 const InMemoryDbProvider*
@@ -89,9 +82,12 @@ VELResult InMemoryDbProvider::GetName(VELUnicodeString& name) {
 
 VELResult InMemoryDbProvider::IsSame(const VELIDyadDbProvider_var& other, bool& same) {
     const InMemoryDbProvider* provider = From(other);
-    same = provider != nullptr && Name() == provider->Name() &&
-           HaveSameDetails(data_.Get(), provider->data_.Get());
+    same = provider != nullptr && IsSameAs(*provider);
     return S_OK;
+}
+
+bool InMemoryDbProvider::IsSameAs(const InMemoryDbProvider& other) const noexcept {
+    return Name() == other.Name() && HaveSameDetails(data_.Get(), other.data_.Get());
 }
 
 VELResult InMemoryDbProvider::SetConnectorName(const VELUnicodeString& name) {
@@ -139,19 +135,15 @@ VELResult InMemoryDbProvider::GetServerDetails(VELListValVELUnicodeString& keys,
     }
 }
 
-bool InMemoryDbProvider::AppendIdentity(std::string& identity) const noexcept {
-    const std::size_t before = identity.size();
-    try {
-        AppendText(identity, Name());
-        for (DetailWalk details(data_.Get()); !details.AtEnd(); details.Next()) {
-            AppendText(identity, details.Key());
-            AppendText(identity, details.Value());
-        }
-        return true;
-    } catch (const std::exception&) {
-        identity.resize(before);
-        return false;
+std::uint64_t InMemoryDbProvider::IdentityHash(HashOfBytes* hashOf) const noexcept {
+    // An odd factor, so that the order of the texts counts and nothing is lost.
+    constexpr std::uint64_t Factor = 0x9E3779B97F4A7C15;
+    std::uint64_t hash = hashOf(Name());
+    for (DetailWalk details(data_.Get()); !details.AtEnd(); details.Next()) {
+        hash = hash * Factor + hashOf(details.Key());
+        hash = hash * Factor + hashOf(details.Value());
     }
+    return hash;
 }
 
 } // namespace dyadctx

@@ -7,7 +7,8 @@
 #include "platform/VELIDyadDbProvider.h"
 #include "platform/detail/ProviderData.h"
 
-#include <string>
+#include <cstdint>
+#include <string_view>
 
 namespace dyadctx {
 
@@ -33,15 +34,17 @@ public:
     VELResult GetServerDetails(VELListValVELUnicodeString& keys,
                                VELListValVELUnicodeString& values) override;
 
-    // Adds a text that is equal for two built-in providers exactly when they are the same. False
-    // without memory; `identity` is then as before.
-    bool AppendIdentity(std::string& identity) const noexcept;
+    // What IsSame answers of two built-in providers.
+    bool IsSameAs(const InMemoryDbProvider& other) const noexcept;
+    // Equal for built-in providers that are the same. `hashOf` is applied to the texts that tell
+    // providers apart.
+    using HashOfBytes = std::uint64_t(std::string_view bytes) noexcept;
+    std::uint64_t IdentityHash(HashOfBytes* hashOf) const noexcept;
+    std::string_view Name() const noexcept;
 
 private:
     explicit InMemoryDbProvider(SharedRef<ProviderData> data) noexcept : data_(std::move(data)) {}
     ~InMemoryDbProvider() override = default;
-
-    std::string_view Name() const noexcept;
 
     // Null stands for an empty name and no details.
     SharedRef<ProviderData> data_;

@@ -209,10 +209,6 @@ TEST(AllocationFailure, ProviderQueriesLeaveTheOutputsAlone) {
                   return failed;
               }),
               2);
-    std::string identity = "former";
-    const FailingAllocation failing(1);
-    EXPECT_FALSE(InMemoryDbProvider::From(provider)->AppendIdentity(identity));
-    EXPECT_EQ("former", identity);
 }
 
 TEST(AllocationFailure, TheProviderServicesRefuse) {

@@ -49,7 +49,7 @@ TEST(GraphText, MermaidShowsEveryTextAsItIs) {
         {"", R"("")"},
         {"two words", R"("two words")"},
         {"Main-vault_2.1,b", R"("Main-vault_2.1,b")"},
-        {"/work/design", R"("/work/design")"},
+        {"/data/design", R"("/data/design")"},
         {R"(say "hi")", R"("say #34;hi#34;")"},
         {"[a](b){c}<d>|e|", R"("#91;a#93;#40;b#41;#123;c#125;#60;d#62;#124;e#124;")"},
         {"a#b;", R"("a#35;b#59;")"},

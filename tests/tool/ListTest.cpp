@@ -72,11 +72,17 @@ TEST_F(List, JsonHasAllOfEachContext) {
     EXPECT_EQ(document["isDefault"], false);
     EXPECT_EQ(document["view"], "all");
     ASSERT_EQ(document["contexts"].size(), 5U);
-    const Json parts = {
-        {"position", 3},           {"name", "Parts"},     {"parameter", "/p.lst"},
-        {"parameterType", "File"}, {"label", "File"},     {"friends", Json::array()},
-        {"associated", "Vault"},   {"provider", nullptr}, {"sites", Json::array()},
-        {"line", 6},               {"column", 5}};
+    const Json parts = {{"position", 3},
+                        {"name", "Parts"},
+                        {"parameter", "/p.lst"},
+                        {"parameterType", "File"},
+                        {"label", "File"},
+                        {"friends", Json::array()},
+                        {"associated", "Vault"},
+                        {"provider", nullptr},
+                        {"sites", Json::array()},
+                        {"line", 6},
+                        {"column", 5}};
     EXPECT_EQ(document["contexts"][2], parts);
     EXPECT_EQ(document["contexts"][1]["friends"], Json({"Parts"}));
     const Json provider = {{"name", "KRL"},

@@ -3,7 +3,7 @@
 #include "platform/AllocationFailure.h"
 #include "platform/VELMsgCatalog.h"
 #include "support/KeyCatalog.h"
-#include "trace/detail/MessageKeys.h"
+#include "trace/VELDyadMessageKeys.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,7 @@
 #include "tools/dyadctx/FindingRecorder.h"
 
 #include "tools/dyadctx/DisplayText.h"
+#include "trace/VELDyadMessageKeys.h"
 
 #include <algorithm>
 #include <array>
@@ -10,22 +11,14 @@ namespace dyadctx::tool {
 
 namespace {
 
-constexpr std::string_view Catalog = "VELDyadCtxDlgSelection";
-constexpr std::string_view CreationPrefix = "Ctx.Collector.";
-constexpr std::string_view HeadingSuffix = "Error";
-constexpr std::string_view InternalError = "Ctx.Collector.InternalError";
-constexpr std::string_view FileNotSet = "Ctx.Collector.XMLFileNotSet";
-constexpr std::string_view FileNotValid = "Ctx.Collector.XMLFileNotValid";
-constexpr std::string_view LabelPrefix = "Ctx.ParameterType.";
-
 // The first parameter of any other message is the name of the context it is about.
-constexpr std::array<std::string_view, 3> AboutNoContext{FileNotValid, "Ctx.Parse.TagNotFound",
-                                                         "Ctx.Parse.NotAValidTag"};
+constexpr std::array<std::string_view, 3> AboutNoContext{key::XMLFileNotValid, key::TagNotFound,
+                                                         key::NotAValidTag};
 
-bool IsFinding(std::string_view catalog, std::string_view key) {
-    const bool heading =
-        key.starts_with(CreationPrefix) && key.ends_with(HeadingSuffix) && key != InternalError;
-    return catalog == Catalog && !heading && !key.starts_with(LabelPrefix);
+bool IsFinding(std::string_view catalog, std::string_view name) {
+    const bool heading = name.starts_with(key::StepPrefix) && name.ends_with(key::StepSuffix) &&
+                         name != key::InternalError;
+    return catalog == key::Catalog && !heading && !name.starts_with(key::ParameterTypePrefix);
 }
 
 std::optional<std::string> ContextOf(const Finding& finding) {
@@ -63,7 +56,7 @@ VELResult FindingRecorder::Build(const VELString& catalog, const VELString& key,
 }
 
 bool IsAboutFileChoice(const Finding& finding) {
-    return finding.key == FileNotSet || finding.key == FileNotValid;
+    return finding.key == key::XMLFileNotSet || finding.key == key::XMLFileNotValid;
 }
 
 const char* NameOf(Severity severity) {

@@ -35,7 +35,7 @@ private:
     void FileSite(const VELIDyadDbProvider_var& provider);
 
     ReadState state_;
-    // Those of the element being added. Kept here so that its lists are not made anew each time.
+    // Those of the element being added. Kept here so that its list is not made anew each time.
     ContextValues values_;
     Place place_;
 };

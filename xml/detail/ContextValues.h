@@ -30,13 +30,13 @@ struct ContextValues {
     VELUnicodeString parameterType;
     // The rest is read for database contexts only.
     VELUnicodeString connector;
-    VELListValVELUnicodeString detailKeys;
+    // Parallel to the server details of the format.
     VELListValVELUnicodeString detailValues;
 
     // A sum of MissingValue.
     unsigned int missing = 0;
 
-    // Makes it ready for the next element; storage of the lists is kept.
+    // Makes it ready for the next element; storage of the list is kept.
     void Clear();
 };
 

@@ -64,6 +64,7 @@ inline constexpr const char* TagNotFound = "Ctx.Parse.TagNotFound";
 inline constexpr const char* NotAValidTag = "Ctx.Parse.NotAValidTag";
 
 // Labels of the parameter types, no parameter.
+inline constexpr const char* ParameterTypePrefix = "Ctx.ParameterType.";
 inline constexpr const char* ParameterTypeDefault = "Ctx.ParameterType.Default";
 inline constexpr const char* ParameterTypePath = "Ctx.ParameterType.Path";
 inline constexpr const char* ParameterTypeFile = "Ctx.ParameterType.File";
