@@ -76,8 +76,7 @@ const SourceText& FileCheckRun::Text() {
 }
 
 const Place* FileCheckRun::ElementOf(const VELDyadContext* context) const noexcept {
-    const auto found = places_.contexts.find(context);
-    return found != places_.contexts.end() ? &found->second : nullptr;
+    return places_.contexts.find(context);
 }
 
 void FileCheckRun::Run() {
@@ -91,6 +90,8 @@ void FileCheckRun::Run() {
         throw std::bad_alloc();
     if (!root_.IsNull())
         GiveHints();
+    // The document is no longer needed, and large.
+    root_ = VELIDOMElement();
 }
 
 void FileCheckRun::ReadFile() {

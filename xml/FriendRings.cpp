@@ -216,10 +216,9 @@ public:
 
 private:
     Spot SpotOfFriend(int pos, int friendPos) const {
-        const auto found =
+        const Place* place =
             places_.contexts.find(references_.FriendAt(pos, graph_.SlotOf(pos, friendPos)));
-        return found != places_.contexts.end() ? Spot{found->second, format::NameAttribute}
-                                               : Spot{};
+        return place != nullptr ? Spot{*place, format::NameAttribute} : Spot{};
     }
     VELUnicodeString TextOfStep(int pos, int friendPos) const {
         VELUnicodeString text("\"");

@@ -18,15 +18,6 @@ char ToLower(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
-std::string Folded(std::string_view word) {
-    std::string folded;
-    for (const char letter : word) {
-        if (letter != ' ' && letter != '_' && letter != '-')
-            folded.push_back(ToLower(letter));
-    }
-    return folded;
-}
-
 // Two bits for each of 32 groups of letters: one is there, two are there. A change of one letter
 // changes two bits at most.
 std::uint64_t LettersOf(std::string_view word) {
@@ -70,16 +61,12 @@ NearestName::NearestName(const std::vector<std::string_view>& names)
         if (name.empty() || name.size() > LongestWord)
             continue;
         byLength_[name.size()].push_back({name, LettersOf(name)});
-        byFoldedName_.emplace(Folded(name), name);
     }
 }
 
 std::string_view NearestName::Find(std::string_view word) {
     if (word.empty() || word.size() > LongestWord)
         return {};
-    const auto folded = byFoldedName_.find(Folded(word));
-    if (folded != byFoldedName_.end() && folded->second != word)
-        return folded->second;
     std::string_view nearest;
     std::size_t limit = LimitFor(word.size());
     const auto tryLength = [&](std::size_t length) {

@@ -2,8 +2,11 @@
 
 #include "xml/detail/FileCheckRun.h"
 #include "xml/detail/FindingIds.h"
+#include "xml/detail/NearestName.h"
 
+#include <string_view>
 #include <utility>
+#include <vector>
 
 VELDyadCtxFileCheck::VELDyadCtxFileCheck() noexcept = default;
 
@@ -27,6 +30,18 @@ VELListVal<VELDyadCtxFindingKind> VELDyadCtxFileCheck::GetFindingKinds() {
         for (const dyadctx::FindingKind& kind : dyadctx::OwnFindingKinds())
             kinds.Append({kind.id, kind.severity, VELUnicodeString(kind.text)});
         return kinds;
+    } catch (...) {
+        return {};
+    }
+}
+
+VELUnicodeString VELDyadCtxFileCheck::GetNearestName(const VELUnicodeString& word,
+                                                     const VELListValVELUnicodeString& names) {
+    try {
+        std::vector<std::string_view> views;
+        for (int pos = 1; pos <= names.Size(); ++pos)
+            views.push_back(names[pos].AsView());
+        return VELUnicodeString(dyadctx::NearestName(views).Find(word.AsView()));
     } catch (...) {
         return {};
     }

@@ -69,6 +69,11 @@ public:
     // Every kind of finding beyond the library's own messages.
     static VELListVal<VELDyadCtxFindingKind> GetFindingKinds();
 
+    // The name nearest to `word`, letter case aside, the first of equally near ones; empty when
+    // none is near. A name equal to `word` does not count.
+    static VELUnicodeString GetNearestName(const VELUnicodeString& word,
+                                           const VELListValVELUnicodeString& names);
+
     // ---- The check -----------------------------------------------------------------------------
     // S_OK when a factory takes the file, S_FALSE when there are errors. E_FAIL without memory;
     // there are then no findings and no collector.

@@ -230,6 +230,20 @@ TEST(FileCheckHints, ErrorsCannotBeSilenced) {
     EXPECT_EQ(check.Silence("nothing"), E_FAIL);
 }
 
+TEST(FileCheckHints, TheNearestNameIsNearButNotTheWordItself) {
+    const auto nearest = [](const char* word) {
+        const auto names = ListOf({"Library", "Design", "Archive", "A", ""});
+        return Text(VELDyadCtxFileCheck::GetNearestName(word, names));
+    };
+    EXPECT_EQ(nearest("Libary"), "Library");
+    EXPECT_EQ(nearest("DESIGN"), "Design");
+    EXPECT_EQ(nearest("Library"), "");
+    EXPECT_EQ(nearest("Unrelated"), "");
+    EXPECT_EQ(nearest("B"), "");
+    EXPECT_EQ(nearest(""), "");
+    EXPECT_EQ(nearest(std::string(201, 'x').c_str()), "");
+}
+
 TEST(FileCheckHints, IdsAreWordsAndNoKeys) {
     const auto kinds = VELDyadCtxFileCheck::GetFindingKinds();
     std::set<std::string> ids;

@@ -4,8 +4,10 @@
 #include "context/VELDyadContext.h"
 #include "platform/VELIXMLDOM.h"
 
+#include <functional>
 #include <string>
-#include <unordered_map>
+#include <utility>
+#include <vector>
 
 namespace dyadctx {
 
@@ -15,9 +17,32 @@ struct Place {
     int column = 0;
 };
 
+// The places of contexts, each known by its address. Adding one costs next to nothing; the list is
+// put in order when one is first looked for.
+class PlaceList {
+public:
+    using Entry = std::pair<const VELDyadContext*, Place>;
+
+    // No context is added twice.
+    void emplace(const VELDyadContext* context, const Place& place) {
+        isSorted_ =
+            isSorted_ && (entries_.empty() || std::less<>()(entries_.back().first, context));
+        entries_.emplace_back(context, place);
+    }
+    std::size_t size() const noexcept { return entries_.size(); }
+    // Null for a context that was not added.
+    const Place* find(const VELDyadContext* context) const noexcept;
+    // Throws std::out_of_range for a context that was not added.
+    const Place& at(const VELDyadContext* context) const;
+
+private:
+    mutable std::vector<Entry> entries_;
+    mutable bool isSorted_ = true;
+};
+
 struct ContextPlaces {
     // The element of every context handed to the collector.
-    std::unordered_map<const VELDyadContext*, Place> contexts;
+    PlaceList contexts;
     // The element at which reading ended, or the place of the syntax error.
     Place fault;
     // Why the file is not well-formed; empty when it is.

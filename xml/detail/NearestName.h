@@ -5,16 +5,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace dyadctx {
 
 // Searches among many names. Each search looks at all names of similar length until the object has
-// done as much as it may; from then on it finds only names that differ in letter case, blanks and
-// dashes. So a file with many unknown names does not take long. Throws std::bad_alloc.
+// done as much as it may, and then finds nothing any more: a large file with many unknown names
+// must not take long. Throws std::bad_alloc.
 class NearestName {
 public:
     // The names outlive the object.
@@ -34,7 +32,6 @@ private:
                                std::size_t& limit);
 
     std::map<std::size_t, std::vector<Candidate>> byLength_;
-    std::unordered_map<std::string, std::string_view> byFoldedName_;
     std::size_t comparisonsLeft_;
     std::size_t distancesLeft_;
 };
