@@ -87,7 +87,7 @@ class Documents(unittest.TestCase):
     def test_diff(self):
         other = Path(self.folder.name) / "other.xml"
         text = Path(self.example("site.xml")).read_text(encoding="utf-8")
-        for old, new in (('Name="Library"', 'Name="Books"'), ("/work/", "/w/"), ("4711", "4712"),
+        for old, new in (('Name="Library"', 'Name="Books"'), ("/data/", "/w/"), ("4711", "4712"),
                          ('Name="Vault"', 'Name="Store"')):
             text = text.replace(old, new)
         other.write_text(text, encoding="utf-8")
