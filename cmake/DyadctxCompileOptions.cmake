@@ -18,8 +18,10 @@ function(dyadctx_compile_options target)
       # g++ 12 warns of null pointers inside the standard library when it optimises.
       target_compile_options(${target} PRIVATE -Wno-reserved-identifier -Wnull-dereference)
     else()
-      # And of overlapping copies, wherever a literal and a string are joined.
-      target_compile_options(${target} PRIVATE -Wduplicated-cond -Wlogical-op -Wno-restrict)
+      # When it optimises it also warns of overlapping copies wherever a literal and a string are
+      # joined.
+      target_compile_options(${target} PRIVATE -Wduplicated-cond -Wlogical-op
+        $<$<NOT:$<CONFIG:Debug>>:-Wno-restrict>)
     endif()
     if(DYADCTX_WERROR)
       target_compile_options(${target} PRIVATE -Werror)
