@@ -191,15 +191,15 @@ void FileCheckRun::AddDataFault(const Finding& fault) {
             {{dyadctx::PlaceOf(where)}, VELUnicodeString("there is nothing in it")});
 }
 
-// Mostly a friend that has no context before it; the ones that follow it are not told again.
+// A friend that has no context before it, unless memory has run out; the ones that follow it are
+// not told again.
 void FileCheckRun::AddInternalError(const Finding& fault, const VELIDOMNode& where) {
     const bool isOwnerless = !leftOut_.empty() && collector_->GetNbCtxs() == 0;
-    hasReadingEnded_ = hasReadingEnded_ || !isOwnerless;
-    if (isOwnerless && isOwnerlessReported_)
+    if (!isOwnerless)
+        throw std::bad_alloc();
+    if (isOwnerlessReported_)
         return;
     FindingList::Entry& entry = findings_.Add(fault.key, ParametersOf(fault), {PlaceOrNone(where)});
-    if (!isOwnerless)
-        return;
     isOwnerlessReported_ = true;
     const LeftOut& owner = leftOut_.back();
     entry.related.push_back(

@@ -11,8 +11,8 @@ namespace {
 // Longer words are not compared: the distance costs the product of the lengths.
 constexpr std::size_t LongestWord = 200;
 // What all searches together may take: a few hundredths of a second.
-constexpr std::size_t Comparisons = 20'000'000;
-constexpr std::size_t Distances = 100'000;
+constexpr std::size_t Comparisons = 10'000'000;
+constexpr std::size_t Distances = 50'000;
 
 char ToLower(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
@@ -60,7 +60,9 @@ NearestName::NearestName(const std::vector<std::string_view>& names)
     for (const std::string_view name : names) {
         if (name.empty() || name.size() > LongestWord)
             continue;
-        byLength_[name.size()].push_back({name, LettersOf(name)});
+        Candidates& candidates = byLength_[name.size()];
+        candidates.letters.push_back(LettersOf(name));
+        candidates.names.push_back(name);
     }
 }
 
@@ -85,24 +87,25 @@ std::string_view NearestName::Find(std::string_view word) {
 }
 
 // Gives a name nearer than `limit`, and sets that to its distance.
-std::string_view NearestName::FindAmong(const std::vector<Candidate>& candidates,
-                                        std::string_view word, std::size_t& limit) {
+std::string_view NearestName::FindAmong(const Candidates& candidates, std::string_view word,
+                                        std::size_t& limit) {
     std::string_view nearest;
-    if (candidates.size() > comparisonsLeft_)
+    const std::size_t count = candidates.names.size();
+    if (count > comparisonsLeft_)
         return nearest;
-    comparisonsLeft_ -= candidates.size();
+    comparisonsLeft_ -= count;
     const std::uint64_t letters = LettersOf(word);
-    for (const Candidate& candidate : candidates) {
-        const int differing = std::popcount(candidate.letters ^ letters);
-        if (static_cast<std::size_t>(differing) >= 2 * limit || candidate.name == word)
+    for (std::size_t i = 0; i < count; ++i) {
+        const int differing = std::popcount(candidates.letters[i] ^ letters);
+        if (static_cast<std::size_t>(differing) >= 2 * limit || candidates.names[i] == word)
             continue;
         if (distancesLeft_ == 0)
             return nearest;
         --distancesLeft_;
-        const std::size_t distance = Distance(word, candidate.name);
+        const std::size_t distance = Distance(word, candidates.names[i]);
         if (distance < limit) {
             limit = distance;
-            nearest = candidate.name;
+            nearest = candidates.names[i];
         }
     }
     return nearest;

@@ -33,7 +33,7 @@ std::size_t CountCharactersIn(std::string_view text) {
 SourceText::SourceText(const VELUnicodeString& file) {
     Read(file);
     if (!IsMadeOfBytes(text_))
-        text_.clear();
+        text_ = {};
     FindLines();
     CountCharacters();
 }
@@ -42,25 +42,26 @@ void SourceText::Read(const VELUnicodeString& file) {
     FileReader reader;
     if (!reader.Open(file))
         return;
-    text_.resize(static_cast<std::size_t>(reader.Size()));
+    const auto size = static_cast<std::size_t>(reader.Size());
+    bytes_ = std::make_unique_for_overwrite<char[]>(size);
     std::size_t filled = 0;
-    while (filled < text_.size()) {
-        const auto count = reader.Read(text_.data() + filled, text_.size() - filled);
+    while (filled < size) {
+        const auto count = reader.Read(bytes_.get() + filled, size - filled);
         if (count <= 0)
             break;
         filled += static_cast<std::size_t>(count);
     }
-    text_.resize(filled);
+    text_ = {bytes_.get(), filled};
 }
 
 void SourceText::FindLines() {
-    lines_.push_back(std::string_view(text_).starts_with(ByteOrderMark) ? ByteOrderMark.size() : 0);
+    lines_.push_back(text_.starts_with(ByteOrderMark) ? ByteOrderMark.size() : 0);
     // Most files end their lines with a line feed alone, which is found faster.
-    const bool hasReturns = text_.find('\r') != std::string::npos;
+    const bool hasReturns = text_.find('\r') != std::string_view::npos;
     const auto next = [&](std::size_t from) {
         return hasReturns ? text_.find_first_of("\r\n", from) : text_.find('\n', from);
     };
-    for (std::size_t at = next(0); at != std::string::npos; at = next(at)) {
+    for (std::size_t at = next(0); at != std::string_view::npos; at = next(at)) {
         at += text_.compare(at, 2, "\r\n") == 0 ? 2U : 1U;
         lines_.push_back(at);
     }
@@ -70,15 +71,14 @@ void SourceText::CountCharacters() {
     std::size_t characters = 0;
     for (std::size_t at = 0; at < text_.size(); at += BlockSize) {
         blocks_.push_back(characters);
-        characters += CountCharactersIn(std::string_view(text_).substr(at, BlockSize));
+        characters += CountCharactersIn(text_.substr(at, BlockSize));
     }
     blocks_.push_back(characters);
 }
 
 std::size_t SourceText::CharactersBefore(std::size_t offset) const noexcept {
     const std::size_t block = offset / BlockSize;
-    const std::string_view text = text_;
-    return blocks_[block] + CountCharactersIn(text.substr(block * BlockSize, offset % BlockSize));
+    return blocks_[block] + CountCharactersIn(text_.substr(block * BlockSize, offset % BlockSize));
 }
 
 std::size_t SourceText::OffsetOf(Place place) const noexcept {

@@ -75,8 +75,9 @@ public:
                                            const VELListValVELUnicodeString& names);
 
     // ---- The check -----------------------------------------------------------------------------
-    // S_OK when a factory takes the file, S_FALSE when there are errors. E_FAIL without memory;
-    // there are then no findings and no collector.
+    // S_OK when a factory takes the file, S_FALSE when there are errors. E_FAIL without memory, and
+    // when a host's provider throws; there are then no findings and no collector. A file that
+    // cannot be opened or parsed for want of memory counts as one that cannot be read.
     VELResult Run(const VELUnicodeString& file);
 
     // ---- What came of it, until the next Run ---------------------------------------------------

@@ -112,6 +112,21 @@ TEST(VELIXMLDOM, AMissingAttributeGivesANullHandle) {
     EXPECT_TRUE(attribute.IsNull());
 }
 
+TEST(VELIXMLDOM, AttributesAreCountedInTheOrderOfTheFile) {
+    const VELIDOMElement root = RootOf(DocumentOf("<a y='1' x='2'><b/></a>"));
+    ASSERT_EQ(root.GetNbAttributes(), 2);
+    VELIDOMAttr attribute;
+    VELUnicodeString name;
+    ASSERT_EQ(root.GetAttributeAtIndex(1, attribute), S_OK);
+    EXPECT_EQ(attribute.GetName(name), S_OK);
+    EXPECT_EQ(name, VELUnicodeString("x"));
+    for (const int outside : {-1, 2}) {
+        EXPECT_EQ(root.GetAttributeAtIndex(outside, attribute), E_FAIL);
+        EXPECT_TRUE(attribute.IsNull());
+    }
+    EXPECT_EQ(VELIDOMElement(ChildrenOf(root)[0]).GetNbAttributes(), 0);
+}
+
 TEST(VELIXMLDOM, ValuesOfEveryLengthAreKept) {
     std::string text = "<a";
     for (std::size_t length = 0; length < 40; ++length)

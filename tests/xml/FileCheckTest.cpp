@@ -1,6 +1,7 @@
 // Every fault of a file in one run, each at its place.
 #include "collector/detail/CollectorAccess.h"
 #include "support/ContextFile.h"
+#include "support/FaultyProviders.h"
 #include "support/TemporaryFolder.h"
 #include "xml/FileCheckSupport.h"
 
@@ -250,6 +251,18 @@ TEST(FileCheck, AFriendOfALeftOutFirstContextHasNoOwner) {
         RelatedOf(*check, "Ctx.Collector.InternalError"),
         Lines({"3:1 this belongs to \"V\", which is left out while the DB context environment "
                "is off, and no context stands before it"}));
+}
+
+TEST(FileCheck, ARefusedProviderHidesNoOtherFault) {
+    const DbEnvironment db(true);
+    FaultyProviders providers;
+    providers.FailAt(ProviderCall::SetConnectorName, 1);
+    const auto check = CheckLines(
+        R"(<Context Name="V" Parameter="v" ParameterType="Database" ConnectorName="KRL"/>
+<Context Name="A!" Parameter="a" ParameterType="Path"><CtxFriends><Context Name="V"/></CtxFriends>
+</Context>)");
+    EXPECT_EQ(PlacesOf(*check),
+              Lines({"3:1 provider-failed", "4:10 Ctx.Check.CtxNameWithInvalidChar"}));
 }
 
 TEST(FileCheck, TheSameFindingIsToldOnce) {

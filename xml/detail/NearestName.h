@@ -23,15 +23,16 @@ public:
     std::string_view Find(std::string_view word);
 
 private:
-    struct Candidate {
-        std::string_view name;
-        std::uint64_t letters = 0;
+    // Names of one length, and what letters each has; these are looked at first and lie together.
+    struct Candidates {
+        std::vector<std::uint64_t> letters;
+        std::vector<std::string_view> names;
     };
 
-    std::string_view FindAmong(const std::vector<Candidate>& candidates, std::string_view word,
+    std::string_view FindAmong(const Candidates& candidates, std::string_view word,
                                std::size_t& limit);
 
-    std::map<std::size_t, std::vector<Candidate>> byLength_;
+    std::map<std::size_t, Candidates> byLength_;
     std::size_t comparisonsLeft_;
     std::size_t distancesLeft_;
 };

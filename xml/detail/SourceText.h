@@ -5,7 +5,7 @@
 #include "xml/detail/ContextPlaces.h"
 
 #include <cstddef>
-#include <string>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -33,7 +33,9 @@ private:
     std::size_t CharactersBefore(std::size_t offset) const noexcept;
     std::size_t FindInTag(std::size_t tag, std::string_view attribute) const noexcept;
 
-    std::string text_;
+    std::unique_ptr<char[]> bytes_;
+    // What was read of the file; empty where it is not made of bytes.
+    std::string_view text_;
     std::vector<std::size_t> lines_;
     // The characters before each block of the text.
     std::vector<std::size_t> blocks_;
