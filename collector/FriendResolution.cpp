@@ -56,7 +56,7 @@ private:
     // as they are.
     bool LinkFriends(VELDyadContext& context, int pos) {
         // Linking replaces the friend just visited, so the list can be walked in place.
-        const VELListPtrVELDyadContext& friends = ContextAccess::VisitFriends(context);
+        const dyadctx::FriendView friends = ContextAccess::VisitFriends(context);
         bool linked = true;
         for (int slot = 1; (linked || goesOn_) && slot <= friends.Size(); ++slot) {
             const VELDyadContext* placeholder = friends[slot];

@@ -7,9 +7,11 @@
 #include "trace/detail/ProcessSettings.h"
 #include "trace/detail/TraceLine.h"
 
+#include <algorithm>
 #include <exception>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 using dyadctx::CollectorIndex;
 using dyadctx::ContextAccess;
@@ -28,13 +30,13 @@ void Unlink(VELDyadContext& holder, VELDyadContext* target) {
     holder.GetAssociatedContext(associated);
     if (associated == target)
         holder.RemoveAssociatedContext();
-    const VELListPtrVELDyadContext& friends = ContextAccess::VisitFriends(holder);
-    if (friends.Locate(target) == 0)
+    const dyadctx::FriendView friends = ContextAccess::VisitFriends(holder);
+    if (std::find(friends.begin(), friends.end(), target) == friends.end())
         return;
-    const VELListPtrVELDyadContext friendsBefore = friends;
-    for (int pos = 1; pos <= friendsBefore.Size(); ++pos) {
-        if (friendsBefore[pos] == target)
-            holder.RemoveFriend(pos);
+    const std::vector<VELDyadContext*> friendsBefore(friends.begin(), friends.end());
+    for (std::size_t at = 0; at < friendsBefore.size(); ++at) {
+        if (friendsBefore[at] == target)
+            holder.RemoveFriend(static_cast<int>(at) + 1);
     }
 }
 

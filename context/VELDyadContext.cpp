@@ -23,16 +23,6 @@ namespace {
 
 std::atomic<std::uint64_t> assignments{0};
 
-const VELListPtrVELDyadContext& NoFriends() noexcept {
-    static const VELListPtrVELDyadContext none;
-    return none;
-}
-
-std::unique_ptr<VELListPtrVELDyadContext>
-CopyOf(const std::unique_ptr<VELListPtrVELDyadContext>& friends) {
-    return friends == nullptr ? nullptr : std::make_unique<VELListPtrVELDyadContext>(*friends);
-}
-
 // The empty tables of a new context; null when it has none or there is no memory for them.
 std::unique_ptr<SiteTables> TablesFor(const VELUnicodeString& parameterType) noexcept {
     if (!dyadctx::MultisiteFlag() || parameterType.AsView() != dyadctx::DatabaseType)
@@ -85,7 +75,11 @@ const char* LabelKeyOf(const VELUnicodeString& parameterType) noexcept {
 
 VELDyadContext::VELDyadContext(const VELUnicodeString& name, const VELUnicodeString& parameter,
                                const VELUnicodeString& parameterType)
-    : name_(name), parameter_(parameter), parameterType_(parameterType) {
+    : VELDyadContext(dyadctx::ContextTexts{name, parameter, parameterType}) {}
+
+VELDyadContext::VELDyadContext(dyadctx::ContextTexts&& texts)
+    : name_(std::move(texts.name)), parameter_(std::move(texts.parameter)),
+      parameterType_(std::move(texts.parameterType)) {
     TRACE_ENTER("VELDyadContext:Constructor Ctx with Name=%s of Type %s-%s", name_.ConvertToChar(),
                 parameter_.ConvertToChar(), parameterType_.ConvertToChar());
     sites_ = TablesFor(parameterType_);
@@ -94,7 +88,8 @@ VELDyadContext::VELDyadContext(const VELUnicodeString& name, const VELUnicodeStr
 
 VELDyadContext::VELDyadContext(const VELDyadContext& src)
     : name_(src.name_), parameter_(src.parameter_), parameterType_(src.parameterType_),
-      provider_(src.provider_), associated_(src.associated_), friends_(CopyOf(src.friends_)) {
+      provider_(src.provider_), associated_(src.associated_),
+      friends_(dyadctx::FriendList::CopyOf(src.friends_)) {
     if (src.Sites() != nullptr) {
         sites_ = std::make_unique<SiteTables>();
         sites_->current = src.sites_->current;
@@ -106,7 +101,7 @@ VELDyadContext& VELDyadContext::operator=(const VELDyadContext& src) {
     VELUnicodeString name(src.name_);
     VELUnicodeString parameter(src.parameter_);
     VELUnicodeString parameterType(src.parameterType_);
-    auto friends = CopyOf(src.friends_);
+    auto friends = dyadctx::FriendList::CopyOf(src.friends_);
     const SiteTables::Table table = src.sites_ == nullptr ? nullptr : src.sites_->current;
     if (sites_ == nullptr && table != nullptr)
         sites_ = std::make_unique<SiteTables>();
@@ -151,15 +146,11 @@ VELUnicodeString VELDyadContext::GetNLSParameterType() const {
 // ---- Friends and the associated context ---------------------------------------------------------
 
 bool VELDyadContext::HoldsFriendAt(int index) const noexcept {
-    return friends_ != nullptr && index >= 1 && index <= friends_->Size();
+    return index >= 1 && index <= ContextAccess::Friends(*this).Size();
 }
 
 VELResult VELDyadContext::AddFriend(VELDyadContext* ctx) {
-    if (ctx == nullptr)
-        return E_FAIL;
-    if (friends_ == nullptr)
-        friends_.reset(new (std::nothrow) VELListPtrVELDyadContext);
-    if (friends_ == nullptr || friends_->Append(ctx) == 0)
+    if (ctx == nullptr || !ContextAccess::AppendFriend(*this, ctx))
         return E_FAIL;
     TRACE_LOG("VELDyadContext:AddFriendCtx <%s> had friend-Name=%s", name_.ConvertToChar(),
               ctx->name_.ConvertToChar());
@@ -169,7 +160,7 @@ VELResult VELDyadContext::AddFriend(VELDyadContext* ctx) {
 VELResult VELDyadContext::SetFriend(int index, VELDyadContext* ctx) {
     if (ctx == nullptr || !HoldsFriendAt(index))
         return E_FAIL;
-    (*friends_)[index] = ctx;
+    friends_->Set(index, ctx);
     TRACE_LOG("VELDyadContext:SetFriends[%d]= %s", index, ctx->name_.ConvertToChar());
     return S_OK;
 }
@@ -183,14 +174,16 @@ VELResult VELDyadContext::RemoveFriend(int index) {
 }
 
 int VELDyadContext::GetFriends(VELListPtrVELDyadContext& out) const {
-    const VELListPtrVELDyadContext& friends = ContextAccess::VisitFriends(*this);
+    const dyadctx::FriendView friends = ContextAccess::VisitFriends(*this);
     if (friends.Size() == 0)
         return 0;
-    const VELResult copied = CodeOf([&] {
-        out = friends;
-        return S_OK;
-    });
-    return copied == S_OK ? friends.Size() : 0;
+    VELListPtrVELDyadContext copy;
+    for (VELDyadContext* context : friends) {
+        if (copy.Append(context) == 0)
+            return 0;
+    }
+    out = std::move(copy);
+    return friends.Size();
 }
 
 VELResult VELDyadContext::AddAssociatedContext(VELDyadContext* ctx) {
@@ -336,15 +329,19 @@ unsigned char VELDyadContext::isContainsMultisites() {
 
 namespace dyadctx {
 
-const VELListPtrVELDyadContext& ContextAccess::VisitFriends(const VELDyadContext& context) {
-    const VELListPtrVELDyadContext& friends = Friends(context);
+FriendView ContextAccess::VisitFriends(const VELDyadContext& context) {
+    const FriendView friends = Friends(context);
     TRACE_LOG("VELDyadContext:GetFriends Ctx <%s> has %d Friends", context.name_.ConvertToChar(),
               friends.Size());
     return friends;
 }
 
-const VELListPtrVELDyadContext& ContextAccess::Friends(const VELDyadContext& context) noexcept {
-    return context.friends_ == nullptr ? NoFriends() : *context.friends_;
+FriendView ContextAccess::Friends(const VELDyadContext& context) noexcept {
+    return context.friends_ == nullptr ? FriendView() : context.friends_->View();
+}
+
+bool ContextAccess::AppendFriend(VELDyadContext& context, VELDyadContext* added) noexcept {
+    return FriendList::Append(context.friends_, added);
 }
 
 VELDyadContext* ContextAccess::Associated(const VELDyadContext& context) noexcept {
@@ -358,15 +355,8 @@ const VELIDyadDbProvider_var& ContextAccess::KeptProvider(const VELDyadContext& 
 void ContextAccess::RemoveLinksTo(VELDyadContext& context, const VELDyadContext* target) noexcept {
     if (context.associated_ == target)
         context.associated_ = nullptr;
-    if (context.friends_ == nullptr)
-        return;
-    VELListPtrVELDyadContext& friends = *context.friends_;
-    int kept = 0;
-    for (int pos = 1; pos <= friends.Size(); ++pos) {
-        if (friends[pos] != target)
-            friends[++kept] = friends[pos];
-    }
-    friends.RemovePosition(kept + 1, static_cast<unsigned int>(friends.Size() - kept));
+    if (context.friends_ != nullptr)
+        context.friends_->RemoveAll(target);
 }
 
 std::uint64_t ContextAccess::AssignmentCount() noexcept {

@@ -23,6 +23,8 @@ class VELSysSimpleHashTable;
 
 namespace dyadctx {
 struct ContextAccess;
+struct ContextTexts;
+class FriendList;
 struct SiteTables;
 } // namespace dyadctx
 
@@ -90,6 +92,8 @@ public:
 
 private:
     friend struct dyadctx::ContextAccess;
+    // Takes the texts over.
+    explicit VELDyadContext(dyadctx::ContextTexts&& texts);
 
     VELSysSimpleHashTable* Sites() const noexcept;
     bool HoldsFriendAt(int index) const noexcept;
@@ -101,7 +105,7 @@ private:
     VELDyadContext* associated_ = nullptr;
     // A file may hold a million contexts, most of them without friends and nearly all without
     // tables of sites: both are null until needed.
-    std::unique_ptr<VELListPtrVELDyadContext> friends_;
+    std::unique_ptr<dyadctx::FriendList> friends_;
     std::unique_ptr<dyadctx::SiteTables> sites_;
     bool wasRegistered_ = false;
 };

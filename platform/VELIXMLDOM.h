@@ -14,6 +14,7 @@
 
 namespace dyadctx {
 class DomDocument;
+struct DomAccess;
 struct DomNode;
 struct DomAttribute;
 } // namespace dyadctx
@@ -39,6 +40,7 @@ protected:
     dyadctx::DomDocument* DocumentOrNull() const noexcept { return document_; }
 
 private:
+    friend struct dyadctx::DomAccess;
     dyadctx::DomDocument* document_ = nullptr;
 };
 
@@ -83,6 +85,7 @@ protected:
     dyadctx::DomNode* Node() const;
 
 private:
+    friend struct dyadctx::DomAccess;
     dyadctx::DomNode* node_ = nullptr;
 };
 

@@ -2,7 +2,7 @@
 
 #include "context/detail/ContextAccess.h"
 #include "context/detail/DbEnvironment.h"
-#include "platform/VELDyadDbProviderServices.h"
+#include "platform/detail/InMemoryDbProvider.h"
 #include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/ProcessSettings.h"
 #include "trace/detail/TraceLine.h"
@@ -38,9 +38,8 @@ VELResult ContextEntry::AddContext(const VELIDOMElement& element, ContextLevels 
         return result;
     if (state_.places != nullptr)
         place_ = PlaceOf(element);
-    auto context =
-        std::make_unique<VELDyadContext>(values_.name, values_.parameter, values_.parameterType);
-    if (values_.parameterType == Names().databaseType)
+    auto context = ContextAccess::New(std::move(values_.texts));
+    if (context->GetParameterType() == Names().databaseType)
         return AddDatabaseContext(element, std::move(context), owner, associated);
     const bool asAssociated = associated && IsDbEnvironmentOn();
     return Enter(std::move(context), owner, asAssociated ? 1 : 0);
@@ -80,29 +79,23 @@ VELResult ContextEntry::AddDatabaseContext(const VELIDOMElement& element,
             return result;
         // The library has no message for it.
         LogReaderError(state_, "VELDyadCtxXml::AddContext", id::ProviderFailed, element,
-                       &values_.name, 1);
+                       &context->GetName(), 1);
     }
     if (associated && IsDbEnvironmentOn())
         return Enter(std::move(context), owner, 1);
+    if (provider.IsNull() || (!MultisiteFlag() && !VELIsTraceActive()))
+        return EnterDatabaseContext(element, std::move(context), owner);
+    const VELUnicodeString name = context->GetName();
     result = EnterDatabaseContext(element, std::move(context), owner);
-    FileSite(provider);
+    FileSite(name, provider);
     return result;
 }
 
 VELResult ContextEntry::SetProvider(VELDyadContext& context,
                                     VELIDyadDbProvider_var& provider) const {
-    VELResult result = VELDyadDbProviderServices::CreateDyadDbProvider(provider);
-    if (result < 0)
-        return result;
-    if (provider.IsNull())
-        return E_FAIL;
-    result = provider->SetConnectorName(values_.connector);
-    if (result < 0)
-        return result;
-    result = provider->SetServerDetails(Names().serverDetails, values_.detailValues);
-    if (result < 0)
-        return result;
-    return context.SetDyadDbProvider(provider);
+    const VELResult result =
+        MakeProvider(values_.connector, Names().serverDetails, values_.detailValues, provider);
+    return result < 0 ? result : context.SetDyadDbProvider(provider);
 }
 
 VELResult ContextEntry::EnterDatabaseContext(const VELIDOMElement& element,
@@ -138,11 +131,9 @@ VELResult ContextEntry::Enter(std::unique_ptr<VELDyadContext> context, VELDyadCo
 
 // The site goes to the declared context of that name, which may be another one than was just made.
 // A context that keeps no sites refuses it, which is no failure.
-void ContextEntry::FileSite(const VELIDyadDbProvider_var& provider) {
-    if (provider.IsNull() || (!MultisiteFlag() && !VELIsTraceActive()))
-        return;
+void ContextEntry::FileSite(const VELUnicodeString& name, const VELIDyadDbProvider_var& provider) {
     VELDyadContext* declared = nullptr;
-    if (state_.collector.GetCtxFromName(values_.name, declared) < 0 || declared == nullptr)
+    if (state_.collector.GetCtxFromName(name, declared) < 0 || declared == nullptr)
         return;
     VELUnicodeString site;
     VELDyadCtxXml::GetServerdetailsForHashTable(site, values_.connector, Names().serverDetails,

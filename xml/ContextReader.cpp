@@ -94,16 +94,16 @@ VELResult ContextReader::ReadNode() {
     VELIDOMNode node;
     if (pass.nodes.Item(pass.nodeIndex, node) < 0 || node.IsNull())
         return Reject(key::InternalError, node);
-    VELUnicodeString tag;
-    if (node.GetTagName(tag) < 0)
+    std::uint32_t tag = 0;
+    if (!ReadTag(node, tag))
         return GoToNextNode();
     pass.element = VELIDOMElement(node);
-    const FormatNames& names = Names();
-    if (tag == names.context)
+    const FormatIds& ids = *state_.ids;
+    if (tag == ids.context)
         return ReadContext();
-    if (tag == names.associated)
+    if (tag == ids.associated)
         return ReadAssociatedContainer();
-    if (tag == names.friends)
+    if (tag == ids.friends)
         return ReadFriendsContainer();
     return GoToNextNode();
 }
@@ -120,7 +120,7 @@ VELResult ContextReader::ReadContext() {
     }
     pass.step = Step::AssociatedOfContext;
     // A walk that reads nothing can be seen in the trace only.
-    pass.walks = VELIsTraceActive() ? WalksBelow() : FindWalksBelow(pass.element);
+    pass.walks = VELIsTraceActive() ? WalksBelow() : FindWalksBelow(pass.element, *state_.ids);
     if (!pass.walks.associated || !IsDbEnvironmentOn())
         return S_OK;
     return Begin(pass.element, Names().associated, {0, pass.levels.associatedLevel + 1});
@@ -138,7 +138,7 @@ VELResult ContextReader::ReadScenarios() {
     const Pass& pass = passes_.back();
     if (!pass.walks.scenarios)
         return GoToNextNode();
-    const VELUnicodeString name = AttributeOrEmpty(pass.element, Names().name);
+    const VELUnicodeString name = AttributeOrEmpty(pass.element, state_.ids->name);
     if (scenarios_.ParseXMLExchangeScenarioNodes(pass.element, name) >= 0)
         return GoToNextNode();
     RememberFault(pass.element);

@@ -48,21 +48,22 @@ bool MayGoOn(const ContextValues& values, const ReadState& state) {
 
 VELResult GetXMLDbValuesContext(const VELIDOMElement& element, ContextLevels levels,
                                 const ReadState& state, ContextValues& values) {
-    if (!ReadAttribute(element, Names().connector, values.connector) && !MayLackConnector(levels)) {
+    if (!ReadAttribute(element, state.ids->connector, values.connector) &&
+        !MayLackConnector(levels)) {
         values.missing |= MissingConnector;
         LogAlone(state, DatabaseValuesMethod, key::CtxNoConnector, element);
         return E_FAIL;
     }
-    const VELListValVELUnicodeString& details = Names().serverDetails;
-    for (int pos = 1; pos <= details.Size(); ++pos)
-        values.detailValues.Append(AttributeOrEmpty(element, details[pos]));
+    for (const std::uint32_t detail : state.ids->serverDetails)
+        values.detailValues.Append(AttributeOrEmpty(element, detail));
     return S_OK;
 }
 
 } // namespace
 
 void ContextValues::Clear() {
-    name = parameter = parameterType = connector = VELUnicodeString();
+    texts = ContextTexts();
+    connector = VELUnicodeString();
     detailValues.RemoveAll();
     missing = 0;
 }
@@ -70,26 +71,27 @@ void ContextValues::Clear() {
 VELResult GetXMLValuesContext(const VELIDOMElement& element, ContextLevels levels,
                               const VELUnicodeString& ownerName, const ReadState& state,
                               ContextValues& values) {
-    const FormatNames& names = Names();
-    if (!ReadAttribute(element, names.name, values.name)) {
+    const FormatIds& ids = *state.ids;
+    if (!ReadAttribute(element, ids.name, values.texts.name)) {
         values.missing |= MissingName;
         LogNoName(state, element, levels, ownerName);
     }
-    if (MayGoOn(values, state) && !ReadAttribute(element, names.parameter, values.parameter) &&
+    if (MayGoOn(values, state) && !ReadAttribute(element, ids.parameter, values.texts.parameter) &&
         !IsNameEnough(levels)) {
         values.missing |= MissingParameter;
-        LogReaderError(state, ValuesMethod, key::CtxNoParam, element, &values.name, 1);
+        LogReaderError(state, ValuesMethod, key::CtxNoParam, element, &values.texts.name, 1);
     }
     if (MayGoOn(values, state) &&
-        !ReadAttribute(element, names.parameterType, values.parameterType) &&
+        !ReadAttribute(element, ids.parameterType, values.texts.parameterType) &&
         !IsNameEnough(levels)) {
         values.missing |= MissingParameterType;
-        LogReaderError(state, ValuesMethod, key::CtxNoParamType, element, &values.name, 1);
+        LogReaderError(state, ValuesMethod, key::CtxNoParamType, element, &values.texts.name, 1);
     }
-    const bool isDatabase = MayGoOn(values, state) && values.parameterType == names.databaseType;
+    const bool isDatabase =
+        MayGoOn(values, state) && values.texts.parameterType == Names().databaseType;
     if (isDatabase && IsDbEnvironmentOn() &&
         GetXMLDbValuesContext(element, levels, state, values) < 0 && !IsFriendAndAssociated(levels))
-        LogReaderError(state, ValuesMethod, key::CtxNoDatabase, element, &values.name, 1);
+        LogReaderError(state, ValuesMethod, key::CtxNoDatabase, element, &values.texts.name, 1);
     return values.missing == 0 ? S_OK : E_FAIL;
 }
 

@@ -130,7 +130,7 @@ VELResult ContextWriter::SetServerDetails(const VELIDyadDbProvider_var& provider
 VELResult ContextWriter::StreamFriendsAndAssociated(VELDyadContext& context,
                                                     const VELIDOMElement& element) const {
     TRACE_ENTER("VELDyadCtxXml:StreamFriendsAndAssociated");
-    const VELListPtrVELDyadContext& friends = ContextAccess::VisitFriends(context);
+    const FriendView friends = ContextAccess::VisitFriends(context);
     VELDyadContext* associated = nullptr;
     if (IsDbEnvironmentOn())
         context.GetAssociatedContext(associated);

@@ -137,6 +137,7 @@ void FileCheckRun::GiveHints() {
 
 void FileCheckRun::MeetDocument(const VELIDOMElement& root) {
     root_ = root;
+    ids_.emplace(root);
 }
 
 void FileCheckRun::MeetContext(const VELDyadContext& context, unsigned int missing) {
@@ -228,7 +229,7 @@ void FileCheckRun::MeetRepeated(const VELDyadContext& first, const VELIDOMElemen
 void FileCheckRun::WarnOfMovedFriends(const char* id, const VELUnicodeString& name,
                                       const VELIDOMElement& element) {
     VELDyadContext* owner = nullptr;
-    if (!FindWalksBelow(element).friends ||
+    if (!FindWalksBelow(element, *ids_).friends ||
         collector_->GetCtxAtIndex(collector_->GetNbCtxs(), owner) < 0 || owner == nullptr)
         return;
     const std::array parameters{name, owner->GetName()};

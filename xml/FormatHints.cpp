@@ -181,7 +181,8 @@ private:
 
     // They are read where the type is exactly "Database".
     void HintAtDatabaseAttributes(const VELIDOMElement& element) {
-        const VELUnicodeString type = AttributeOrEmpty(element, dyadctx::Names().parameterType);
+        VELUnicodeString type;
+        ReadAttribute(element, dyadctx::Names().parameterType, type);
         if (type == dyadctx::Names().databaseType)
             return;
         for (std::size_t i = FirstDatabaseAttribute; i < ContextAttributes.size(); ++i) {

@@ -65,7 +65,7 @@ private:
     static std::size_t At(int pos) noexcept { return static_cast<std::size_t>(pos) - 1; }
 
     void AddFriendsOf(int pos) {
-        const VELListPtrVELDyadContext& friends = ContextAccess::Friends(*declared_[pos]);
+        const FriendView friends = ContextAccess::Friends(*declared_[pos]);
         for (int slot = 1; slot <= friends.Size(); ++slot) {
             const int target = index_.PositionOfName(declared_, friends[slot]->GetName());
             targets_.push_back(target != 0 && declared_[target] == friends[slot] ? target : 0);

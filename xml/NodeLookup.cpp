@@ -1,6 +1,7 @@
 #include "xml/detail/NodeLookup.h"
 
 #include "context/detail/DbEnvironment.h"
+#include "platform/detail/DomAccess.h"
 #include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
 #include "xml/detail/FormatNames.h"
@@ -41,18 +42,18 @@ VELIDOMNode OnlyDescendant(const VELIDOMElement& parent, const VELUnicodeString&
 }
 
 // Whether one of the nodes is a Context or has the name.
-VELResult HoldsTag(const VELIDOMNodeList& nodes, int count, const VELUnicodeString& tag,
-                   bool& found) {
+VELResult HoldsTag(const VELIDOMNodeList& nodes, int count, std::uint32_t tag,
+                   std::uint32_t context, bool& found) {
     found = false;
-    VELUnicodeString nodeTag;
+    std::uint32_t nodeTag = 0;
+    VELIDOMNode node;
     for (int index = 0; index < count; ++index) {
-        VELIDOMNode node;
         const VELResult result = nodes.Item(index, node);
         if (result < 0)
             return result;
         if (node.IsNull())
             return E_FAIL;
-        if (node.GetTagName(nodeTag) >= 0 && (nodeTag == tag || nodeTag == Names().context))
+        if (ReadTag(node, nodeTag) && (nodeTag == tag || nodeTag == context))
             found = true;
     }
     return S_OK;
@@ -69,7 +70,8 @@ VELIDOMNode FindContainer(const VELIDOMElement& parent, const VELUnicodeString& 
 VELResult KeepIfTagIsHeld(const VELUnicodeString& tag, const VELIDOMNode& container,
                           VELIDOMNodeList& nodes, int& count, const ReadState& state) {
     bool found = false;
-    const VELResult result = HoldsTag(nodes, count, tag, found);
+    const std::uint32_t tagId = DomAccess::NameId(container, tag.AsView());
+    const VELResult result = HoldsTag(nodes, count, tagId, state.ids->context, found);
     if (result < 0) {
         LogReaderError(state, Method, key::InternalError, container);
         TRACE_WARNING("VELDyadCtxXml:GetNodeListByTagName - Failed(hr)");
@@ -115,25 +117,24 @@ VELResult GetNodeListByTagName(const VELIDOMElement& parent, const VELUnicodeStr
     return S_OK;
 }
 
-WalksBelow FindWalksBelow(const VELIDOMElement& context) {
+WalksBelow FindWalksBelow(const VELIDOMElement& context, const FormatIds& ids) {
     WalksBelow found{false, false, false};
     VELIDOMNodeList nodes;
     if (context.GetChildNodes(nodes) < 0)
         return {};
-    const FormatNames& names = Names();
-    VELUnicodeString tag;
+    std::uint32_t tag = 0;
     VELIDOMNode node;
     const int count = nodes.GetLength();
     for (int index = 0; index < count; ++index) {
         if (nodes.Item(index, node) < 0 || node.IsNull())
             return {};
-        if (node.GetTagName(tag) < 0)
+        if (!ReadTag(node, tag))
             continue;
-        const bool isContext = tag == names.context;
-        found.associated = found.associated || isContext || tag == names.associated;
-        found.friends = found.friends || isContext || tag == names.friends;
-        found.scenarios = found.scenarios || tag == names.scenario || tag == names.scenarioId ||
-                          tag == names.option;
+        const bool isContext = tag == ids.context;
+        found.associated = found.associated || isContext || tag == ids.associated;
+        found.friends = found.friends || isContext || tag == ids.friends;
+        found.scenarios =
+            found.scenarios || tag == ids.scenario || tag == ids.scenarioId || tag == ids.option;
     }
     return found;
 }

@@ -1,10 +1,11 @@
 #include "xml/detail/ReadState.h"
 
+#include "platform/detail/DomAccess.h"
 #include "trace/detail/TraceLine.h"
 #include "trace/detail/UserMessage.h"
 
 #include <algorithm>
-#include <new>
+#include <string_view>
 
 namespace dyadctx {
 
@@ -42,21 +43,26 @@ void LogReaderError(const ReadState& state, const char* method, const char* key,
     }
 }
 
-bool ReadAttribute(const VELIDOMElement& element, const VELUnicodeString& name,
-                   VELUnicodeString& value) {
-    VELIDOMAttr attribute;
-    if (element.GetAttributeNode(name, attribute) < 0 || attribute.IsNull())
+bool ReadAttribute(const VELIDOMElement& element, std::uint32_t name, VELUnicodeString& value) {
+    const DomAttribute* attribute = DomAccess::FindAttribute(element, name);
+    if (attribute == nullptr)
         return false;
-    // A value that stands there can be had unless memory runs out. It must not count as missing.
-    if (attribute.GetValue(value) < 0)
-        throw std::bad_alloc();
+    value = VELUnicodeString(attribute->Value());
     return true;
 }
 
-VELUnicodeString AttributeOrEmpty(const VELIDOMElement& element, const VELUnicodeString& name) {
-    VELUnicodeString value;
-    ReadAttribute(element, name, value);
-    return value;
+bool ReadAttribute(const VELIDOMElement& element, const VELUnicodeString& name,
+                   VELUnicodeString& value) {
+    return ReadAttribute(element, DomAccess::NameId(element, name.AsView()), value);
+}
+
+VELUnicodeString AttributeOrEmpty(const VELIDOMElement& element, std::uint32_t name) {
+    const DomAttribute* attribute = DomAccess::FindAttribute(element, name);
+    return VELUnicodeString(attribute != nullptr ? attribute->Value() : std::string_view());
+}
+
+bool ReadTag(const VELIDOMNode& node, std::uint32_t& tag) {
+    return DomAccess::GetTagId(node, tag);
 }
 
 } // namespace dyadctx

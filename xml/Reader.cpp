@@ -46,7 +46,7 @@ VELResult ParseFile(const VELIXMLDOMDocumentBuilder& builder, const ReadState& s
     return ParseFile(builder, &errors, state, document);
 }
 
-VELResult ReadDocument(const VELIDOMDocument& document, const ReadState& state) {
+VELResult ReadDocument(const VELIDOMDocument& document, ReadState state) {
     VELIDOMElement root;
     if (document.GetDocumentElement(root) < 0 || root.IsNull())
         return E_FAIL;
@@ -60,6 +60,8 @@ VELResult ReadDocument(const VELIDOMDocument& document, const ReadState& state) 
     }
     if (state.observer != nullptr)
         state.observer->MeetDocument(root);
+    const FormatIds ids(document);
+    state.ids = &ids;
     const VELResult result = ContextReader(state).ParseXMLNodes(root);
     TRACE_LEAVE("VELDyadCtxXml:Unstream");
     return result;

@@ -12,7 +12,7 @@ ReferencePlaces::ReferencePlaces(const VELListPtrVELDyadContext& declared) {
         if (context == nullptr)
             continue;
         references_.back().associated = ContextAccess::Associated(*context);
-        const VELListPtrVELDyadContext& friends = ContextAccess::Friends(*context);
+        const FriendView friends = ContextAccess::Friends(*context);
         for (int slot = 1; slot <= friends.Size(); ++slot)
             friends_.push_back(friends[slot]);
     }

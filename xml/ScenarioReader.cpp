@@ -66,19 +66,19 @@ VELResult ScenarioReader::ReadNode() {
         LogReaderError(state_, Method, key::InternalError, VELIDOMNode());
         return Abandon();
     }
-    VELUnicodeString tag;
-    if (node.GetTagName(tag) < 0)
+    std::uint32_t tag = 0;
+    if (!ReadTag(node, tag))
         return S_OK;
     return ReadElement(VELIDOMElement(node), tag);
 }
 
-VELResult ScenarioReader::ReadElement(const VELIDOMElement& element, const VELUnicodeString& tag) {
-    const FormatNames& names = Names();
-    if (tag == names.scenario)
+VELResult ScenarioReader::ReadElement(const VELIDOMElement& element, std::uint32_t tag) {
+    const FormatIds& ids = *state_.ids;
+    if (tag == ids.scenario)
         return ReadScenario(element);
-    if (tag == names.scenarioId)
+    if (tag == ids.scenarioId)
         return ReadScenarioId(element);
-    if (tag == names.option)
+    if (tag == ids.option)
         return ReadOption(element);
     return S_OK;
 }
@@ -92,8 +92,8 @@ VELResult ScenarioReader::ReadScenarioId(const VELIDOMElement& element) {
     passes_.back().childKind = Kind::ScenarioId;
     Pass pass;
     pass.kind = Kind::ScenarioId;
-    pass.ident = AttributeOrEmpty(element, Names().scenarioIdent);
-    pass.profile = AttributeOrEmpty(element, Names().scenarioName);
+    pass.ident = AttributeOrEmpty(element, state_.ids->scenarioIdent);
+    pass.profile = AttributeOrEmpty(element, state_.ids->scenarioName);
     TRACE_LOG("VELDyadCtxXml:ParseXMLExchangeScenarioNodes of ScenarioID Ident=<%s> and name=<%s>",
               pass.ident.ConvertToChar(), pass.profile.ConvertToChar());
     return Begin(element, Names().option, std::move(pass));
@@ -101,9 +101,9 @@ VELResult ScenarioReader::ReadScenarioId(const VELIDOMElement& element) {
 
 VELResult ScenarioReader::ReadOption(const VELIDOMElement& element) {
     Pass& pass = passes_.back();
-    const VELUnicodeString value = AttributeOrEmpty(element, Names().optionValue);
+    const VELUnicodeString value = AttributeOrEmpty(element, state_.ids->optionValue);
     VELUnicodeString name;
-    const bool hasName = ReadAttribute(element, Names().optionName, name);
+    const bool hasName = ReadAttribute(element, state_.ids->optionName, name);
     TRACE_LOG("VELDyadCtxXml:ParseXMLExchangeScenarioNodes of Option name=<%s> and value=<%s>",
               name.ConvertToChar(), value.ConvertToChar());
     pass.optionNames.Append(name);

@@ -61,7 +61,7 @@ bool CheckRun::ApplyRule(const char* method, const ContextRule& rule, RuleSubjec
 
 bool CheckRun::ApplyToFriends(RuleSubject& subject) {
     bool valid = true;
-    const VELListPtrVELDyadContext& friends = ContextAccess::VisitFriends(*subject.context);
+    const FriendView friends = ContextAccess::VisitFriends(*subject.context);
     for (int pos = 1; pos <= friends.Size(); ++pos) {
         subject.other = friends[pos];
         subject.friendPosition = pos;

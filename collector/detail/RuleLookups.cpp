@@ -4,6 +4,7 @@
 #include "context/detail/ParameterTypes.h"
 
 #include <algorithm>
+#include <iterator>
 #include <new>
 #include <string_view>
 #include <utility>
@@ -15,10 +16,9 @@ namespace {
 // Shorter lists of friends are searched as they are.
 constexpr int SortFrom = 16;
 
-int CountInList(const VELListPtrVELDyadContext& friends, const VELUnicodeString& name) {
+int CountInList(FriendView friends, const VELUnicodeString& name) {
     int count = 0;
-    for (int pos = 1; pos <= friends.Size(); ++pos) {
-        const VELDyadContext* candidate = friends[pos];
+    for (const VELDyadContext* candidate : friends) {
         if (candidate != nullptr && candidate->GetName() == name)
             ++count;
     }
@@ -70,7 +70,7 @@ bool RuleLookups::UseDatabaseMatches() {
 }
 
 int RuleLookups::CountFriendsNamed(const VELDyadContext& context, const VELUnicodeString& name) {
-    const VELListPtrVELDyadContext& friends = ContextAccess::VisitFriends(context);
+    const FriendView friends = ContextAccess::VisitFriends(context);
     if (name.IsEmpty())
         return 0;
     if (friends.Size() < SortFrom)
@@ -81,17 +81,14 @@ int RuleLookups::CountFriendsNamed(const VELDyadContext& context, const VELUnico
     return static_cast<int>(last - first);
 }
 
-const RuleLookups::ContextsByName&
-RuleLookups::SortedFriends(const VELDyadContext& context, const VELListPtrVELDyadContext& friends) {
+const RuleLookups::ContextsByName& RuleLookups::SortedFriends(const VELDyadContext& context,
+                                                              FriendView friends) {
     const auto [place, isNew] = sortedFriends_.try_emplace(&context);
     ContextsByName& sorted = place->second;
     if (!isNew)
         return sorted;
     sorted.reserve(static_cast<std::size_t>(friends.Size()));
-    for (int pos = 1; pos <= friends.Size(); ++pos) {
-        if (friends[pos] != nullptr)
-            sorted.push_back(friends[pos]);
-    }
+    std::remove_copy(friends.begin(), friends.end(), std::back_inserter(sorted), nullptr);
     std::sort(sorted.begin(), sorted.end(), ByName());
     return sorted;
 }

@@ -6,6 +6,7 @@
 
 #include "collector/detail/CollectorIndex.h"
 #include "collector/detail/DatabaseMatches.h"
+#include "context/detail/FriendList.h"
 
 #include <optional>
 #include <unordered_map>
@@ -35,8 +36,7 @@ public:
 private:
     using ContextsByName = std::vector<const VELDyadContext*>;
 
-    const ContextsByName& SortedFriends(const VELDyadContext& context,
-                                        const VELListPtrVELDyadContext& friends);
+    const ContextsByName& SortedFriends(const VELDyadContext& context, FriendView friends);
     bool UseDatabaseMatches();
 
     const VELListPtrVELDyadContext& declared_;

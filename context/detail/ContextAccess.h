@@ -2,16 +2,32 @@
 #pragma once
 
 #include "context/VELDyadContext.h"
+#include "context/detail/FriendList.h"
 
 #include <cstdint>
+#include <memory>
+#include <utility>
 
 namespace dyadctx {
 
+struct ContextTexts {
+    VELUnicodeString name;
+    VELUnicodeString parameter;
+    VELUnicodeString parameterType;
+};
+
 struct ContextAccess {
+    // What the constructor makes, out of texts that are no longer needed. Throws std::bad_alloc.
+    static std::unique_ptr<VELDyadContext> New(ContextTexts&& texts) {
+        return std::unique_ptr<VELDyadContext>(new VELDyadContext(std::move(texts)));
+    }
+
     // The friends in place of the copy that GetFriends makes; writes the trace line of GetFriends.
-    static const VELListPtrVELDyadContext& VisitFriends(const VELDyadContext& context);
+    static FriendView VisitFriends(const VELDyadContext& context);
     // The same without trace line.
-    static const VELListPtrVELDyadContext& Friends(const VELDyadContext& context) noexcept;
+    static FriendView Friends(const VELDyadContext& context) noexcept;
+    // Adds a friend, which may be null, without trace. False without memory.
+    static bool AppendFriend(VELDyadContext& context, VELDyadContext* added) noexcept;
     static VELDyadContext* Associated(const VELDyadContext& context) noexcept;
     // The provider the context keeps, not one made from it.
     static const VELIDyadDbProvider_var& KeptProvider(const VELDyadContext& context) noexcept;

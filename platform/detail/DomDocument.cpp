@@ -31,12 +31,15 @@ bool IsSelfOrAncestor(const DomNode& candidate, const DomNode& node) noexcept {
 // Walks the elements below one element in document order.
 class Descendants {
 public:
-    explicit Descendants(const DomNode& top) { Enter(top); }
+    Descendants(const DomNode& top, std::vector<DomSiblings>& room) : open_(room) {
+        open_.clear();
+        Enter(top);
+    }
 
     // Null after the last one.
     DomNode* Next() {
         while (!open_.empty()) {
-            Siblings& siblings = open_.back();
+            DomSiblings& siblings = open_.back();
             if (siblings.next == siblings.end) {
                 open_.pop_back();
                 continue;
@@ -52,16 +55,11 @@ public:
     }
 
 private:
-    struct Siblings {
-        DomNode* const* next;
-        DomNode* const* end;
-    };
-
     void Enter(const DomNode& node) {
         open_.push_back({node.children, node.children + node.childCount});
     }
 
-    std::vector<Siblings> open_;
+    std::vector<DomSiblings>& open_;
 };
 
 } // namespace
@@ -72,14 +70,6 @@ const DomAttribute* DomDocument::FindAttribute(const DomNode& node,
     return id != DomNames::None ? FindAttribute(node, id) : nullptr;
 }
 
-DomAttribute* DomDocument::FindAttribute(const DomNode& node, std::uint32_t name) const noexcept {
-    DomAttribute* end = node.attributes + node.attributeCount;
-    DomAttribute* found = std::find_if(node.attributes, end, [name](const DomAttribute& attribute) {
-        return attribute.name == name;
-    });
-    return found != end ? found : nullptr;
-}
-
 DomNodeSpan DomDocument::ElementsByTagName(const DomNode& node, std::string_view name, int atMost) {
     const std::uint32_t id = names_.Find(name);
     if (id == DomNames::None)
@@ -88,20 +78,20 @@ DomNodeSpan DomDocument::ElementsByTagName(const DomNode& node, std::string_view
     std::uint64_t wanted = names_.Elements(id);
     if (atMost > 0)
         wanted = std::min(wanted, static_cast<std::uint64_t>(atMost));
-    std::vector<DomNode*> found;
-    Descendants descendants(node);
-    while (found.size() < wanted) {
+    found_.clear();
+    Descendants descendants(node, open_);
+    while (found_.size() < wanted) {
         DomNode* next = descendants.Next();
         if (next == nullptr)
             break;
         if (next->name == id)
-            found.push_back(next);
+            found_.push_back(next);
     }
-    if (found.empty())
+    if (found_.empty())
         return {};
-    DomNode** nodes = nodes_.AllocateArray<DomNode*>(found.size());
-    std::copy(found.begin(), found.end(), nodes);
-    return {nodes, static_cast<std::uint32_t>(found.size())};
+    DomNode** nodes = nodes_.AllocateArray<DomNode*>(found_.size());
+    std::copy(found_.begin(), found_.end(), nodes);
+    return {nodes, static_cast<std::uint32_t>(found_.size())};
 }
 
 DomNode* DomDocument::CreateElement(std::string_view name) {

@@ -12,6 +12,7 @@
 #include <cstring>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace dyadctx {
 
@@ -66,6 +67,12 @@ struct DomNodeSpan {
     std::uint32_t length = 0;
 };
 
+// Part of a child list still to be walked.
+struct DomSiblings {
+    DomNode* const* next;
+    DomNode* const* end;
+};
+
 class DomDocument {
 public:
     // Handles are counted without locks: a document belongs to one thread at a time.
@@ -83,6 +90,15 @@ public:
 
     // Null when there is none.
     const DomAttribute* FindAttribute(const DomNode& node, std::string_view name) const noexcept;
+    // The same by the number of the name.
+    static DomAttribute* FindAttribute(const DomNode& node, std::uint32_t name) noexcept {
+        DomAttribute* end = node.attributes + node.attributeCount;
+        for (DomAttribute* attribute = node.attributes; attribute != end; ++attribute) {
+            if (attribute->name == name)
+                return attribute;
+        }
+        return nullptr;
+    }
     // The descendants of that name in document order; at most `atMost` when that is above 0.
     DomNodeSpan ElementsByTagName(const DomNode& node, std::string_view name, int atMost);
 
@@ -102,7 +118,6 @@ private:
     std::uint32_t InternValid(std::string_view name);
     DomNode* NewElement(std::uint32_t name);
     void SetValue(DomAttribute& attribute, std::string_view value);
-    DomAttribute* FindAttribute(const DomNode& node, std::uint32_t name) const noexcept;
     template<class T>
     T* WithRoomForOneMore(T* items, std::uint32_t count, bool grown);
 
@@ -112,6 +127,9 @@ private:
     DomNode* root_ = nullptr;
     std::size_t estimatedTextSize_ = 0;
     std::size_t references_ = 0;
+    // For searches, which are many and short; kept so that each need not ask for memory.
+    std::vector<DomSiblings> open_;
+    std::vector<DomNode*> found_;
 };
 
 } // namespace dyadctx

@@ -90,6 +90,26 @@ bool InMemoryDbProvider::IsSameAs(const InMemoryDbProvider& other) const noexcep
     return Name() == other.Name() && HaveSameDetails(data_.Get(), other.data_.Get());
 }
 
+SharedRef<ProviderData> InMemoryDbProvider::MakeData(std::string_view name,
+                                                     const VELListValVELUnicodeString& keys,
+                                                     const VELListValVELUnicodeString& values) {
+    return ProviderData::Make(name, DetailKeys::Share(keys), [&values](std::uint32_t detail) {
+        return values[static_cast<int>(detail) + 1].AsView();
+    });
+}
+
+InMemoryDbProvider* InMemoryDbProvider::New(const VELUnicodeString& connectorName,
+                                            const VELListValVELUnicodeString& keys,
+                                            const VELListValVELUnicodeString& values) noexcept {
+    if (keys.Size() != values.Size())
+        return nullptr;
+    try {
+        return new InMemoryDbProvider(MakeData(connectorName.AsView(), keys, values));
+    } catch (const std::exception&) {
+        return nullptr;
+    }
+}
+
 VELResult InMemoryDbProvider::SetConnectorName(const VELUnicodeString& name) {
     try {
         data_ =
@@ -106,10 +126,7 @@ VELResult InMemoryDbProvider::SetServerDetails(const VELListValVELUnicodeString&
     if (keys.Size() != values.Size())
         return E_FAIL;
     try {
-        data_ =
-            ProviderData::Make(Name(), DetailKeys::Share(keys), [&values](std::uint32_t detail) {
-                return values[static_cast<int>(detail) + 1].AsView();
-            });
+        data_ = MakeData(Name(), keys, values);
         return S_OK;
     } catch (const std::exception&) {
         return E_FAIL;

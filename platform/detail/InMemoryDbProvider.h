@@ -16,6 +16,10 @@ class InMemoryDbProvider final : public VELIDyadDbProvider {
 public:
     // Empty name, no details.
     InMemoryDbProvider() noexcept = default;
+    // Both setters in one; null for lists of different sizes and without memory.
+    static InMemoryDbProvider* New(const VELUnicodeString& connectorName,
+                                   const VELListValVELUnicodeString& keys,
+                                   const VELListValVELUnicodeString& values) noexcept;
     // A provider equal to this one, without reference yet; null without memory.
     InMemoryDbProvider* Clone() const noexcept;
 
@@ -46,12 +50,22 @@ private:
     explicit InMemoryDbProvider(SharedRef<ProviderData> data) noexcept : data_(std::move(data)) {}
     ~InMemoryDbProvider() override = default;
 
+    static SharedRef<ProviderData> MakeData(std::string_view name,
+                                            const VELListValVELUnicodeString& keys,
+                                            const VELListValVELUnicodeString& values);
+
     // Null stands for an empty name and no details.
     SharedRef<ProviderData> data_;
 };
 
 // A context file may bring a million of them.
 static_assert(sizeof(InMemoryDbProvider) <= 32);
+
+// A new provider of VELDyadDbProviderServices with that connector name and these server details. A
+// host's provider is given them by its own operations; the first one that fails ends the matter.
+VELResult MakeProvider(const VELUnicodeString& connectorName,
+                       const VELListValVELUnicodeString& keys,
+                       const VELListValVELUnicodeString& values, VELIDyadDbProvider_var& out);
 
 // Whether VELDyadDbProviderServices makes built-in providers, so that no host code takes part.
 bool IsBuiltInFactoryActive() noexcept;

@@ -85,6 +85,19 @@ VELDyadDbProviderServices::SetFactory(VELDyadDbProviderFactory* factory) noexcep
 
 namespace dyadctx {
 
+VELResult MakeProvider(const VELUnicodeString& connectorName,
+                       const VELListValVELUnicodeString& keys,
+                       const VELListValVELUnicodeString& values, VELIDyadDbProvider_var& out) {
+    if (IsBuiltInFactoryActive())
+        return Give(InMemoryDbProvider::New(connectorName, keys, values), out);
+    VELResult result = VELDyadDbProviderServices::CreateDyadDbProvider(out);
+    if (result >= 0 && out.IsNull())
+        result = E_FAIL;
+    if (result >= 0)
+        result = out->SetConnectorName(connectorName);
+    return result >= 0 ? out->SetServerDetails(keys, values) : result;
+}
+
 bool IsBuiltInFactoryActive() noexcept {
     return hostFactory.load(std::memory_order_acquire) == nullptr;
 }

@@ -52,7 +52,7 @@ VELDyadContext& DeclaredContexts::NameAssociated(VELDyadContext& owner, const st
 }
 
 void DeclaredContexts::AddNullFriend(VELDyadContext& owner) {
-    const_cast<VELListPtrVELDyadContext&>(ContextAccess::Friends(owner)).Append(nullptr);
+    ContextAccess::AppendFriend(owner, nullptr);
 }
 
 VELResult DeclaredContexts::Check() {

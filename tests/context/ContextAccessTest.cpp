@@ -12,6 +12,13 @@ namespace {
 
 using Names = std::vector<std::string>;
 
+Names NamesOf(FriendView friends) {
+    Names names;
+    for (const VELDyadContext* context : friends)
+        names.push_back(Text(context->GetName()));
+    return names;
+}
+
 class ContextAccessTest : public testing::Test {
 protected:
     VELDyadContext owner{"Owner", "", "Database"};

@@ -128,11 +128,11 @@ TEST(DomAllocation, GrowingListsAreLeftAsTheyWere) {
 }
 
 TEST(DomAllocation, QueriesAreRefused) {
-    const VELIDOMElement root =
-        RootOf(DocumentOf("<an-element-of-a-long-name><b x='a value that is not short'/>"
-                          "</an-element-of-a-long-name>"));
     const VELUnicodeString b("b");
     const int failures = ForEachAllocation([&](int number) {
+        const VELIDOMElement root =
+            RootOf(DocumentOf("<an-element-of-a-long-name><b x='a value that is not short'/>"
+                              "</an-element-of-a-long-name>"));
         VELUnicodeString name("before");
         VELIDOMNodeList list;
         VELResult named = S_OK;

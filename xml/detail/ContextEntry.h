@@ -32,7 +32,7 @@ private:
     VELResult EnterDatabaseContext(const VELIDOMElement& element,
                                    std::unique_ptr<VELDyadContext> context, VELDyadContext* owner);
     VELResult Enter(std::unique_ptr<VELDyadContext> context, VELDyadContext* owner, int associated);
-    void FileSite(const VELIDyadDbProvider_var& provider);
+    void FileSite(const VELUnicodeString& name, const VELIDyadDbProvider_var& provider);
 
     ReadState state_;
     // Those of the element being added. Kept here so that its list is not made anew each time.

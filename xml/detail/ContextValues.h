@@ -1,6 +1,7 @@
 // What the attributes of one Context element say.
 #pragma once
 
+#include "context/detail/ContextAccess.h"
 #include "platform/VELIXMLDOM.h"
 #include "platform/VELListVal.h"
 #include "platform/VELResult.h"
@@ -25,9 +26,7 @@ enum MissingValue : unsigned int {
 };
 
 struct ContextValues {
-    VELUnicodeString name;
-    VELUnicodeString parameter;
-    VELUnicodeString parameterType;
+    ContextTexts texts;
     // The rest is read for database contexts only.
     VELUnicodeString connector;
     // Parallel to the server details of the format.

@@ -5,6 +5,7 @@
 #include "collector/detail/Finding.h"
 #include "xml/detail/ContextPlaces.h"
 #include "xml/detail/FindingList.h"
+#include "xml/detail/FormatNames.h"
 #include "xml/detail/ReadObserver.h"
 #include "xml/detail/ReferencePlaces.h"
 
@@ -92,6 +93,7 @@ private:
     ContextPlaces places_;
     std::optional<SourceText> text_;
     VELIDOMElement root_;
+    std::optional<FormatIds> ids_;
     std::unordered_map<const VELDyadContext*, unsigned int> missing_;
     std::optional<ReferencePlaces> references_;
     // The position of the context being checked.

@@ -1,9 +1,13 @@
 // The names of the context file format as texts, made once for reader and writer.
 #pragma once
 
+#include "platform/VELIXMLDOM.h"
 #include "platform/VELListVal.h"
 #include "platform/VELUnicodeString.h"
 #include "xml/detail/ContextFileFormat.h"
+
+#include <array>
+#include <cstdint>
 
 namespace dyadctx {
 
@@ -35,5 +39,29 @@ struct FormatNames {
 };
 
 const FormatNames& Names();
+
+// The same names as numbers of one document, for the reader.
+struct FormatIds {
+    explicit FormatIds(const VELIDOMHandle& document);
+
+    std::uint32_t context;
+    std::uint32_t friends;
+    std::uint32_t associated;
+    std::uint32_t scenario;
+    std::uint32_t scenarioId;
+    std::uint32_t option;
+
+    std::uint32_t name;
+    std::uint32_t parameter;
+    std::uint32_t parameterType;
+    std::uint32_t connector;
+    // In the order of FormatNames::serverDetails.
+    std::array<std::uint32_t, format::ServerDetails.size()> serverDetails;
+
+    std::uint32_t scenarioIdent;
+    std::uint32_t scenarioName;
+    std::uint32_t optionName;
+    std::uint32_t optionValue;
+};
 
 } // namespace dyadctx

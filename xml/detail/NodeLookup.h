@@ -22,6 +22,6 @@ struct WalksBelow {
     bool friends = true;
     bool scenarios = true;
 };
-WalksBelow FindWalksBelow(const VELIDOMElement& context);
+WalksBelow FindWalksBelow(const VELIDOMElement& context, const FormatIds& ids);
 
 } // namespace dyadctx

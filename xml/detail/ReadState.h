@@ -5,6 +5,7 @@
 #include "platform/VELIXMLDOM.h"
 #include "platform/VELUnicodeString.h"
 #include "xml/detail/ContextPlaces.h"
+#include "xml/detail/FormatNames.h"
 #include "xml/detail/ReadObserver.h"
 
 namespace dyadctx {
@@ -17,6 +18,8 @@ struct ReadState {
     ContextPlaces* places;
     // Null unless somebody wants to know every fault.
     ReadObserver* observer = nullptr;
+    // Set once there is a document.
+    const FormatIds* ids = nullptr;
 
     // Whether reading goes on behind a fault.
     bool GoesOn() const noexcept { return observer != nullptr; }
@@ -31,11 +34,15 @@ void LogReaderError(const ReadState& state, const char* method, const char* key,
                     const VELIDOMNode& where, const VELUnicodeString* parameters = nullptr,
                     int count = 0, LogText text = LogText::Whole);
 
-// The attribute's value. A missing attribute gives false, and `value` stays as it was. Throws
-// std::bad_alloc.
+// The value of an attribute, by its number in FormatIds or its name. A missing attribute gives
+// false, and `value` stays as it was. Throws std::bad_alloc.
+bool ReadAttribute(const VELIDOMElement& element, std::uint32_t name, VELUnicodeString& value);
 bool ReadAttribute(const VELIDOMElement& element, const VELUnicodeString& name,
                    VELUnicodeString& value);
 // The same with an empty value for a missing attribute.
-VELUnicodeString AttributeOrEmpty(const VELIDOMElement& element, const VELUnicodeString& name);
+VELUnicodeString AttributeOrEmpty(const VELIDOMElement& element, std::uint32_t name);
+// The tag of an element as its number in FormatIds. False, and `tag` as before, for what is not an
+// element.
+bool ReadTag(const VELIDOMNode& node, std::uint32_t& tag);
 
 } // namespace dyadctx

@@ -41,7 +41,7 @@ private:
     VELResult Begin(const VELIDOMNode& element, const VELUnicodeString& tag, Pass pass);
     VELResult Advance(VELResult childResult);
     VELResult ReadNode();
-    VELResult ReadElement(const VELIDOMElement& element, const VELUnicodeString& tag);
+    VELResult ReadElement(const VELIDOMElement& element, std::uint32_t tag);
     VELResult ReadScenario(const VELIDOMElement& element);
     VELResult ReadScenarioId(const VELIDOMElement& element);
     VELResult ReadOption(const VELIDOMElement& element);
