@@ -30,6 +30,7 @@ public:
     // the next context whose associated context could be, or at an empty position.
     bool Link(int count) {
         for (int pos = 1; pos <= count; ++pos) {
+            Announce(pos);
             VELDyadContext* context = declared_[pos];
             const AssociatedLink link =
                 context == nullptr ? AssociatedLink::Made : LinkOne(*context, pos);
@@ -42,6 +43,33 @@ public:
 
 private:
     enum class AssociatedLink { NothingToDo, Made, Failed };
+
+    // Most of the time goes into waiting for names and contexts that lie anywhere.
+    void Announce(int pos) const {
+        constexpr int Ahead = 8;
+        ContextAccess::Prefetch(declared_[pos + 4 * Ahead]);
+        if (const VELDyadContext* context = declared_[pos + 3 * Ahead])
+            ContextAccess::PrefetchFriends(context);
+        ForEachName(pos + 2 * Ahead,
+                    [this](const VELUnicodeString& name) { index_.Announce(name); });
+        ForEachName(pos + Ahead, [this](const VELUnicodeString& name) {
+            index_.AnnounceContext(declared_, name);
+        });
+    }
+
+    // The names by which the context at a position refers to others.
+    template<class Visit>
+    void ForEachName(int pos, Visit visit) const {
+        const VELDyadContext* context = declared_[pos];
+        if (context == nullptr)
+            return;
+        for (const VELDyadContext* placeholder : ContextAccess::Friends(*context)) {
+            if (placeholder != nullptr)
+                visit(placeholder->GetName());
+        }
+        if (ContextAccess::Associated(*context) != nullptr)
+            visit(ContextAccess::Associated(*context)->GetName());
+    }
 
     bool MustEnd(AssociatedLink link) const {
         return link == AssociatedLink::Failed || (link == AssociatedLink::Made && !friendsLinked_);

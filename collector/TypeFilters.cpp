@@ -2,6 +2,7 @@
 
 #include "collector/detail/CollectorIndex.h"
 #include "collector/detail/ViewType.h"
+#include "context/detail/ContextAccess.h"
 #include "context/detail/DbEnvironment.h"
 #include "context/detail/GuardedCall.h"
 #include "context/detail/ParameterTypes.h"
@@ -63,10 +64,13 @@ VELResult VELDyadCtxCollector::SetCtxTypeList() {
     const int pathSize = _PathCtxIndexes.Size();
     const int databaseSize = _DatabaseCtxIndexes.Size();
     const int fileSize = _FileCtxIndexes.Size();
+    constexpr int Ahead = 16;
+    const VELListPtrVELDyadContext& declared = _MainContexts;
     Views views{_PathCtxIndexes, _DatabaseCtxIndexes, _FileCtxIndexes};
     try {
         for (int pos = 1; pos <= _NbCtxs; ++pos) {
-            const VELDyadContext* context = _MainContexts[pos];
+            dyadctx::ContextAccess::Prefetch(declared[pos + Ahead]);
+            const VELDyadContext* context = declared[pos];
             if (context != nullptr)
                 views.Enter(pos, context->GetParameterType().AsView());
         }

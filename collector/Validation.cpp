@@ -32,6 +32,7 @@ VELResult VELDyadCtxCollector::Check(VELUnicodeString& message) {
     CheckRun run(*this, _MainContexts, *index_, CheckExtent::AllContexts, reporter);
     bool valid = true;
     for (int pos = 1; valid && pos <= count; ++pos) {
+        run.Announce(pos);
         VELDyadContext* context = std::as_const(_MainContexts)[pos];
         if (context == nullptr)
             LogError(dyadctx::CheckMethod, dyadctx::key::InternalError, message, nullptr, 0, 1);

@@ -1,5 +1,7 @@
 #include "xml/detail/ContextEntry.h"
 
+#include "collector/detail/CollectorAccess.h"
+#include "collector/detail/CollectorIndex.h"
 #include "context/detail/ContextAccess.h"
 #include "context/detail/DbEnvironment.h"
 #include "platform/detail/InMemoryDbProvider.h"
@@ -38,6 +40,8 @@ VELResult ContextEntry::AddContext(const VELIDOMElement& element, ContextLevels 
         return result;
     if (state_.places != nullptr)
         place_ = PlaceOf(element);
+    if (owner == nullptr)
+        CollectorAccess::Index(state_.collector).Announce(values_.texts.name);
     auto context = ContextAccess::New(std::move(values_.texts));
     if (context->GetParameterType() == Names().databaseType)
         return AddDatabaseContext(element, std::move(context), owner, associated);

@@ -17,6 +17,8 @@ public:
 
     // Whether the context keeps all rules. False without report for a null context or an index
     // outside the current view; index 0 is a context that is not registered.
+    // Tells that the declared context at a position is soon to be checked.
+    void Announce(int pos) const noexcept { lookups_.Announce(pos); }
     bool CheckContext(VELDyadContext* context, int index);
     // The rules on the default context alone.
     bool CheckDefaultContext(const VELUnicodeString& name, const VELUnicodeString& parameter,

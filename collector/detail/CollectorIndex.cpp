@@ -43,7 +43,7 @@ void CollectorIndex::Extend(Names& names, int size, int expectedSize, int declar
     names.assignments = assignments;
     names.declaredSize = declaredSize;
     if (names.chains.Size() == 0)
-        names.chains.Reserve(std::max(size, expectedSize));
+        names.chains.Reserve(std::max(size, expectedSize), std::max(size, expectedSize));
     while (names.chains.Size() < size) {
         const VELDyadContext* context = contextAt(names.chains.Size() + 1);
         if (context == nullptr) {
@@ -59,6 +59,15 @@ void CollectorIndex::Extend(Names& names, int size, int expectedSize, int declar
 const PositionChains& CollectorIndex::Declared(const VELListPtrVELDyadContext& declared) {
     Extend(declared_, declared.Size(), expectedSize_, declared.Size(), ContextsOf(declared));
     return declared_.chains;
+}
+
+void CollectorIndex::Announce(const VELUnicodeString& name) const noexcept {
+    declared_.chains.Announce(HashOfText(name.AsView()));
+}
+
+void CollectorIndex::AnnounceContext(const VELListPtrVELDyadContext& declared,
+                                     const VELUnicodeString& name) const noexcept {
+    Prefetch(declared[declared_.chains.Guess(HashOfText(name.AsView()))]);
 }
 
 int CollectorIndex::PositionOfName(const VELListPtrVELDyadContext& declared,

@@ -24,6 +24,12 @@ public:
     // Prepares for about that many declared contexts.
     void Expect(int declaredSize) noexcept { expectedSize_ = declaredSize; }
 
+    // Tell that a name is about to be looked up or entered, so that what this takes is at hand:
+    // first where the name is kept, some time later the context that probably has it.
+    void Announce(const VELUnicodeString& name) const noexcept;
+    void AnnounceContext(const VELListPtrVELDyadContext& declared,
+                         const VELUnicodeString& name) const noexcept;
+
     // The first position above `after` in `declared` whose context has that name; 0 without one.
     int PositionOfName(const VELListPtrVELDyadContext& declared, const VELUnicodeString& name,
                        int after = 0);

@@ -8,6 +8,8 @@
 #include "trace/detail/TraceLine.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <vector>
 
 namespace dyadctx {
 
@@ -36,6 +38,8 @@ VELDyadContext* FindOnSameDatabase(const VELListPtrVELDyadContext& declared,
     }
     return nullptr;
 }
+
+constexpr int Ahead = 8;
 
 const InMemoryDbProvider* ProviderOf(const VELDyadContext* context) {
     return context == nullptr ? nullptr
@@ -78,22 +82,46 @@ DatabaseMatches::InPlaceOfSearch(const VELListPtrVELDyadContext& declared) {
 }
 
 bool DatabaseMatches::AppendAll() {
-    const auto isOnSame = [this](const InMemoryDbProvider& provider) {
-        return
-            [this, &provider](int pos) { return provider.IsSameAs(*ProviderOf(declared_[pos])); };
-    };
+    // By position, 0 where there is nothing to compare. All are made before the first is used, so
+    // that the places they belong to can be asked for ahead.
+    std::vector<std::uint64_t> hashes(static_cast<std::size_t>(declared_.Size()) + Ahead + 1);
+    int compared = 0;
     for (int pos = 1; pos <= declared_.Size(); ++pos) {
+        Announce(pos);
         const VELDyadContext* context = declared_[pos];
         const InMemoryDbProvider* provider = ProviderOf(context);
-        if (provider != nullptr && provider->Name() != UncomparedProviderType)
-            chains_.Append(provider->IdentityHash(&HashOfText), isOnSame(*provider));
-        else
-            chains_.AppendWithoutKey();
         if (provider == nullptr && context != nullptr &&
             !ContextAccess::KeptProvider(*context).IsNull())
             return false;
+        if (provider == nullptr || provider->Name() == UncomparedProviderType)
+            continue;
+        hashes[static_cast<std::size_t>(pos)] = provider->IdentityHash(&HashOfText) | 1;
+        ++compared;
+    }
+    chains_.Reserve(declared_.Size(), compared);
+    for (int pos = 1; pos <= declared_.Size(); ++pos) {
+        const auto at = static_cast<std::size_t>(pos);
+        chains_.Announce(hashes[at + Ahead]);
+        Append(pos, hashes[at]);
     }
     return true;
+}
+
+void DatabaseMatches::Append(int pos, std::uint64_t hash) {
+    if (hash == 0)
+        return chains_.AppendWithoutKey();
+    chains_.Append(hash, [this, pos](int earlier) {
+        return ProviderOf(declared_[pos])->IsSameAs(*ProviderOf(declared_[earlier]));
+    });
+}
+
+// Contexts, their providers and the data of these each lie in memory of their own.
+void DatabaseMatches::Announce(int pos) const noexcept {
+    ContextAccess::Prefetch(declared_[pos + 3 * Ahead]);
+    if (const VELDyadContext* context = declared_[pos + 2 * Ahead])
+        Prefetch(ContextAccess::KeptProvider(*context).Get());
+    if (const InMemoryDbProvider* provider = ProviderOf(declared_[pos + Ahead]))
+        provider->PrefetchData();
 }
 
 VELDyadContext* DatabaseMatches::LaterOnSameDatabase(int index) const {

@@ -10,9 +10,9 @@ constexpr std::size_t FewestSlots = 16;
 
 } // namespace
 
-void PositionChains::Reserve(int positions) {
-    const auto wanted = static_cast<std::size_t>(positions);
-    next_.reserve(wanted);
+void PositionChains::Reserve(int positions, int chains) {
+    const auto wanted = static_cast<std::size_t>(chains);
+    next_.reserve(static_cast<std::size_t>(positions));
     Resize(wanted + wanted / 2);
 }
 

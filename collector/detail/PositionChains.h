@@ -5,6 +5,8 @@
 // position take constant time, also when all keys are equal.
 #pragma once
 
+#include "platform/detail/Prefetch.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -16,8 +18,8 @@ class PositionChains {
 public:
     // The number of positions known; the next one appended is Size() + 1.
     int Size() const noexcept { return static_cast<int>(next_.size()); }
-    // Prepares for that many positions.
-    void Reserve(int positions);
+    // Prepares for that many positions in so many chains.
+    void Reserve(int positions, int chains);
     void Clear() noexcept;
 
     // Adds a position to the chain of its key. `hasKey` tells of an earlier position whether it has
@@ -51,6 +53,18 @@ public:
             return {};
         const Slot& slot = slots_[SlotOf(Short(hash), hasKey)];
         return {slot.IsAlone() ? slot.Last() : At(slot.Last()), slot.Last()};
+    }
+    // Tells that a key is about to be asked for or appended.
+    void Announce(std::uint64_t hash) const noexcept {
+        if (!slots_.empty())
+            Prefetch(&slots_[Home(Short(hash), slots_.size())]);
+    }
+    // A position that probably is in the chain of a key; 0 without one.
+    int Guess(std::uint64_t hash) const noexcept {
+        if (slots_.empty())
+            return 0;
+        const Slot& slot = slots_[Home(Short(hash), slots_.size())];
+        return slot.hash == Short(hash) ? slot.Last() : 0;
     }
     // The position after `pos` in its chain; 0 at the end.
     int Next(int pos) const noexcept { return At(pos) > pos ? At(pos) : 0; }

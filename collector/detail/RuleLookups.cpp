@@ -46,6 +46,19 @@ bool RuleLookups::IsKnownType(const VELUnicodeString& parameterType) {
     return known;
 }
 
+void RuleLookups::Announce(int pos) const noexcept {
+    constexpr int Ahead = 8;
+    ContextAccess::Prefetch(declared_[pos + 3 * Ahead]);
+    if (const VELDyadContext* context = declared_[pos + 2 * Ahead]) {
+        for (const VELDyadContext* other : ContextAccess::Friends(*context))
+            ContextAccess::Prefetch(other);
+    }
+    if (const VELDyadContext* context = declared_[pos + Ahead]) {
+        for (const VELDyadContext* other : ContextAccess::Friends(*context))
+            ContextAccess::PrefetchFriends(other);
+    }
+}
+
 VELDyadContext* RuleLookups::LaterNamesake(const VELUnicodeString& name, int after) {
     if (extent_ == CheckExtent::AllContexts) {
         const int next = index_.NextNamesake(declared_, after);

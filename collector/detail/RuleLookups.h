@@ -23,6 +23,8 @@ public:
     RuleLookups(const VELListPtrVELDyadContext& declared, CollectorIndex& index, CheckExtent extent)
         : declared_(declared), index_(index), extent_(extent) {}
 
+    // Tells that the declared context at a position is soon to be looked at.
+    void Announce(int pos) const noexcept;
     // Whether contexts may have that parameter type now.
     static bool IsKnownType(const VELUnicodeString& parameterType);
     // The first declared context of that name behind position `after`, or null. When all contexts

@@ -3,6 +3,7 @@
 
 #include "context/VELDyadContext.h"
 #include "context/detail/FriendList.h"
+#include "platform/detail/Prefetch.h"
 
 #include <cstdint>
 #include <memory>
@@ -28,6 +29,15 @@ struct ContextAccess {
     static FriendView Friends(const VELDyadContext& context) noexcept;
     // Adds a friend, which may be null, without trace. False without memory.
     static bool AppendFriend(VELDyadContext& context, VELDyadContext* added) noexcept;
+    // Asks for the memory of a context, which may be null, and once that is there of its friends.
+    static void Prefetch(const VELDyadContext* context) noexcept {
+        dyadctx::Prefetch(context);
+        dyadctx::Prefetch(context == nullptr ? nullptr : &context->friends_);
+    }
+    static void PrefetchFriends(const VELDyadContext* context) noexcept {
+        if (context != nullptr)
+            dyadctx::Prefetch(context->friends_.get());
+    }
     static VELDyadContext* Associated(const VELDyadContext& context) noexcept;
     // The provider the context keeps, not one made from it.
     static const VELIDyadDbProvider_var& KeptProvider(const VELDyadContext& context) noexcept;

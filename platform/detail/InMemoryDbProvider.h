@@ -5,6 +5,7 @@
 #pragma once
 
 #include "platform/VELIDyadDbProvider.h"
+#include "platform/detail/Prefetch.h"
 #include "platform/detail/ProviderData.h"
 
 #include <cstdint>
@@ -45,6 +46,7 @@ public:
     using HashOfBytes = std::uint64_t(std::string_view bytes) noexcept;
     std::uint64_t IdentityHash(HashOfBytes* hashOf) const noexcept;
     std::string_view Name() const noexcept;
+    void PrefetchData() const noexcept { Prefetch(data_.Get()); }
 
 private:
     explicit InMemoryDbProvider(SharedRef<ProviderData> data) noexcept : data_(std::move(data)) {}
