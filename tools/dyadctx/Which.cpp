@@ -15,6 +15,7 @@ public:
     const char* Name() const override { return "which"; }
     const char* Summary() const override { return "Tell which context file is in use, and why"; }
     const char* Synopsis() const override { return "[--format text|json]"; }
+    std::vector<Example> Examples() const override;
     void Declare(CLI::App& arguments) override;
     ExitStatus Run(Output& output) override;
 
@@ -58,6 +59,11 @@ void WriteText(const FileChoice& choice, Output& output) {
     output.Write(table.Render(output));
     if (choice.usable)
         output.Write("\n" + output.Painted(Paint::Good, Visible(*choice.file)) + "\n");
+}
+
+std::vector<Example> Which::Examples() const {
+    return {
+        {"dyadctx which", "The file that commands take without FILE, and every place looked at"}};
 }
 
 void Which::Declare(CLI::App& arguments) {

@@ -26,8 +26,9 @@ public:
     const char* Summary() const override { return "Draw which contexts name which"; }
     const char* Synopsis() const override {
         return "[FILE] [-o OUT] [--format svg|dot|mermaid] [--focus NAME [--depth N]] "
-               "[--renderer own|dot] [--type all|path|database|file] [--provider NAME]...";
+               "[--renderer own|dot] [--type all|path|database|file] [--provider PROVIDER]...";
     }
+    std::vector<Example> Examples() const override;
     void Declare(CLI::App& arguments) override;
     ExitStatus Run(Output& output) override;
 
@@ -55,25 +56,37 @@ bool EndsWith(const std::string& name, std::string_view ending) {
     return name.size() > ending.size() && name.ends_with(ending);
 }
 
+std::vector<Example> GraphCommand::Examples() const {
+    return {{"dyadctx graph site.xml --db-context -o site.svg",
+             "The whole file as a picture for a browser"},
+            {"dyadctx graph site.xml --focus Design --depth 2 --format mermaid",
+             "What is at most two links away from Design, for Markdown"}};
+}
+
 void GraphCommand::Declare(CLI::App& arguments) {
     DeclareFile(arguments, file_);
-    arguments.add_option("-o,--output", target_, "The file to write; standard output without it");
-    arguments
-        .add_option("--format", format_,
-                    "The language of the picture: svg is complete in itself, dot is for\n"
-                    "Graphviz, mermaid for Markdown. Default: by the ending of OUT\n"
-                    "(.dot, .gv, .mmd, .mermaid), else svg")
-        ->check(CLI::IsMember(std::vector<std::string>{"svg", "dot", "mermaid"}));
+    arguments.add_option("-o,--output", target_, "The file to write; standard output without it")
+        ->type_name("OUT");
+    OneOf(arguments.add_option("--format", format_,
+                               "The language of the picture: svg is complete in itself, dot is for "
+                               "Graphviz, mermaid for Markdown. Default: by the ending of OUT "
+                               "(.dot, .gv, .mmd, .mermaid), else svg"),
+          {"svg", "dot", "mermaid"});
     CLI::Option* focus =
-        arguments.add_option("--focus", focus_, "Only this context and those around it");
-    arguments.add_option("--depth", depth_, "How many links away from NAME, in both directions")
-        ->check(CLI::Range(0, 1000000))
+        arguments.add_option("--focus", focus_, "Only the context NAME and those around it");
+    focus->type_name("NAME");
+    arguments
+        .add_option("--depth", depth_,
+                    "With --focus: how many links away from NAME, in both directions; 0 to 1000000")
+        ->check(CLI::Range(0, 1000000).description(""))
+        ->type_name("N")
         ->needs(focus)
         ->capture_default_str();
-    arguments
-        .add_option("--renderer", renderer_,
-                    "What draws the svg: the tool itself, or Graphviz where it is installed")
-        ->check(CLI::IsMember(std::vector<std::string>{"own", "dot"}))
+    OneOf(
+        arguments.add_option("--renderer", renderer_,
+                             "What draws the svg: own, the tool itself; dot, Graphviz where it is "
+                             "installed"),
+        {"own", "dot"})
         ->capture_default_str();
     DeclareView(arguments, view_);
 }
