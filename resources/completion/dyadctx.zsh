@@ -79,7 +79,6 @@ _dyadctx_take() {
 }
 
 _dyadctx() {
-    emulate -L zsh
     local row='' awaited='' offer='' repeats=0 i
     local -i plain=0 database=0 place
     local -a given commands summaries options offers meanings values
