@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <utility>
@@ -60,7 +61,7 @@ std::string Sentences(const std::string& text) {
     std::string lines = Plain(text);
     for (std::size_t at = 0; (at = lines.find(". ", at)) != std::string::npos; ++at)
         lines[at + 1] = '\n';
-    const bool isClosed = lines.ends_with('.') || lines.ends_with('?') || lines.ends_with(')');
+    const bool isClosed = lines.ends_with('.') || lines.ends_with('?');
     return lines + (isClosed ? "\n" : ".\n");
 }
 
@@ -97,7 +98,8 @@ std::string ExamplesOf(const std::vector<Example>& examples) {
 void AddCommand(const CommandNode& command, const std::string& path, std::string& text) {
     text += ".It Ic " + Word(path) + "\n";
     text += ".Bd -ragged -compact\n.Nm\n.Ic " + Word(path) + "\n";
-    text += Plain(command.synopsis) + "\n.Ed\n.Pp\n";
+    text += command.synopsis.empty() ? "" : Plain(command.synopsis) + "\n";
+    text += ".Ed\n.Pp\n";
     text += Sentences(command.summary);
     const std::string items = Items(command.values) + Items(command.options);
     text += items;
@@ -132,6 +134,22 @@ void Put(std::string& page, const std::string& mark, const std::string& text) {
     page.replace(at, mark.size() + 1, text);
 }
 
+// In place of every mark.
+void PutEverywhere(std::string& page, const std::string& mark, const std::string& text) {
+    for (std::size_t at = page.find(mark); at != std::string::npos;
+         at = page.find(mark, at + text.size()))
+        page.replace(at, mark.size(), text);
+}
+
+std::string DefaultFile() {
+    VELUnicodeString path;
+    VELDyadCtxCollector::GetRelativeResourcesPath(path);
+    std::string file(path.AsView());
+    // Either separator works everywhere; this is the one that all readers know.
+    std::replace(file.begin(), file.end(), '\\', '/');
+    return file.substr(file.find_first_not_of('/'));
+}
+
 std::string ReadFrame(const std::string& file) {
     std::ifstream in(file, std::ios::binary);
     std::string text{std::istreambuf_iterator<char>(in), {}};
@@ -150,6 +168,7 @@ ExitStatus ManPage::Run(Output& output) {
     Put(page, "@COMMANDS@", CommandItems(root));
     Put(page, "@COMMON_OPTIONS@", Items(root.options));
     Put(page, "@EXIT_STATUS@", StatusItems());
+    PutEverywhere(page, "@DEFAULT_FILE@", Plain(DefaultFile()));
     output.Write(page);
     return ExitStatus::Done;
 }
