@@ -43,6 +43,7 @@ std::unique_ptr<Command> MakeWrite();
 std::unique_ptr<Command> MakeDiff();
 std::unique_ptr<Command> MakeGraph();
 std::unique_ptr<Command> MakeSettings();
+std::unique_ptr<Command> MakeExplain();
 
 // ---- Arguments several commands share ----------------------------------------------------------
 

@@ -69,6 +69,7 @@ CommandLine::CommandLine() : app_(Description, "dyadctx") {
     commands_.push_back(MakeDiff());
     commands_.push_back(MakeGraph());
     commands_.push_back(MakeSettings());
+    commands_.push_back(MakeExplain());
     Declare();
 }
 
