@@ -31,6 +31,11 @@ void Explain::Declare(CLI::App& arguments) {
                          "The key behind a finding, with its brackets or without; all keys are "
                          "listed when it is left out");
     DeclareFormat(arguments, format_, {"text", "json", "man"});
+    arguments.footer(
+        "\nThe message is shown in the language of the user, with {0}, {1}, {2} in place "
+        "of names and\nvalues; the explanations are in English. --format man writes "
+        "the manual page\ndyadctx-messages(7).\n" +
+        arguments.get_footer());
 }
 
 const Explanation& Explain::Wanted() const {
