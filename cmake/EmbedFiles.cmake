@@ -1,5 +1,5 @@
-# Writes SOURCE, a C++ file that holds each of FILES as bytes under its NAME of NAMES. HEADER declares
-# what it defines: FUNCTION, which gives a span of TYPE, a name and a text.
+# Writes SOURCE, a C++ file in which FUNCTION of HEADER gives each of FILES as bytes under its NAME of
+# NAMES, as a TYPE.
 
 set(arrays "")
 set(rows "")
@@ -13,7 +13,7 @@ foreach(file name IN ZIP_LISTS FILES NAMES)
   math(EXPR number "${number} + 1")
 endforeach()
 
-file(WRITE ${SOURCE} "// Generated from the files it holds.
+file(WRITE ${SOURCE} "// Generated from files of the project.
 #include \"${HEADER}\"
 
 namespace dyadctx::tool {

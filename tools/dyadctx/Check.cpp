@@ -54,10 +54,6 @@ void Check::Declare(CLI::App& arguments) {
         ->check(CLI::IsMember(std::vector<std::string>{"error", "warning", "note"}))
         ->capture_default_str();
     DeclareFormat(arguments, format_, {"text", "json", "sarif", "github"});
-    arguments.footer(
-        "\nEach finding ends with its key in brackets; `dyadctx explain KEY` tells what "
-        "it means and what\nto do.\n" +
-        arguments.get_footer());
 }
 
 // An error cannot be left out: the file would be not valid for no reason.

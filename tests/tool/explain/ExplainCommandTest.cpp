@@ -203,11 +203,10 @@ TEST_F(Explain, TheRulesOfSarifReportsHoldTheExplanations) {
     EXPECT_TRUE(markdown.ends_with("</DyAdDescription>\n```\n"));
 }
 
-TEST_F(Explain, TheHelpOfCheckNamesTheCommand) {
-    EXPECT_NE(Run({"check", "--help"}).standardOutput.find("`dyadctx explain KEY`"),
+TEST_F(Explain, TheHelpLeadsToIt) {
+    EXPECT_NE(Run({"--help"}).standardOutput.find("Tell what a finding of check means"),
               std::string::npos);
     EXPECT_NE(Run({"explain", "--help"}).standardOutput.find("dyadctx explain"), std::string::npos);
-    EXPECT_NE(Run({"--help"}).standardOutput.find("explain"), std::string::npos);
 }
 
 } // namespace dyadctx::test

@@ -13,7 +13,9 @@ namespace {
 class Explain final : public Command {
 public:
     const char* Name() const override { return "explain"; }
-    const char* Summary() const override { return "Tell what a message means and what to do"; }
+    const char* Summary() const override {
+        return "Tell what a finding of check means and what to do";
+    }
     const char* Synopsis() const override { return "[KEY] [--format text|json|man]"; }
     void Declare(CLI::App& arguments) override;
     ExitStatus Run(Output& output) override;
@@ -27,15 +29,13 @@ private:
 };
 
 void Explain::Declare(CLI::App& arguments) {
-    arguments.add_option("KEY", key_,
-                         "The key behind a finding, with its brackets or without; all keys are "
-                         "listed when it is left out");
+    arguments
+        .add_option("KEY", key_,
+                    "The key behind a finding, with its brackets or without; all keys are listed "
+                    "when it is left out. The message is shown in the language of the user, the "
+                    "explanation in English")
+        ->type_name("KEY");
     DeclareFormat(arguments, format_, {"text", "json", "man"});
-    arguments.footer(
-        "\nThe message is shown in the language of the user, with {0}, {1}, {2} in place "
-        "of names and\nvalues; the explanations are in English. --format man writes "
-        "the manual page\ndyadctx-messages(7).\n" +
-        arguments.get_footer());
 }
 
 const Explanation& Explain::Wanted() const {

@@ -47,7 +47,7 @@ std::vector<Explanation> ParseAll() {
     return all;
 }
 
-std::string Manner(const Example& example) {
+std::string Manner(const ExplanationExample& example) {
     if (example.language == "cpp")
         return "client program";
     if (example.language == "console")
@@ -62,7 +62,7 @@ std::string Manner(const Example& example) {
 
 } // namespace
 
-std::string Example::Caption() const {
+std::string ExplanationExample::Caption() const {
     return role + " (" + Manner(*this) + ")";
 }
 

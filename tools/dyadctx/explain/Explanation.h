@@ -10,7 +10,7 @@
 
 namespace dyadctx::tool {
 
-struct Example {
+struct ExplanationExample {
     // "Wrong", "Right", "Example" for one that is neither, "Program" for a client program that the
     // others use.
     std::string role;
@@ -37,7 +37,7 @@ struct Explanation {
     std::vector<std::string> parameters;
     Paragraphs meaning;
     Paragraphs advice;
-    std::vector<Example> examples;
+    std::vector<ExplanationExample> examples;
 
     // Whether it is a message of the catalog, and no finding of the check alone.
     bool IsOfCatalog() const noexcept;

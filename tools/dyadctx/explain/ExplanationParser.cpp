@@ -37,7 +37,7 @@ public:
             TakeLine();
         Require(!explanation_.meaning.empty() && !explanation_.advice.empty(),
                 "meaning or advice is missing");
-        for (const Example& example : explanation_.examples)
+        for (const ExplanationExample& example : explanation_.examples)
             Require(!example.text.empty(), "an example is missing");
         return std::move(explanation_);
     }
@@ -108,7 +108,7 @@ private:
     void TakeExample(const std::string& information) {
         Require(!explanation_.examples.empty() && explanation_.examples.back().text.empty(),
                 "the example belongs to nothing");
-        Example& example = explanation_.examples.back();
+        ExplanationExample& example = explanation_.examples.back();
         std::istringstream words(information);
         words >> example.language;
         Require(Holds(Languages, example.language), "the language of the example is not known");

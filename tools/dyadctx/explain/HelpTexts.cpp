@@ -4,7 +4,7 @@ namespace dyadctx::tool {
 
 std::string HelpText(const Explanation& explanation) {
     std::string text = WithoutMarks(JoinedParagraphs(explanation.advice));
-    for (const Example& example : explanation.examples) {
+    for (const ExplanationExample& example : explanation.examples) {
         text += "\n\n" + example.Caption() + "\n";
         if (!example.remark.empty())
             text += WithoutMarks(example.remark) + "\n";
@@ -15,7 +15,7 @@ std::string HelpText(const Explanation& explanation) {
 
 std::string HelpMarkdown(const Explanation& explanation) {
     std::string text = JoinedParagraphs(explanation.advice);
-    for (const Example& example : explanation.examples) {
+    for (const ExplanationExample& example : explanation.examples) {
         text += "\n\n**" + example.Caption() + "**\n\n";
         if (!example.remark.empty())
             text += example.remark + "\n\n";

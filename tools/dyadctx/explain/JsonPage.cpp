@@ -15,7 +15,7 @@ Json Summary(const Explanation& explanation) {
             {"text", explanation.Message()}};
 }
 
-Json ExampleAsJson(const Example& example) {
+Json ExampleAsJson(const ExplanationExample& example) {
     return {{"role", example.role},       {"caption", example.Caption()},
             {"remark", example.remark},   {"language", example.language},
             {"options", example.options}, {"byProgram", example.byProgram},
@@ -30,7 +30,7 @@ Json ExplanationAsJson(const Explanation& explanation) {
     json["meaning"] = JoinedParagraphs(explanation.meaning);
     json["advice"] = JoinedParagraphs(explanation.advice);
     json["examples"] = Json::array();
-    for (const Example& example : explanation.examples)
+    for (const ExplanationExample& example : explanation.examples)
         json["examples"].push_back(ExampleAsJson(example));
     return {{"schema", Schema}, {"explanation", std::move(json)}};
 }

@@ -96,7 +96,7 @@ std::string Section(const char* heading, const Paragraphs& paragraphs) {
     return text;
 }
 
-std::string ExampleText(const Example& example) {
+std::string ExampleText(const ExplanationExample& example) {
     std::string text = ".PP\n.I " + Escaped(example.Caption()) + "\n";
     if (!example.remark.empty())
         text += ".br\n" + Prose(example.remark);
@@ -107,7 +107,7 @@ std::string Entry(const Explanation& explanation) {
     std::string text = ".SS " + Escaped(explanation.key) + " (" + explanation.Kind() + ")\n";
     text += Line(Escaped(explanation.Message())) + Parameters(explanation);
     text += Section("Meaning", explanation.meaning) + Section("What to do", explanation.advice);
-    for (const Example& example : explanation.examples)
+    for (const ExplanationExample& example : explanation.examples)
         text += ExampleText(example);
     return text;
 }

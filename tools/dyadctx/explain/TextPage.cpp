@@ -62,7 +62,7 @@ void WriteSection(const char* heading, const Paragraphs& paragraphs, Output& out
     }
 }
 
-void WriteExample(const Example& example, Output& output) {
+void WriteExample(const ExplanationExample& example, Output& output) {
     output.Write("\n" + output.Painted(PaintOfRole(example.role), example.Caption()) + "\n");
     if (!example.remark.empty())
         output.Write(Wrapped(example.remark, Indent) + "\n");
@@ -98,7 +98,7 @@ void WriteExplanation(const Explanation& explanation, Output& output) {
     WriteParameters(explanation, output);
     WriteSection("Meaning", explanation.meaning, output);
     WriteSection("What to do", explanation.advice, output);
-    for (const Example& example : explanation.examples)
+    for (const ExplanationExample& example : explanation.examples)
         WriteExample(example, output);
 }
 
