@@ -35,6 +35,7 @@ protected:
 };
 
 std::unique_ptr<Command> MakeCheck();
+std::unique_ptr<Command> MakeExplain();
 std::unique_ptr<Command> MakeList();
 std::unique_ptr<Command> MakeShow();
 std::unique_ptr<Command> MakeWhich();
@@ -43,7 +44,6 @@ std::unique_ptr<Command> MakeWrite();
 std::unique_ptr<Command> MakeDiff();
 std::unique_ptr<Command> MakeGraph();
 std::unique_ptr<Command> MakeSettings();
-std::unique_ptr<Command> MakeExplain();
 
 // ---- Arguments several commands share ----------------------------------------------------------
 

@@ -61,6 +61,7 @@ bool Is(const CLI::ParseError& error, CLI::ExitCodes kind) {
 
 CommandLine::CommandLine() : app_(Description, "dyadctx") {
     commands_.push_back(MakeCheck());
+    commands_.push_back(MakeExplain());
     commands_.push_back(MakeList());
     commands_.push_back(MakeShow());
     commands_.push_back(MakeWhich());
@@ -69,7 +70,6 @@ CommandLine::CommandLine() : app_(Description, "dyadctx") {
     commands_.push_back(MakeDiff());
     commands_.push_back(MakeGraph());
     commands_.push_back(MakeSettings());
-    commands_.push_back(MakeExplain());
     Declare();
 }
 
