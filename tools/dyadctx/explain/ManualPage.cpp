@@ -1,6 +1,10 @@
 #include "tools/dyadctx/explain/ExplanationPages.h"
 
+#include <algorithm>
+#include <array>
 #include <sstream>
+#include <string_view>
+#include <utility>
 
 namespace dyadctx::tool {
 
@@ -34,24 +38,22 @@ constexpr const char* Tail = ".SH SEE ALSO\n"
                              ".BR dyadctx (1),\n"
                              ".BR dyadctx-context (5)\n";
 
-// Letters that the formatter would take for its own, written so that they print as they are.
+// Letters that the formatter would take for its own, and what prints as they are.
+constexpr std::array<std::pair<char, std::string_view>, 7> Escapes{{{'\\', "\\e"},
+                                                                    {'-', "\\-"},
+                                                                    {'"', "\\(dq"},
+                                                                    {'\'', "\\(aq"},
+                                                                    {'`', "\\(ga"},
+                                                                    {'^', "\\(ha"},
+                                                                    {'~', "\\(ti"}}};
+
 std::string Escaped(std::string_view text) {
     std::string escaped;
     for (const char letter : text) {
-        if (letter == '\\')
-            escaped += "\\e";
-        else if (letter == '-')
-            escaped += "\\-";
-        else if (letter == '"')
-            escaped += "\\(dq";
-        else if (letter == '\'')
-            escaped += "\\(aq";
-        else if (letter == '`')
-            escaped += "\\(ga";
-        else if (letter == '^')
-            escaped += "\\(ha";
-        else if (letter == '~')
-            escaped += "\\(ti";
+        const auto* found = std::find_if(Escapes.begin(), Escapes.end(),
+                                         [letter](const auto& one) { return one.first == letter; });
+        if (found != Escapes.end())
+            escaped += found->second;
         else
             escaped += letter;
     }

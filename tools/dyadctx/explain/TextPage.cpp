@@ -23,18 +23,18 @@ Paint PaintOfRole(const std::string& role) {
 }
 
 // The words of a paragraph on lines that are not too long, each indented.
-std::string Wrapped(const std::string& paragraph, const std::string& indent) {
+std::string Wrapped(const std::string& paragraph) {
     std::istringstream words(paragraph);
     std::string text;
     std::string line;
     for (std::string word; words >> word;) {
-        if (!line.empty() && DisplayWidth(indent + line + " " + word) > Width) {
-            text += indent + line + "\n";
+        if (!line.empty() && DisplayWidth(Indent + line + " " + word) > Width) {
+            text += Indent + line + "\n";
             line.clear();
         }
         line += (line.empty() ? "" : " ") + word;
     }
-    return text + indent + line + "\n";
+    return text + Indent + line + "\n";
 }
 
 std::string Indented(const std::string& text) {
@@ -57,7 +57,7 @@ void WriteSection(const char* heading, const Paragraphs& paragraphs, Output& out
     output.Write("\n" + output.Painted(Paint::Heading, heading) + "\n");
     bool isFirst = true;
     for (const std::string& paragraph : paragraphs) {
-        output.Write((isFirst ? "" : "\n") + Wrapped(paragraph, Indent));
+        output.Write((isFirst ? "" : "\n") + Wrapped(paragraph));
         isFirst = false;
     }
 }
@@ -65,11 +65,11 @@ void WriteSection(const char* heading, const Paragraphs& paragraphs, Output& out
 void WriteExample(const ExplanationExample& example, Output& output) {
     output.Write("\n" + output.Painted(PaintOfRole(example.role), example.Caption()) + "\n");
     if (!example.remark.empty())
-        output.Write(Wrapped(example.remark, Indent) + "\n");
+        output.Write(Wrapped(example.remark) + "\n");
     output.Write(Indented(example.text));
 }
 
-// A table of one line for each key: the first sentence of its text will do.
+// In the list of all keys one sentence of the text will do.
 std::string FirstSentence(const std::string& message) {
     constexpr std::string_view FullStop = "\xE3\x80\x82";
     const std::size_t blank = message.find(". ");
@@ -94,7 +94,7 @@ void WriteExplanation(const Explanation& explanation, Output& output) {
     const std::string kind = explanation.Kind();
     output.Write(output.Painted(Paint::Heading, explanation.key) + " (" +
                  output.Painted(PaintOfKind(kind), kind) + ")\n\n");
-    output.Write(Wrapped(Visible(explanation.Message()), Indent));
+    output.Write(Wrapped(Visible(explanation.Message())));
     WriteParameters(explanation, output);
     WriteSection("Meaning", explanation.meaning, output);
     WriteSection("What to do", explanation.advice, output);
