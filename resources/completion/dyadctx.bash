@@ -100,7 +100,6 @@ _dyadctx_contexts() {
 }
 
 _dyadctx_value() {
-    local names
     case $1 in
     words\ *)
         local IFS=' '
@@ -108,10 +107,6 @@ _dyadctx_value() {
         ;;
     files) compopt -o default 2>/dev/null ;;
     contexts) _dyadctx_contexts ;;
-    keys)
-        _dyadctx_names explain --format names
-        _dyadctx_offer "${names[@]}"
-        ;;
     esac
 }
 

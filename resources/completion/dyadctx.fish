@@ -57,8 +57,6 @@ function __dyadctx_value -a offer before
             return
         case contexts
             set candidates (__dyadctx_contexts)
-        case keys
-            set candidates (__dyadctx_names explain --format names)
     end
     for candidate in $candidates
         printf '%s%s\n' $before $candidate

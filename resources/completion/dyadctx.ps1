@@ -114,8 +114,6 @@ Register-ArgumentCompleter -Native -CommandName dyadctx -ScriptBlock {
             $call += @('--', $state.Given[$place])
         }
         $names = @(Get-Names $call)
-    } elseif ($offer -ceq 'keys') {
-        $names = @(Get-Names @('explain', '--format', 'names'))
     }
     # For a file PowerShell itself offers what is there when nothing comes from here.
 

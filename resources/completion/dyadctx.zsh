@@ -50,10 +50,6 @@ _dyadctx_value() {
         ;;
     files) _files ;;
     contexts) _dyadctx_contexts ;;
-    keys)
-        _dyadctx_names explain --format names
-        compadd -a names
-        ;;
     esac
 }
 

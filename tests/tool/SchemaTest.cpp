@@ -46,7 +46,8 @@ TEST_F(Schema, OfEachListedCommandIsItsFile) {
                 {}});
         commands.push_back(command);
     }
-    for (const char* command : {"check", "diff", "list", "scenarios", "settings", "show", "which"})
+    for (const char* command :
+         {"check", "diff", "explain", "list", "scenarios", "settings", "show", "which"})
         EXPECT_NE(std::find(commands.begin(), commands.end(), command), commands.end()) << command;
 }
 
@@ -57,7 +58,7 @@ TEST_F(Schema, ThatDoesNotExistIsToldWithThoseThatDo) {
          {"schema", "json", "chek"},
          5,
          "",
-         {"no JSON schema for 'chek'; did you mean 'check'?", "check, diff, list, scenarios"},
+         {"no JSON schema for 'chek'; did you mean 'check'?", "check, diff, explain, list"},
          {}},
         {"command without a document", {"schema", "json", "graph"}, 5, "", {"'graph'"}, {}},
         {"command without json", {"schema", "rng", "list"}, 2, "", {"'list' goes with json"}, {}},

@@ -21,7 +21,7 @@ TOOL = Path(sys.argv.pop()).resolve()
 # Each would do harm, or be torn apart, where a script evaluates or splits what it offers.
 NAMES = ["DYADIC", "Design", "Drawing office", "Evil $(touch pwned) `touch pwned` ; touch pwned",
          "It's \"q\" \\ *", "B\u00fcro \u8a2d\u8a08", "a:b=c@d"]
-COMMANDS = ["check", "list", "show", "which", "scenarios", "write", "diff", "graph", "settings",
+COMMANDS = ["check", "explain", "list", "show", "which", "scenarios", "write", "diff", "graph", "settings",
             "schema", "completion"]
 
 
@@ -158,6 +158,9 @@ try() {
         self.assertEqual(self.offered("dyadctx settings get --fo"), ["--format"])
         self.assertEqual(self.offered("dyadctx completion z"), ["zsh"])
         self.assertEqual(self.offered("dyadctx schema json w"), ["which"])
+        self.assertEqual(self.offered("dyadctx explain Ctx.Check.CtxEmptyN"),
+                         ["Ctx.Check.CtxEmptyName"])
+        self.assertEqual(self.offered("dyadctx explain unused-a"), ["unused-attribute"])
         self.assertEqual(self.offered("dyadctx graph --renderer "), ["own", "dot"])
         self.assertIn("--db-context", self.offered("dyadctx graph -"))
         self.assertEqual(self.offered("dyadctx list -- --f"), [""])

@@ -98,6 +98,12 @@ class Documents(unittest.TestCase):
         self.assertLessEqual({"parameter", "friends", "associated"}, kinds)
         self.check("diff", str(other), str(other))
 
+    def test_explain(self):
+        keys = self.check("explain")["keys"]
+        self.assertGreater(len(keys), 50)
+        for key in keys:
+            self.check("explain", key["key"])
+
     def test_settings(self):
         subprocess.run([TOOL, "settings", "set", "DYAD_Ctx_XmlFile", "a.xml"], check=True,
                        env=self.environment)

@@ -17,7 +17,7 @@ SOURCE = Path(sys.argv.pop())
 TOOL = Path(sys.argv.pop()).resolve()
 FRAME = SOURCE / "resources" / "man" / "dyadctx.1.in"
 CONTEXT_PAGE = SOURCE / "resources" / "man" / "dyadctx-context.5"
-COMMANDS = {"check", "list", "show", "which", "scenarios", "write", "diff", "graph", "settings",
+COMMANDS = {"check", "explain", "list", "show", "which", "scenarios", "write", "diff", "graph", "settings",
             "schema", "completion"}
 
 

@@ -49,6 +49,7 @@ protected:
 };
 
 std::unique_ptr<Command> MakeCheck();
+std::unique_ptr<Command> MakeExplain();
 std::unique_ptr<Command> MakeList();
 std::unique_ptr<Command> MakeShow();
 std::unique_ptr<Command> MakeWhich();

@@ -44,6 +44,7 @@ bool Is(const CLI::ParseError& error, CLI::ExitCodes kind) {
 
 CommandLine::CommandLine() : app_(Description, Program) {
     commands_.push_back(MakeCheck());
+    commands_.push_back(MakeExplain());
     commands_.push_back(MakeList());
     commands_.push_back(MakeShow());
     commands_.push_back(MakeWhich());

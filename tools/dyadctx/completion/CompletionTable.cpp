@@ -3,6 +3,7 @@
 #include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/JsonSchemas.h"
 #include "tools/dyadctx/SettingsText.h"
+#include "tools/dyadctx/explain/ExplanationFiles.h"
 
 #include <algorithm>
 #include <array>
@@ -19,10 +20,13 @@ struct NamedOffer {
 
 // By the name that a value has in the help.
 constexpr std::array NamedOffers{
-    NamedOffer{"FILE", "files"},  NamedOffer{"OUT", "files"},
-    NamedOffer{"A", "files"},     NamedOffer{"B", "files"},
-    NamedOffer{"VALUE", "files"}, NamedOffer{"NAME", "contexts"},
-    NamedOffer{"KEY", "keys"},    NamedOffer{"TAG", "words en fr de ja"},
+    NamedOffer{"FILE", "files"},
+    NamedOffer{"OUT", "files"},
+    NamedOffer{"A", "files"},
+    NamedOffer{"B", "files"},
+    NamedOffer{"VALUE", "files"},
+    NamedOffer{"NAME", "contexts"},
+    NamedOffer{"TAG", "words en fr de ja"},
 };
 
 Offer OfferOfWords(const std::vector<std::string>& words) {
@@ -42,6 +46,13 @@ std::vector<std::string> SilencedKinds() {
     return ids;
 }
 
+std::vector<std::string> ExplainedKeys() {
+    std::vector<std::string> keys;
+    for (const ExplanationFile& file : ExplanationFiles())
+        keys.emplace_back(file.key);
+    return keys;
+}
+
 // The commands whose JSON documents have a schema.
 std::vector<std::string> CommandsWithSchema() {
     std::vector<std::string> commands;
@@ -59,6 +70,8 @@ Offer OfferFor(const Argument& argument) {
         return OfferOfWords(SilencedKinds());
     if (argument.value == "COMMAND")
         return OfferOfWords(CommandsWithSchema());
+    if (argument.value == "KEY")
+        return OfferOfWords(ExplainedKeys());
     if (argument.value == "ATTRIBUTE")
         return OfferOfWords({FileAttribute});
     const auto* named =

@@ -8,9 +8,9 @@
 
 namespace dyadctx::tool {
 
-// What is offered for a value, in the words the completion scripts know: "words" with the words
-// behind it, "files", "contexts" (names from the file on the line), "keys" (of messages), "any" for
-// a text that nobody can guess. Empty behind a switch.
+// What is offered for a value, in the terms of the completion scripts: "words" with the words
+// behind it, "files", "contexts" (names from the file on the line), "any" for a text that nobody
+// can guess. Empty behind a switch.
 using Offer = std::string;
 
 struct OfferedOption {
