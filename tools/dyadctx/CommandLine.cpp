@@ -84,7 +84,8 @@ void CommandLine::DeclareCommonOptions() {
         app_.add_option("--color", color_, "Colours; auto: on a terminal, unless NO_COLOR is set"),
         {"auto", "always", "never"})
         ->capture_default_str();
-    app_.add_flag("-q,--quiet", quiet_, "No notes and no summary");
+    app_.add_flag("-q,--quiet", quiet_,
+                  "No notes, those of check and its suggestions included, and no summary");
     app_.set_help_flag("-h,--help", "Print this help, or that of the command");
     app_.set_version_flag("--version", std::string(Program) + " " + DYADCTX_VERSION,
                           "Print the version");

@@ -88,7 +88,10 @@ void Settings::Declare(CLI::App& arguments) {
     add("get", "Print all settings, or one")->add_option("ATTRIBUTE", name_, meaning);
     CLI::App* set = add("set", "Give an attribute a value");
     set->add_option("ATTRIBUTE", name_, meaning)->required();
-    set->add_option("VALUE", value_, "Its value: for DYAD_Ctx_XmlFile, the path of a context file")
+    set->add_option(
+           "VALUE", value_,
+           "Its value: for DYAD_Ctx_XmlFile, the path of a context file with its folder, such as "
+           "./site.xml")
         ->required();
     add("unset", "Remove an attribute")->add_option("ATTRIBUTE", name_, meaning)->required();
 }
