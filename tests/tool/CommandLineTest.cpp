@@ -20,8 +20,8 @@ TEST_F(CommandLine, HelpGoesToStandardOutput) {
 }
 
 TEST_F(CommandLine, EachCommandHasHelpOfItsOwn) {
-    for (const char* command :
-         {"check", "list", "show", "which", "scenarios", "write", "diff", "settings"}) {
+    for (const char* command : {"check", "explain", "list", "show", "which", "scenarios", "write",
+                                "diff", "graph", "settings", "schema", "completion"}) {
         const ChildResult result = Run({command, "--help"});
         EXPECT_EQ(result.status, 0) << command;
         EXPECT_EQ(result.standardError, "");

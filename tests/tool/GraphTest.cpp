@@ -316,7 +316,8 @@ TEST_F(GraphCommand, MoreLinksThanMermaidDrawsAreSaid) {
 
 TEST_F(GraphCommand, TheHelpNamesFormatsAndDefaults) {
     const std::string help = Run({"graph", "--help"}).standardOutput;
-    for (const char* word : {"--focus", "--depth", "--renderer", "mermaid", "else svg", "(default: own)"})
+    for (const char* word :
+         {"--focus", "--depth", "--renderer", "mermaid", "else svg", "(default: own)"})
         EXPECT_NE(help.find(word), std::string::npos) << word << "\n" << help;
 }
 

@@ -117,8 +117,9 @@ std::string CommandLine::Help() const {
     for (const CLI::App* app = &app_; !app->get_subcommands().empty();) {
         app = app->get_subcommands().front();
         const CommandNode* below = FindCommand(node, app->get_name());
+        // An internal command has no help of its own.
         if (below == nullptr)
-            return "";
+            return HelpOfTool(root);
         CommandNode next = *below;
         // The options of a command hold for those below it.
         if (!path.empty())

@@ -56,25 +56,28 @@ std::string ShArray(const std::string& name, const std::string& list) {
     return "        " + name + "=(" + list + ")\n";
 }
 
+// bash shows no meanings beside what it offers.
+std::string ShRow(const CompletionRow& row, bool withMeanings) {
+    const std::string line = "\n            ";
+    std::string text = "    " + QuotedForSh(row.path) + ")\n";
+    text += ShArray("commands", List(row.commands, &OfferedCommand::name, QuotedForSh, " "));
+    text += ShArray("options", List(row.options, &OfferedOption::name, QuotedForSh, " "));
+    text += ShArray("offers", List(row.options, &OfferedOption::offer, QuotedForSh, " "));
+    text += ShArray("values", List(row.values, QuotedForSh, " "));
+    if (withMeanings) {
+        text +=
+            ShArray("summaries", List(row.commands, &OfferedCommand::meaning, QuotedForSh, line));
+        text += ShArray("meanings", List(row.options, &OfferedOption::meaning, QuotedForSh, line));
+    }
+    return text + "        repeats=" + (row.repeats ? "1" : "0") + "\n        ;;\n";
+}
+
 std::string BashRow(const CompletionRow& row) {
-    return "    " + QuotedForSh(row.path) + ")\n" +
-           ShArray("commands", List(row.commands, &OfferedCommand::name, QuotedForSh, " ")) +
-           ShArray("options", List(row.options, &OfferedOption::name, QuotedForSh, " ")) +
-           ShArray("offers", List(row.options, &OfferedOption::offer, QuotedForSh, " ")) +
-           ShArray("values", List(row.values, QuotedForSh, " ")) +
-           "        repeats=" + (row.repeats ? "1" : "0") + "\n        ;;\n";
+    return ShRow(row, false);
 }
 
 std::string ZshRow(const CompletionRow& row) {
-    const std::string line = "\n            ";
-    return "    " + QuotedForSh(row.path) + ")\n" +
-           ShArray("commands", List(row.commands, &OfferedCommand::name, QuotedForSh, " ")) +
-           ShArray("summaries", List(row.commands, &OfferedCommand::meaning, QuotedForSh, line)) +
-           ShArray("options", List(row.options, &OfferedOption::name, QuotedForSh, " ")) +
-           ShArray("offers", List(row.options, &OfferedOption::offer, QuotedForSh, " ")) +
-           ShArray("meanings", List(row.options, &OfferedOption::meaning, QuotedForSh, line)) +
-           ShArray("values", List(row.values, QuotedForSh, " ")) +
-           "        repeats=" + (row.repeats ? "1" : "0") + "\n        ;;\n";
+    return ShRow(row, true);
 }
 
 std::string FishSet(const std::string& name, const std::string& list) {
