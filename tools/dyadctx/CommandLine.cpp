@@ -123,6 +123,13 @@ void CommandLine::PutOptionsIntoForce() const {
         VELMsgCatalog::SetLanguage(language_.c_str());
 }
 
+std::string CommandLine::RemarkOnLanguage() const {
+    if (language_.empty() || VELMsgCatalog::HasLanguage(language_.c_str()))
+        return "";
+    return "there are no messages in the language '" + Visible(language_) +
+           "'; they are in English (known are en, fr, de, ja)";
+}
+
 int CommandLine::ChosenIndex() const {
     for (std::size_t i = 0; i < arguments_.size(); ++i) {
         if (app_.got_subcommand(arguments_[i]))

@@ -4,6 +4,7 @@
 
 #include "tools/dyadctx/ContextFacts.h"
 #include "tools/dyadctx/FindingRecorder.h"
+#include "tools/dyadctx/IdleVariables.h"
 #include "tools/dyadctx/Source.h"
 
 #include <string>
@@ -38,6 +39,8 @@ std::vector<Finding> Diagnose(const Source& source, const DiagnosisOptions& opti
 // Environment variables that are set and change nothing. `fileIsNamed` tells whether the user named
 // the file.
 std::vector<Finding> VariablesWithoutEffect(bool fileIsNamed);
+
+Finding ToFinding(const IdleVariable& variable);
 
 // Where the declared contexts of a loaded source stand in its file.
 ContextPlaces PlacesOfContexts(const Source& source);
