@@ -1,7 +1,6 @@
 #include "tools/dyadctx/Diagnosis.h"
 
 #include "tools/dyadctx/Candidates.h"
-#include "xml/VELDyadCtxFileCheck.h"
 
 #include <algorithm>
 
@@ -78,6 +77,15 @@ std::vector<Finding> Diagnose(const Source& source, const DiagnosisOptions& opti
     if (source.path.empty() || !RunCheck(source.path, options, findings))
         return source.findings;
     return findings;
+}
+
+std::vector<Finding> ErrorsOf(const VELDyadCtxFileCheck& check) {
+    std::vector<Finding> errors;
+    for (int i = 1; i <= check.GetNbFindings(); ++i) {
+        if (check.GetFindingAt(i).severity == VELDyadCtxSeverity::Error)
+            errors.push_back(ToFinding(check.GetFindingAt(i)));
+    }
+    return errors;
 }
 
 Finding ToFinding(const IdleVariable& variable) {

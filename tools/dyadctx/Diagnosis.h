@@ -6,6 +6,7 @@
 #include "tools/dyadctx/FindingRecorder.h"
 #include "tools/dyadctx/IdleVariables.h"
 #include "tools/dyadctx/Source.h"
+#include "xml/VELDyadCtxFileCheck.h"
 
 #include <string>
 #include <vector>
@@ -35,6 +36,9 @@ std::vector<Finding> DiagnoseFile(const std::string& path, const DiagnosisOption
 // The same for a loaded source: when there is no file, or no memory for the check, what the library
 // said while it was loaded.
 std::vector<Finding> Diagnose(const Source& source, const DiagnosisOptions& options);
+
+// The errors among the findings of a check that has run.
+std::vector<Finding> ErrorsOf(const VELDyadCtxFileCheck& check);
 
 // Environment variables that are set and change nothing. `fileIsNamed` tells whether the user named
 // the file.
