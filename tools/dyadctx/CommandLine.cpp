@@ -19,7 +19,8 @@ constexpr const char* CommonHelp =
     "Common options (before or behind the command):\n"
     "  --db-context                Switch the DB context environment on: database contexts, files\n"
     "                              and associated contexts take part\n"
-    "  --lang TAG                  Language of the library's messages: en, fr, de, ja\n"
+    "  --lang TAG                  Language of the library's messages: en, fr, de, ja; hints and\n"
+    "                              remarks of the tool are English\n"
     "  --color auto|always|never   Colours; by themselves only on a terminal (NO_COLOR is "
     "honoured)\n"
     "  -q, --quiet                 No notes and no summary\n";

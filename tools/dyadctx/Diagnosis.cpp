@@ -3,6 +3,7 @@
 #include "tools/dyadctx/Candidates.h"
 
 #include <algorithm>
+#include <new>
 
 namespace dyadctx::tool {
 
@@ -74,8 +75,10 @@ std::vector<Finding> DiagnoseFile(const std::string& path, const DiagnosisOption
 
 std::vector<Finding> Diagnose(const Source& source, const DiagnosisOptions& options) {
     std::vector<Finding> findings;
-    if (source.path.empty() || !RunCheck(source.path, options, findings))
+    if (source.path.empty())
         return source.findings;
+    if (!RunCheck(source.path, options, findings))
+        throw std::bad_alloc();
     return findings;
 }
 
@@ -115,7 +118,7 @@ ContextPlaces PlacesOfContexts(const Source& source) {
     ContextPlaces places;
     VELDyadCtxFileCheck check;
     if (check.Run(VELUnicodeString(source.path)) < 0)
-        return places;
+        throw std::bad_alloc();
     VELDyadCtxCollector& placed = *check.GetCollector();
     const int count = std::min(placed.GetNbCtxs(), source.collector->GetNbCtxs());
     for (int i = 1; i <= count; ++i) {

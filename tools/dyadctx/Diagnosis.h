@@ -33,8 +33,8 @@ std::vector<FindingKind> FindingKinds();
 // The findings of one file, in its order. Empty without memory.
 std::vector<Finding> DiagnoseFile(const std::string& path, const DiagnosisOptions& options);
 
-// The same for a loaded source: when there is no file, or no memory for the check, what the library
-// said while it was loaded.
+// The same for a loaded source; when there is no file, what the library said while it was loaded.
+// Throws std::bad_alloc.
 std::vector<Finding> Diagnose(const Source& source, const DiagnosisOptions& options);
 
 // The errors among the findings of a check that has run.
@@ -46,7 +46,7 @@ std::vector<Finding> VariablesWithoutEffect(bool fileIsNamed);
 
 Finding ToFinding(const IdleVariable& variable);
 
-// Where the declared contexts of a loaded source stand in its file.
+// Where the declared contexts of a loaded source stand in its file. Throws std::bad_alloc.
 ContextPlaces PlacesOfContexts(const Source& source);
 
 } // namespace dyadctx::tool
