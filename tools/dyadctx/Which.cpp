@@ -170,8 +170,8 @@ void WriteExplanation(const FileChoice& choice, Output& output) {
 
 void Which::Declare(CLI::App& arguments) {
     arguments.add_flag("--explain", explain_,
-                       "Tell of each source where it was found, and of each environment variable "
-                       "that is set and has no effect why it has none");
+                       "Tell of each source where it was found, and of each environment\n"
+                       "variable that is set without effect why it has none");
     DeclareFormat(arguments, format_, {"text", "json"});
 }
 
