@@ -108,6 +108,7 @@ std::vector<Finding> VariablesWithoutEffect(bool fileIsNamed) {
     const std::vector<IdleVariable> ofReading = IdleVariablesOfReading();
     idle.insert(idle.end(), ofReading.begin(), ofReading.end());
     std::vector<Finding> findings;
+    findings.reserve(idle.size());
     for (const IdleVariable& variable : idle)
         findings.push_back(ToFinding(variable));
     return findings;
