@@ -109,6 +109,20 @@ Json WithoutTexts(Json document) {
     return document;
 }
 
+// Enough to need more memory than the tool itself.
+[[maybe_unused]] std::string ManyContexts() {
+    std::string contexts;
+    for (int i = 0; i < 4000; ++i) {
+        const std::string number = std::to_string(i);
+        contexts += "<Context Name=\"N";
+        contexts += number;
+        contexts += R"(" Parameter="/p" ParameterType="Path"><Scenario><ScenarioID Ident="E)";
+        contexts += number;
+        contexts += R"(" name="X"><Option name="o" value="v"/></ScenarioID></Scenario></Context>)";
+    }
+    return contexts;
+}
+
 bool HasColor(const std::string& text) {
     return text.find('\x1b') != std::string::npos;
 }
@@ -282,14 +296,7 @@ TEST_F(Contract, ErrorsOnStandardErrorComeInTheLanguageAskedFor) {
 // From the least memory with which the tool starts: it refuses, or ends with an internal error, and
 // at last it answers. It never dies, and what it has begun to say is never half an answer.
 TEST_F(Contract, MemoryThatRunsOutEndsEachCommandWithAStatus) {
-    std::string contexts;
-    for (int i = 0; i < 4000; ++i) {
-        const std::string number = std::to_string(i);
-        contexts += "<Context Name=\"N" + number + "\" Parameter=\"/p\" ParameterType=\"Path\">" +
-                    "<Scenario><ScenarioID Ident=\"E" + number + "\" name=\"X\">" +
-                    "<Option name=\"o\" value=\"v\"/></ScenarioID></Scenario></Context>";
-    }
-    WriteContexts("large.xml", contexts);
+    WriteContexts("large.xml", ManyContexts());
     std::string settings = "DYAD_Ctx_XmlFile = './a.xml'\n";
     for (int i = 0; i < 10000; ++i)
         settings += "k" + std::to_string(i) + " = 'v'\n";
