@@ -99,6 +99,21 @@ TEST_F(CommandLine, CommonOptionsStandBeforeOrBehindTheCommand) {
     });
 }
 
+TEST_F(CommandLine, ALanguageWithoutMessagesIsNoted) {
+    WriteContexts("a.xml", R"(<Context Name="A" Parameter="/a" ParameterType="Path"/>)");
+    ExpectEach({
+        {"unknown",
+         {"list", "a.xml", "--format", "names", "--lang", "es\x1b"},
+         0,
+         "A\n",
+         {"note: there are no messages in the language 'es\\x1b'; they are in English (known are "
+          "en, fr, de, ja)\n"},
+         {}},
+        {"region", {"list", "a.xml", "--format", "names", "--lang", "fr_CA"}, 0, "A\n", {}, {}},
+        {"quiet", {"-q", "list", "a.xml", "--format", "names", "--lang", "es"}, 0, "A\n", {}, {}},
+    });
+}
+
 TEST_F(CommandLine, ANameMayBeThatOfACommandOrLookLikeAnOption) {
     WriteContexts("a.xml", R"(<Context Name="list" Parameter="/a" ParameterType="Path"/>
                               <Context Name="--id" Parameter="/b" ParameterType="Path"/>)");

@@ -88,6 +88,9 @@ void Check::RefuseUnknownKinds() const {
 CheckedFile Check::CheckOne(const std::optional<std::string>& file) const {
     CheckedFile checked{LoadSource(file), {}};
     checked.findings = Diagnose(checked.source, {deep_, off_});
+    // The second reading may lack the memory that the first one had.
+    if (checked.source.collector && CountOf(checked, Severity::Error) > 0)
+        throw Failure(ExitStatus::Internal, "the file was loaded, but could not be read again");
     return checked;
 }
 

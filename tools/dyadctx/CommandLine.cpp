@@ -76,9 +76,10 @@ void CommandLine::DeclareCommonOptions() {
     app_.add_flag("--db-context", dbContext_,
                   "Switch the DB context environment on: database contexts, files and associated "
                   "contexts take part");
-    app_.add_option("--lang", language_,
-                    "Language of the library's messages: en, fr, de or ja. Default: that of the "
-                    "environment, else English")
+    app_.add_option(
+            "--lang", language_,
+            "Language of the library's messages: en, fr, de or ja; hints and remarks of the "
+            "tool are English. Default: that of the environment, else English")
         ->type_name("TAG");
     OneOf(
         app_.add_option("--color", color_, "Colours; auto: on a terminal, unless NO_COLOR is set"),
@@ -155,6 +156,13 @@ void CommandLine::PutOptionsIntoForce() const {
         SetDbContextEnvironment(true);
     if (!language_.empty())
         VELMsgCatalog::SetLanguage(language_.c_str());
+}
+
+std::string CommandLine::RemarkOnLanguage() const {
+    if (language_.empty() || VELMsgCatalog::HasLanguage(language_.c_str()))
+        return "";
+    return "there are no messages in the language '" + Visible(language_) +
+           "'; they are in English (known are en, fr, de, ja)";
 }
 
 int CommandLine::ChosenIndex() const {

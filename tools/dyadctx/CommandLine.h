@@ -24,6 +24,8 @@ public:
     const std::string& Text() const noexcept { return text_; }
     bool IsQuiet() const noexcept { return quiet_; }
     ColorChoice Color() const;
+    // What is to be said about a language without messages; empty otherwise.
+    std::string RemarkOnLanguage() const;
 
     // How to use the chosen command, or the tool while none is chosen.
     std::string Usage() const;

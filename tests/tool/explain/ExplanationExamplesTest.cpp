@@ -40,7 +40,7 @@ class ExplanationExamples : public ToolTest {
 protected:
     ExplanationExamples() {
         std::filesystem::copy(ExampleFile("site.xml"), folder_.Path());
-        environment_ = {{"VELSettingPath", folder_.PathOf("settings")},
+        environment_ = {{"XDG_CONFIG_HOME", folder_.PathOf("settings")},
                         {"VELMessageLanguage", "en"}};
     }
 
