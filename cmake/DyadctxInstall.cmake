@@ -27,4 +27,16 @@ install(FILES
 
 if(TARGET dyadctx_tool)
   install(TARGETS dyadctx_tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(FILES ${PROJECT_SOURCE_DIR}/resources/man/dyadctx-context.5
+    DESTINATION ${CMAKE_INSTALL_MANDIR}/man5)
+  if(TARGET dyadctx_surface)
+    install(FILES ${PROJECT_BINARY_DIR}/man/dyadctx.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    set(completion ${PROJECT_BINARY_DIR}/completion)
+    install(FILES ${completion}/dyadctx.bash RENAME dyadctx
+      DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+    install(FILES ${completion}/dyadctx.zsh RENAME _dyadctx
+      DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+    install(FILES ${completion}/dyadctx.fish
+      DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+  endif()
 endif()

@@ -1,4 +1,5 @@
-# Writes SOURCE, a C++ file that holds each of FILES as bytes under its NAME of NAMES.
+# Writes SOURCE, a C++ file in which FUNCTION of HEADER gives each of FILES as bytes under its NAME of
+# NAMES, as a TYPE.
 
 set(arrays "")
 set(rows "")
@@ -12,20 +13,20 @@ foreach(file name IN ZIP_LISTS FILES NAMES)
   math(EXPR number "${number} + 1")
 endforeach()
 
-file(WRITE ${SOURCE} "// Generated from the JSON schemas.
-#include \"tools/dyadctx/JsonSchemas.h\"
+file(WRITE ${SOURCE} "// Generated from files of the project.
+#include \"${HEADER}\"
 
 namespace dyadctx::tool {
 
 namespace {
 
-${arrays}constexpr JsonSchema schemas[] = {
+${arrays}constexpr ${TYPE} files[] = {
 ${rows}};
 
 } // namespace
 
-std::span<const JsonSchema> JsonSchemas() noexcept {
-    return schemas;
+std::span<const ${TYPE}> ${FUNCTION}() noexcept {
+    return files;
 }
 
 } // namespace dyadctx::tool

@@ -44,4 +44,8 @@ public:
     // The language of the built-in catalog from now on, as a tag such as "fr" or "de-AT"; an
     // unknown one means English. Null: as the environment says.
     static void SetLanguage(const char* tag);
+
+    // Whether the built-in catalog or the folder of VELMessageCatalogPath has texts in the language
+    // of that tag, so that SetLanguage would not fall back to English. False without memory.
+    static bool HasLanguage(const char* tag);
 };

@@ -66,7 +66,7 @@ std::string_view FindRegion(std::string_view parts) {
 
 } // namespace
 
-std::vector<std::string> LanguagesFor(std::string_view tag) {
+std::vector<std::string> OwnLanguagesOf(std::string_view tag) {
     std::vector<std::string> languages;
     // Behind the language stand the character set and a modifier, as in "sr_RS.UTF-8@latin".
     tag = tag.substr(0, tag.find_first_of(".@"));
@@ -80,6 +80,11 @@ std::vector<std::string> LanguagesFor(std::string_view tag) {
         }
         languages.push_back(language);
     }
+    return languages;
+}
+
+std::vector<std::string> LanguagesFor(std::string_view tag) {
+    std::vector<std::string> languages = OwnLanguagesOf(tag);
     if (languages.empty() || languages.back() != English)
         languages.emplace_back(English);
     return languages;

@@ -12,6 +12,10 @@ namespace dyadctx {
 // ("C", "POSIX", a path) gives English alone, so each entry is safe as part of a file name.
 std::vector<std::string> LanguagesFor(std::string_view tag);
 
+// The same without the English at the end that stands in for a language without texts. Empty for
+// what is no language tag.
+std::vector<std::string> OwnLanguagesOf(std::string_view tag);
+
 // The tag the environment asks for: VELMessageLanguage, else the language of the user's system.
 std::string RequestedLanguage();
 

@@ -20,6 +20,8 @@ public:
     MessageTexts(const MessageTexts&) = delete;
     MessageTexts& operator=(const MessageTexts&) = delete;
 
+    // Whether none of the languages has texts.
+    bool IsEmpty() const noexcept { return catalogs_.empty(); }
     // Valid as long as this object.
     std::optional<std::string_view> Find(std::string_view key) const;
 

@@ -23,9 +23,13 @@ constinit std::atomic<VELMsgCatalogSource*> hostSource{nullptr};
 constinit std::mutex textsMutex;
 constinit std::shared_ptr<const MessageTexts> currentTexts;
 
+VELUnicodeString OverridingFolder() {
+    return VELUnicodeString(VELGetEnv("VELMessageCatalogPath"));
+}
+
 std::shared_ptr<const MessageTexts> LoadTexts(const std::string& languageTag) {
-    const VELUnicodeString folder(VELGetEnv("VELMessageCatalogPath"));
-    return std::make_shared<const MessageTexts>(dyadctx::LanguagesFor(languageTag), folder);
+    return std::make_shared<const MessageTexts>(dyadctx::LanguagesFor(languageTag),
+                                                OverridingFolder());
 }
 
 std::shared_ptr<const MessageTexts> CurrentTexts() {
@@ -116,5 +120,15 @@ void VELMsgCatalog::SetLanguage(const char* tag) {
         currentTexts.swap(texts);
     } catch (const std::exception&) {
         // The language stays as it was.
+    }
+}
+
+bool VELMsgCatalog::HasLanguage(const char* tag) {
+    if (tag == nullptr)
+        return false;
+    try {
+        return !MessageTexts(dyadctx::OwnLanguagesOf(tag), OverridingFolder()).IsEmpty();
+    } catch (const std::exception&) {
+        return false;
     }
 }

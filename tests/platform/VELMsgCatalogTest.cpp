@@ -188,6 +188,23 @@ TEST(VELMsgCatalog, IsOverriddenByTheFolderOfTheEnvironment) {
     EXPECT_EQ(Message("Ctx.ParameterType.File"), "Datei");
 }
 
+TEST(VELMsgCatalog, KnowsWhichLanguagesHaveTexts) {
+    for (const char* tag : {"en", "fr", "de", "ja", "de_AT.UTF-8", "fr-CA", "EN-us"})
+        EXPECT_TRUE(VELMsgCatalog::HasLanguage(tag)) << tag;
+    for (const char* tag : {"es", "C", "POSIX", "", "german", "../de"})
+        EXPECT_FALSE(VELMsgCatalog::HasLanguage(tag)) << tag;
+    EXPECT_FALSE(VELMsgCatalog::HasLanguage(nullptr));
+}
+
+TEST(VELMsgCatalog, ALanguageOfTheFolderOfTheEnvironmentHasTexts) {
+    const TemporaryFolder folder;
+    folder.Write("VELDyadCtxDlgSelection.es.mo",
+                 MoImageOf({{WithContext("Ctx.ParameterType.Path"), "Ruta"}}));
+    const EnvironmentVariable path("VELMessageCatalogPath", folder.Path().string());
+    EXPECT_TRUE(VELMsgCatalog::HasLanguage("es-MX"));
+    EXPECT_FALSE(VELMsgCatalog::HasLanguage("it"));
+}
+
 TEST(VELMsgCatalog, LetsAHostAddTexts) {
     const InLanguage language("de");
     const AddingSource source;

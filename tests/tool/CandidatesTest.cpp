@@ -127,8 +127,8 @@ TEST_F(Which, AFileThatIsTakenAndCannotBeReadIsRejectedWithTheReason) {
         {"named.xml", "the path names no folder; write ./NAME for a file of the working folder"},
         {folder_.PathOf("upper.XML"), "the name does not end in .xml, in lower case"},
         {folder_.PathOf("fifo.xml"), "it is not a regular file"},
-        {folder_.PathOf("folder.xml"), "it is not a regular file"},
-        {"", "the path names no folder; write ./NAME for a file of the working folder"},
+        {folder_.PathOf("folder.xml"), "it is a folder"},
+        {"", "the variable is set but empty, which counts as a file; unset it"},
     };
     for (const auto& [file, reason] : files) {
         const Environment environment{{"VELDyadCtxInit", file}};
@@ -146,6 +146,136 @@ TEST_F(Which, ABrokenSettingsFileIsNamedWithPlaceAndReason) {
     const std::string reason = document["candidates"][1]["reason"];
     EXPECT_NE(reason.find("DyadSettingsRep.toml:1:19: "), std::string::npos) << reason;
     EXPECT_EQ(document["file"], DefaultBelow("two"));
+}
+
+TEST_F(Which, EachCandidateTellsWhereItComesFrom) {
+    Environment environment = Settings("# The site.\n[other]\nx = 1\n");
+    folder_.Write("settings/DyadSettingsRep.toml",
+                  "# The site.\nDYAD_Ctx_XmlFile = '" + folder_.PathOf("named.xml") + "'\n");
+    environment["VELDyadCtxInit"] = "1";
+    environment["VELInstallPath"] = Roots() + ";";
+    const Json candidates = RunForJson({"which"}, 0, environment)["candidates"];
+    ASSERT_EQ(candidates.size(), 6U);
+    EXPECT_EQ(candidates[0]["variable"], "VELDyadCtxInit");
+    EXPECT_EQ(candidates[0]["value"], "1");
+    EXPECT_EQ(candidates[0]["settings"], nullptr);
+    EXPECT_EQ(candidates[1]["variable"], "VELSettingPath");
+    EXPECT_EQ(candidates[1]["value"], folder_.PathOf("settings"));
+    EXPECT_EQ(candidates[1]["settings"],
+              Json({{"file", folder_.PathOf("settings") + "/DyadSettingsRep.toml"}, {"line", 2}}));
+    EXPECT_EQ(candidates[3]["variable"], "VELInstallPath");
+    EXPECT_EQ(candidates[3]["value"], folder_.PathOf("two"));
+    EXPECT_EQ(candidates[3]["fault"], nullptr);
+    EXPECT_EQ(candidates[2]["fault"], "there is no folder " + folder_.PathOf("one"));
+    EXPECT_EQ(candidates[5]["value"], "");
+    EXPECT_EQ(candidates[5]["fault"],
+              "an empty entry means the root of the file system, which does not hold this file");
+}
+
+TEST_F(Which, TheFolderOfTheSettingsFollowsFromTheFirstVariableThatCounts) {
+    const std::string name = "/DyadSettingsRep.toml";
+    struct Case {
+        Environment environment;
+        Json variable;
+        Json settings;
+    };
+    const std::vector<Case> cases{
+        {{{"HOME", "/home/a"}}, "HOME", "/home/a/.config/dyadctx" + name},
+        {{{"HOME", "/home/a"}, {"XDG_CONFIG_HOME", "/etc/a"}},
+         "XDG_CONFIG_HOME",
+         "/etc/a/dyadctx" + name},
+        {{{"HOME", "/home/a"}, {"XDG_CONFIG_HOME", "etc"}},
+         "HOME",
+         "/home/a/.config/dyadctx" + name},
+        {{{"VELSettingPath", "here"}, {"XDG_CONFIG_HOME", "/etc/a"}},
+         "VELSettingPath",
+         "here" + name},
+    };
+    for (const Case& example : cases) {
+        const Json settings = RunForJson({"which"}, 3, example.environment)["candidates"][1];
+        EXPECT_EQ(settings["variable"], example.variable);
+        EXPECT_EQ(settings["settings"]["file"], example.settings);
+        EXPECT_EQ(settings["settings"]["line"], nullptr);
+    }
+    const Json nowhere = RunForJson({"which"}, 3, {{"HOME", ""}})["candidates"][1];
+    EXPECT_EQ(nowhere["variable"], nullptr);
+    EXPECT_EQ(nowhere["settings"], nullptr);
+    EXPECT_EQ(nowhere["reason"], "the environment names no folder for settings");
+}
+
+TEST_F(Which, SettingsThatNameNoFileAreToldWithTheReason) {
+    const std::string file = folder_.PathOf("settings") + "/DyadSettingsRep.toml";
+    const std::vector<std::pair<std::string, std::string>> contents{
+        {"other = 'x'\n", "DYAD_Ctx_XmlFile is missing in " + file},
+        {"DYAD_Ctx_XmlFile = ''\n", "DYAD_Ctx_XmlFile is empty in " + file},
+        {"\nDYAD_Ctx_XmlFile = 7\n",
+         file + ":2:20: DYAD_Ctx_XmlFile is no text (it is of the type integer); the library takes "
+                "texts only"},
+    };
+    for (const auto& [content, reason] : contents) {
+        const Json settings = RunForJson({"which"}, 3, Settings(content))["candidates"][1];
+        EXPECT_EQ(settings["verdict"], "absent");
+        EXPECT_EQ(settings["reason"], reason);
+    }
+}
+
+TEST_F(Which, ACandidateThatWasNotReachedTellsWhetherItCouldBeRead) {
+    Environment environment = Settings("DYAD_Ctx_XmlFile = '/no/such.xml'\n");
+    environment["VELDyadCtxInit"] = folder_.PathOf("named.xml");
+    environment["VELInstallPath"] = "/a:/b;" + folder_.PathOf("two");
+    const Json candidates = RunForJson({"which"}, 0, environment)["candidates"];
+    EXPECT_EQ(candidates[1]["reason"], "an earlier source decided");
+    EXPECT_EQ(candidates[1]["fault"], "there is no folder /no");
+    EXPECT_EQ(candidates[2]["fault"],
+              "there is no folder /a:/b; folders are separated by ';', not by ':'");
+    EXPECT_EQ(candidates[3]["fault"], nullptr);
+}
+
+TEST_F(Which, ExplainTellsEachSourceWithItsPlace) {
+    Environment environment =
+        Settings("\nDYAD_Ctx_XmlFile = '" + folder_.PathOf("named.xml") + "'\n");
+    environment["VELInstallPath"] = folder_.PathOf("two") + ";/no\x1bwhere";
+    const std::string path = folder_.Path().string();
+    Expect({"explained",
+            {"which", "--explain"},
+            0,
+            "1. VELDyadCtxInit: absent\n"
+            "   reason  the variable is not set\n"
+            "   from    VELDyadCtxInit\n"
+            "2. settings: chosen\n"
+            "   reason  the first source that names a file\n"
+            "   from    " +
+                path +
+                "/settings/DyadSettingsRep.toml:2, attribute DYAD_Ctx_XmlFile (the folder by "
+                "VELSettingPath)\n"
+                "   path    \"" +
+                path +
+                "/named.xml\"\n"
+                "3. VELInstallPath 1: ignored\n"
+                "   reason  an earlier source decided\n"
+                "   from    VELInstallPath, entry 1: \"" +
+                path + "/two\"\n   path    \"" + path + "/two" + DefaultFile +
+                "\" (it could be read)\n"
+                "4. VELInstallPath 2: ignored\n"
+                "   reason  an earlier source decided\n"
+                "   from    VELInstallPath, entry 2: \"/no\\x1bwhere\"\n"
+                "   path    \"/no\\x1bwhere" +
+                DefaultFile +
+                "\" (there is no folder /no\\x1bwhere)\n"
+                "\n" +
+                path + "/named.xml\n",
+            {"note: The variable VELInstallPath is set, but has no effect: an earlier source "
+             "decides which file is taken.\n"},
+            environment});
+}
+
+TEST_F(Which, ExplainKeepsTheStatusAndItsNotesAreLeftOutOnRequest) {
+    const Environment environment{{"VELDyadCtxInit", ""}, {"VELDyadCtxOut", ""}};
+    const ChildResult result = Run({"which", "--explain", "-q"}, environment);
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(result.standardError, "dyadctx: error: no source names a context file\n");
+    EXPECT_NE(result.standardOutput.find("from    VELDyadCtxInit = \"\"\n"), std::string::npos)
+        << result.standardOutput;
 }
 
 TEST_F(Which, TextHasARowPerCandidateAndTheFileAtTheEnd) {

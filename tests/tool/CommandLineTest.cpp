@@ -20,8 +20,8 @@ TEST_F(CommandLine, HelpGoesToStandardOutput) {
 }
 
 TEST_F(CommandLine, EachCommandHasHelpOfItsOwn) {
-    for (const char* command :
-         {"check", "list", "show", "which", "scenarios", "write", "diff", "settings"}) {
+    for (const char* command : {"check", "explain", "list", "show", "which", "scenarios", "write",
+                                "diff", "graph", "settings", "schema", "completion"}) {
         const ChildResult result = Run({command, "--help"});
         EXPECT_EQ(result.status, 0) << command;
         EXPECT_EQ(result.standardError, "");
@@ -96,6 +96,21 @@ TEST_F(CommandLine, CommonOptionsStandBeforeOrBehindTheCommand) {
          "#  NAME  TYPE  PARAMETER\n1  A     Pfad  /a\n",
          {},
          {}},
+    });
+}
+
+TEST_F(CommandLine, ALanguageWithoutMessagesIsNoted) {
+    WriteContexts("a.xml", R"(<Context Name="A" Parameter="/a" ParameterType="Path"/>)");
+    ExpectEach({
+        {"unknown",
+         {"list", "a.xml", "--format", "names", "--lang", "es\x1b"},
+         0,
+         "A\n",
+         {"note: there are no messages in the language 'es\\x1b'; they are in English (known are "
+          "en, fr, de, ja)\n"},
+         {}},
+        {"region", {"list", "a.xml", "--format", "names", "--lang", "fr_CA"}, 0, "A\n", {}, {}},
+        {"quiet", {"-q", "list", "a.xml", "--format", "names", "--lang", "es"}, 0, "A\n", {}, {}},
     });
 }
 

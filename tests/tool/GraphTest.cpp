@@ -198,13 +198,70 @@ TEST_F(GraphCommand, WrongUsageIsSaid) {
     });
 }
 
-TEST_F(GraphCommand, AFileThatCannotBeLoadedIsNotDrawn) {
-    WriteContexts("broken.xml", R"(<Context Name="A" Parameter="" ParameterType="Path"/>)");
-    Expect({"broken",
-            {"graph", "broken.xml", "-o", "out.svg"},
+TEST_F(GraphCommand, AFileWithErrorsIsDrawnAndItsErrorsAreTold) {
+    WriteContexts("broken.xml", R"(<Context Name="A" Parameter="" ParameterType="Path">
+                                     <CtxFriends><Context Name="C"/></CtxFriends></Context>
+                                   <Context Name="B" Parameter="/b" ParameterType="Path">
+                                     <CtxFriends><Context Name="A"/></CtxFriends></Context>)");
+    const std::vector<std::string> remarks{
+        "broken.xml:2:45: error: The context \"A\" has an empty Parameter.",
+        "[Ctx.Check.CtxEmptyParam]\n",
+        "broken.xml:3:59: error: The context \"A\" has the friend \"C\"",
+        "dyadctx: error: broken.xml cannot be loaded; the picture shows what could be read\n"};
+    Expect({"mermaid",
+            {"graph", "broken.xml", "--format", "mermaid", "--focus", "C", "--depth", "1"},
+            4,
+            "flowchart TD\n"
+            "  %% broken.xml - 1 context, 1 friend, 1 not declared, 1 with errors\n"
+            "  n1[\"A<br/>Path<br/>2 errors\"]:::path\n"
+            "  u1[\"C<br/>not declared\"]:::unresolved\n"
+            "  n1 --> u1\n"
+            "  subgraph legend [\"Legend\"]\n"
+            "    legend_path[\"Path\"]:::path\n"
+            "    legend_unresolved[\"not declared\"]:::unresolved\n"
+            "    legend_faulty[\"has errors\"]:::faulty\n"
+            "    legend_friend_from[\" \"]:::sample -->|has the friend| legend_friend_to[\" "
+            "\"]:::sample\n"
+            "  end\n"
+            "  classDef path fill:#e1eefc,stroke:#3173b8,color:#1c2430\n"
+            "  classDef unresolved fill:#ffffff,stroke:#7c838d,stroke-dasharray:6 "
+            "4,color:#1c2430\n"
+            "  classDef faulty fill:#ffffff,stroke:#cf2a27,stroke-width:3px,color:#1c2430\n"
+            "  classDef sample fill:none,stroke:none\n"
+            "  style n1 stroke:#cf2a27,stroke-width:3px\n"
+            "  style u1 stroke-width:4px\n"
+            "  linkStyle 0 stroke-dasharray:6 4\n",
+            remarks,
+            {}});
+    const ChildResult file = Run({"graph", "broken.xml", "-o", "out.svg"});
+    EXPECT_EQ(file.status, 4);
+    EXPECT_EQ(file.standardOutput, "");
+    EXPECT_NE(folder_.Read("out.svg").find("<g id=\"n1\" class=\"node path faulty\">"),
+              std::string::npos);
+    EXPECT_EQ(Run({"graph", "broken.xml", "--focus", "X"}).status, 5);
+}
+
+TEST_F(GraphCommand, EveryBrokenExampleButTheOneThatIsNoXmlIsDrawn) {
+    int drawn = 0;
+    for (const fs::directory_entry& entry : fs::directory_iterator(ExampleFile("broken"))) {
+        SCOPED_TRACE(entry.path());
+        const bool isXml = entry.path().filename() != "not-well-formed.xml";
+        const ChildResult result = Run({"graph", entry.path().string(), "--db-context"});
+        EXPECT_EQ(result.status, 4);
+        EXPECT_EQ(result.standardOutput.ends_with("</svg>\n"), isXml);
+        EXPECT_EQ(result.standardError.ends_with("the picture shows what could be read\n"), isXml);
+        drawn += isXml ? 1 : 0;
+    }
+    EXPECT_GT(drawn, 10);
+}
+
+TEST_F(GraphCommand, WhatIsNoXmlIsNotDrawn) {
+    folder_.Write("open.xml", "<DyAdDescription>");
+    Expect({"no XML",
+            {"graph", "open.xml", "-o", "out.svg"},
             4,
             "",
-            {"[Ctx.Check.CtxEmptyParam]"},
+            {"[Ctx.Parse.XMLSyntaxError]", "dyadctx: error: open.xml cannot be loaded\n"},
             {}});
     EXPECT_FALSE(fs::exists(folder_.Path() / "out.svg"));
 }
@@ -316,7 +373,8 @@ TEST_F(GraphCommand, MoreLinksThanMermaidDrawsAreSaid) {
 
 TEST_F(GraphCommand, TheHelpNamesFormatsAndDefaults) {
     const std::string help = Run({"graph", "--help"}).standardOutput;
-    for (const char* word : {"--focus", "--depth", "--renderer", "mermaid", "else svg", "=own"})
+    for (const char* word :
+         {"--focus", "--depth", "--renderer", "mermaid", "else svg", "(default: own)"})
         EXPECT_NE(help.find(word), std::string::npos) << word << "\n" << help;
 }
 

@@ -179,6 +179,36 @@ TEST(GraphWriter, SvgMarksWhatIsUnresolvedOnACycleOrInFocus) {
     EXPECT_NE(svg.find("prefers-color-scheme: dark"), std::string::npos);
 }
 
+TEST(GraphWriter, ErrorsAreCountedInEveryLanguage) {
+    Graph graph;
+    graph.nodes = {Node("n1", "A", NodeKind::Path), Node("n2", "B", NodeKind::File)};
+    graph.nodes[0].faults = {"first <fault>", "second"};
+    graph.nodes[0].isInFocus = true;
+    graph.nodes[1].faults.assign(100, "one");
+    graph.nodes[1].isOnCycle = true;
+    const std::string svg = WriteSvg(graph, "x");
+    EXPECT_NE(svg.find("<g id=\"n1\" class=\"node path faulty focus\"><title>A\nError: first "
+                       "&lt;fault&gt;\nError: second</title>"),
+              std::string::npos)
+        << svg;
+    EXPECT_NE(svg.find("<g id=\"n2\" class=\"node file on-cycle faulty\">"), std::string::npos);
+    EXPECT_EQ(WordsBehind(svg, "class=\"badge-number\"[^>]*>(\\d+)<"),
+              (std::set<std::string>{"1", "2", "99"}));
+    const std::string dot = WriteDot(graph, "x");
+    EXPECT_NE(dot.find("label=\"A\\nno type\\n2 errors\""), std::string::npos) << dot;
+    EXPECT_NE(dot.find("fillcolor=\"#e1eefc\", color=\"#cf2a27\", penwidth=3];"),
+              std::string::npos);
+    EXPECT_NE(dot.find("fillcolor=\"#e2f4e6\", color=\"#cf2a27\", penwidth=2.2];"),
+              std::string::npos);
+    EXPECT_NE(dot.find("legend_faulty [label=\"has errors\""), std::string::npos);
+    const std::string mermaid = WriteMermaid(graph, "x");
+    EXPECT_NE(mermaid.find("B<br/>no type<br/>100 errors"), std::string::npos) << mermaid;
+    EXPECT_NE(mermaid.find("  style n1 stroke:#cf2a27,stroke-width:4px\n"
+                           "  style n2 stroke:#cf2a27,stroke-width:3px\n"),
+              std::string::npos);
+    EXPECT_EQ(Summary(graph), "2 contexts, 2 with errors");
+}
+
 TEST(GraphWriter, SvgIsAWellFormedDocumentWithNameAndDescription) {
     for (const Graph& graph : {Graph(), SmallGraph(), HostileGraph()}) {
         const VELIDOMElement root = RootOf(WriteSvg(graph, "</title> & co.xml"));

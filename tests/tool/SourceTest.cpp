@@ -55,7 +55,7 @@ TEST_F(Source, AFileThatCannotBeReadIsToldWithTheReason) {
              {}},
             {"missing folder", {command, "no/a.xml"}, 3, "", {"there is no folder no"}, {}},
             {"pipe", {command, "fifo.xml"}, 3, "", {"it is not a regular file"}, {}},
-            {"folder", {command, "folder.xml"}, 3, "", {"it is not a regular file"}, {}},
+            {"folder", {command, "folder.xml"}, 3, "", {"it is a folder"}, {}},
             {"upper case", {command, "a.XML"}, 3, "", {wrongName}, {}},
             {"no extension", {command, "noextension"}, 3, "", {wrongName}, {}},
             {"other extension", {command, "a.xml.bak"}, 3, "", {wrongName}, {}},

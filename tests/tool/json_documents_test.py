@@ -47,6 +47,10 @@ class Documents(unittest.TestCase):
         self.assertEqual(Checker(load_schema(arguments[0])).faults(document), [], arguments)
         return document
 
+    def set_file(self, file):
+        subprocess.run([TOOL, "settings", "set", "DYAD_Ctx_XmlFile", file], check=True,
+                       env=self.environment)
+
     def example(self, name):
         return str(SOURCE / "examples" / name)
 
@@ -73,7 +77,12 @@ class Documents(unittest.TestCase):
         for value in ("0", "x", self.example("site.xml"), "none.xml"):
             self.environment["VELDyadCtxInit"] = value
             self.environment["VELInstallPath"] = "/nowhere;/neither"
-            self.check("which")
+            document = self.check("which")
+            self.assertEqual(document, self.check("which", "--explain"))
+            self.assertIn("VELInstallPath", [one["variable"] for one in document["withoutEffect"]])
+        self.set_file("a.xml")
+        settings = self.check("which")["candidates"][1]["settings"]
+        self.assertEqual(settings["line"], 1)
 
     def test_scenarios(self):
         file = self.example("site.xml")
@@ -98,9 +107,14 @@ class Documents(unittest.TestCase):
         self.assertLessEqual({"parameter", "friends", "associated"}, kinds)
         self.check("diff", str(other), str(other))
 
+    def test_explain(self):
+        keys = self.check("explain")["keys"]
+        self.assertGreater(len(keys), 50)
+        for key in keys:
+            self.check("explain", key["key"])
+
     def test_settings(self):
-        subprocess.run([TOOL, "settings", "set", "DYAD_Ctx_XmlFile", "a.xml"], check=True,
-                       env=self.environment)
+        self.set_file("a.xml")
         self.check("settings", "path")
         self.check("settings", "get")
         self.check("settings", "get", "DYAD_Ctx_XmlFile")

@@ -5,7 +5,10 @@
 #include "platform/VELFileSystem.h"
 #include "platform/VELSysSettingRepository.h"
 #include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/ExitStatus.h"
 #include "tools/dyadctx/SettingsText.h"
+
+#include <array>
 
 namespace dyadctx::tool {
 
@@ -13,6 +16,10 @@ namespace {
 
 constexpr const char* InitVariable = "VELDyadCtxInit";
 constexpr const char* RootsVariable = "VELInstallPath";
+// The folder of the settings follows from one of these.
+constexpr std::array<const char*, 4> SettingsVariables{"VELSettingPath", "XDG_CONFIG_HOME", "HOME",
+                                                       "APPDATA"};
+constexpr const char* DecidedBefore = "an earlier source decided";
 constexpr std::string_view Extension = ".xml";
 
 bool Has(const VELUnicodeString& path, unsigned int kind) {
@@ -28,26 +35,35 @@ std::string DefaultFileBelow(std::string_view root) {
 
 // Makes the candidate the choice, whether or not it can be read.
 void Take(FileChoice& choice, Candidate& candidate) {
-    const std::string reason = ReasonAgainst(*candidate.path);
     choice.file = candidate.path;
-    choice.usable = reason.empty();
+    choice.usable = candidate.fault.empty();
     candidate.verdict = choice.usable ? Verdict::Chosen : Verdict::Rejected;
-    candidate.reason = choice.usable ? "the first source that names a file" : reason;
+    candidate.reason = choice.usable ? "the first source that names a file" : candidate.fault;
+}
+
+void PassOver(Candidate& candidate) {
+    candidate.verdict = Verdict::Ignored;
+    candidate.reason = DecidedBefore;
 }
 
 Candidate FromVariable(FileChoice& choice) {
     Candidate candidate;
     candidate.origin = InitVariable;
+    candidate.variable = InitVariable;
     const char* value = VELGetEnv(InitVariable);
     if (value == nullptr) {
         candidate.reason = "the variable is not set";
         return candidate;
     }
+    candidate.value = value;
     const bool oneCharacter = VELUnicodeString(value).GetLengthInChar() == 1;
     if (!oneCharacter) {
         candidate.path = value;
+        candidate.fault = ReasonAgainst(*candidate.path);
         Take(choice, candidate);
-    } else if (std::string_view(value) == "0") {
+        if (candidate.path->empty())
+            candidate.reason = "the variable is set but empty, which counts as a file; unset it";
+    } else if (*candidate.value == "0") {
         choice.file = "";
         candidate.verdict = Verdict::Rejected;
         candidate.reason = "the value 0 turns context files off";
@@ -61,17 +77,45 @@ Candidate FromVariable(FileChoice& choice) {
 std::string ReasonOfNoSetting(const std::string& file) {
     if (file.empty())
         return "the environment names no folder for settings";
-    if (!Has(VELUnicodeString(file), VELFileInfo::RegularFile))
+    if (VELFileAccess(VELUnicodeString(file), 0) != 0)
         return "there is no file " + Visible(file);
-    const std::string fault = FaultOfSettingsFile(file);
-    if (!fault.empty())
-        return fault;
-    return std::string(FileAttribute) + " is missing or empty in " + Visible(file);
+    try {
+        const bool isSet = SettingsText::Read(file).Get(FileAttribute).has_value();
+        return std::string(FileAttribute) + (isSet ? " is empty in " : " is missing in ") +
+               Visible(file);
+    } catch (const Failure& failure) {
+        return failure.what();
+    }
+}
+
+SettingsEntry EntryIn(const std::string& file) {
+    try {
+        return {file, SettingsText::Read(file).LineOf(FileAttribute)};
+    } catch (const Failure&) {
+        return {file, 0};
+    }
+}
+
+// Which variable leads to the settings is seen by the path, so that their order stays the
+// library's business.
+void AddSettingsPlace(Candidate& candidate, const std::string& file) {
+    if (file.empty())
+        return;
+    candidate.settings = EntryIn(file);
+    for (const char* variable : SettingsVariables) {
+        const char* value = VELGetEnv(variable);
+        if (value == nullptr || *value == '\0' || !file.starts_with(value))
+            continue;
+        candidate.variable = variable;
+        candidate.value = value;
+        return;
+    }
 }
 
 Candidate FromSettings(FileChoice& choice) {
     Candidate candidate;
     candidate.origin = "settings";
+    AddSettingsPlace(candidate, SettingsFile());
     VELUnicodeString value;
     VELSysSettingRepository* repository =
         VELSysSettingRepository::GetRepository(SettingsRepository, 0);
@@ -79,30 +123,44 @@ Candidate FromSettings(FileChoice& choice) {
         repository->ReadAttr(FileAttribute, value);
     if (!value.IsEmpty())
         candidate.path = value.AsView();
-    if (choice.file) {
-        candidate.verdict = Verdict::Ignored;
-        candidate.reason = "an earlier source decided";
-    } else if (candidate.path) {
+    if (candidate.path)
+        candidate.fault = ReasonAgainst(*candidate.path);
+    if (choice.file)
+        PassOver(candidate);
+    else if (candidate.path)
         Take(choice, candidate);
-    } else {
+    else
         candidate.reason = ReasonOfNoSetting(SettingsFile());
-    }
     return candidate;
+}
+
+std::string ReasonOfNoDefaultFile(const std::string& root) {
+    if (root.empty())
+        return "an empty entry means the root of the file system, which does not hold this file";
+    if (Has(VELUnicodeString(root), VELFileInfo::Directory))
+        return "the folder does not hold this file";
+    // Behind a drive letter a colon is no slip.
+    const bool hasColon = root.find(':', 2) != std::string::npos;
+    return "there is no folder " + Visible(root) +
+           (hasColon ? "; folders are separated by ';', not by ':'" : "");
 }
 
 Candidate FromRoot(FileChoice& choice, std::string_view root, int number) {
     Candidate candidate;
     candidate.origin = RootsVariable;
+    candidate.variable = RootsVariable;
+    candidate.value = root;
     candidate.root = number;
     candidate.path = DefaultFileBelow(root);
-    if (choice.file) {
-        candidate.verdict = Verdict::Ignored;
-        candidate.reason = "an earlier source decided";
-    } else if (VELFileAccess(VELUnicodeString(*candidate.path), 0) == 0) {
+    const bool exists = VELFileAccess(VELUnicodeString(*candidate.path), 0) == 0;
+    candidate.fault =
+        exists ? ReasonAgainst(*candidate.path) : ReasonOfNoDefaultFile(*candidate.value);
+    if (choice.file)
+        PassOver(candidate);
+    else if (exists)
         Take(choice, candidate);
-    } else {
-        candidate.reason = "the folder does not hold this file";
-    }
+    else
+        candidate.reason = candidate.fault;
     return candidate;
 }
 
@@ -111,6 +169,9 @@ void AddRoots(FileChoice& choice) {
     if (value == nullptr || *value == '\0') {
         Candidate none;
         none.origin = RootsVariable;
+        none.variable = RootsVariable;
+        if (value != nullptr)
+            none.value = value;
         none.reason = value == nullptr ? "the variable is not set" : "the variable is empty";
         choice.candidates.push_back(none);
         return;
@@ -169,6 +230,8 @@ std::string ReasonAgainst(const std::string& file) {
         return "the name does not end in .xml, in lower case";
     if (VELFileAccess(path, 0) != 0)
         return "there is no such file";
+    if (Has(path, VELFileInfo::Directory))
+        return "it is a folder";
     if (!Has(path, VELFileInfo::RegularFile))
         return "it is not a regular file";
     return _VELFileAccess(path, 4, 0) < 0 ? "the file may not be read" : "";

@@ -14,6 +14,13 @@ enum class Verdict {
     Ignored   // an earlier source decided
 };
 
+// The entry of the settings that names a file.
+struct SettingsEntry {
+    std::string file;
+    // From 1; 0 when there is no such entry.
+    int line = 0;
+};
+
 struct Candidate {
     // "VELDyadCtxInit", "settings" or "VELInstallPath".
     std::string origin;
@@ -22,6 +29,15 @@ struct Candidate {
     std::optional<std::string> path;
     Verdict verdict = Verdict::Absent;
     std::string reason;
+    // The environment variable it comes from; for the settings the one that leads to their folder.
+    // Empty when none does.
+    std::string variable;
+    // Its value, of a list this entry; none while the variable is not set.
+    std::optional<std::string> value;
+    // Only of the settings, and only where the environment names a folder for them.
+    std::optional<SettingsEntry> settings;
+    // What would keep the library from reading the path; empty for nothing and without path.
+    std::string fault;
 };
 
 struct FileChoice {

@@ -19,9 +19,10 @@ public:
     const char* Name() const override { return "check"; }
     const char* Summary() const override { return "Tell whether context files are valid"; }
     const char* Synopsis() const override {
-        return "[FILE]... [--deep] [--off ID]... [--fail-on error|warning|note]\n"
-               "                      [--format text|json|sarif|github]";
+        return "[FILE]... [--deep] [--off ID]... [--fail-on error|warning|note] "
+               "[--format text|json|sarif|github]";
     }
+    std::vector<Example> Examples() const override;
     void Declare(CLI::App& arguments) override;
     ExitStatus Run(Output& output) override;
 
@@ -37,23 +38,37 @@ private:
     bool deep_ = false;
 };
 
+std::vector<Example> Check::Examples() const {
+    return {{"dyadctx check site.xml --db-context",
+             "Every fault with its line and column; the status is 0 when there is none"},
+            {"dyadctx check --deep --fail-on warning --format github site.xml",
+             "The same in a workflow, where a warning counts as a fault"}};
+}
+
 void Check::Declare(CLI::App& arguments) {
-    arguments.add_option("FILE", files_,
-                         "The context files; without any, the one CreateCollector chooses");
-    arguments.add_flag("--deep", deep_, "Look also for the paths and files that contexts name");
+    arguments
+        .add_option("FILE", files_,
+                    "The context files; without any, the one that `dyadctx which` tells")
+        ->type_name("FILE");
+    arguments.add_flag("--deep", deep_,
+                       "Look also whether the folders and files that contexts name exist");
     arguments
         .add_option("--off", off_,
                     "Leave out the warnings or notes with this id; it stands in brackets behind "
-                    "each (repeatable)")
+                    "each. Errors cannot be left out")
         ->type_name("ID")
         ->allow_extra_args(false);
-    arguments
-        .add_option("--fail-on", failOn_,
-                    "From which severity on the answer is no; a file with "
-                    "warnings is valid all the same")
-        ->check(CLI::IsMember(std::vector<std::string>{"error", "warning", "note"}))
+    OneOf(arguments.add_option("--fail-on", failOn_,
+                               "From which severity on the exit status is 1; a file with warnings "
+                               "is valid all the same"),
+          {"error", "warning", "note"})
         ->capture_default_str();
-    DeclareFormat(arguments, format_, {"text", "json", "sarif", "github"});
+    OneOf(arguments.add_option("--format", format_,
+                               "How to write the answer: text for people, json for programs, sarif "
+                               "(2.1.0) for editors and code scanning, github for annotations in a "
+                               "workflow"),
+          {"text", "json", "sarif", "github"})
+        ->capture_default_str();
 }
 
 // An error cannot be left out: the file would be not valid for no reason.
@@ -73,6 +88,9 @@ void Check::RefuseUnknownKinds() const {
 CheckedFile Check::CheckOne(const std::optional<std::string>& file) const {
     CheckedFile checked{LoadSource(file), {}};
     checked.findings = Diagnose(checked.source, {deep_, off_});
+    // The second reading may lack the memory that the first one had.
+    if (checked.source.collector && CountOf(checked, Severity::Error) > 0)
+        throw Failure(ExitStatus::Internal, "the file was loaded, but could not be read again");
     return checked;
 }
 

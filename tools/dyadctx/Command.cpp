@@ -18,24 +18,44 @@ constexpr std::array<const char*, 4> Views{"all", "path", Database, "file"};
 
 Command::~Command() = default;
 
+CLI::Option* OneOf(CLI::Option* option, const std::vector<std::string>& words) {
+    std::string type;
+    for (const std::string& word : words)
+        type += (type.empty() ? "" : "|") + word;
+    CLI::Validator isOneOf = CLI::IsMember(words);
+    // The words are the name of the type, so they are not told a second time.
+    isOneOf.description("");
+    return option->check(isOneOf)->type_name(type);
+}
+
 void DeclareFile(CLI::App& arguments, std::optional<std::string>& file) {
-    arguments.add_option("FILE", file,
-                         "The context file; without it, the one CreateCollector chooses");
+    arguments
+        .add_option("FILE", file,
+                    "The context file; without it, the one that `dyadctx which` tells")
+        ->type_name("FILE");
 }
 
 void DeclareFormat(CLI::App& arguments, std::string& format,
                    const std::vector<std::string>& formats) {
-    arguments.add_option("--format", format, "How to write the answer")
-        ->check(CLI::IsMember(formats))
+    OneOf(arguments.add_option("--format", format,
+                               "How to write the answer: text for people, json for programs"),
+          formats)
         ->capture_default_str();
 }
 
 void DeclareView(CLI::App& arguments, ViewChoice& choice) {
-    arguments.add_option("--type", choice.type, "Only the contexts of this view")
-        ->check(CLI::IsMember(std::vector<std::string>(Views.begin(), Views.end())));
+    OneOf(arguments.add_option(
+              "--type", choice.type,
+              "Only the contexts that a program offers for this kind of work: path, the "
+              "folders; database, databases and folders; file, files and folders; "
+              "each with the default context. Needs --db-context. Default: all, "
+              "or database with --provider"),
+          std::vector<std::string>(Views.begin(), Views.end()));
     arguments
-        .add_option("--provider", choice.providers,
-                    "Only the database contexts of this provider, and the paths (repeatable)")
+        .add_option(
+            "--provider", choice.providers,
+            "Only the database contexts of this provider (a ConnectorName), and the folders")
+        ->type_name("PROVIDER")
         ->allow_extra_args(false);
 }
 

@@ -5,6 +5,7 @@
 #include "tools/dyadctx/ExitStatus.h"
 #include "tools/dyadctx/Output.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,9 +13,18 @@
 
 namespace CLI {
 class App;
-}
+class Option;
+} // namespace CLI
 
 namespace dyadctx::tool {
+
+struct CommandNode;
+
+// A line that a user could type, and what comes of it.
+struct Example {
+    std::string line;
+    std::string meaning;
+};
 
 // Declares its arguments, which the command line then fills in, and gives the answer.
 class Command {
@@ -24,6 +34,10 @@ public:
     virtual const char* Summary() const = 0;
     // What stands behind the name on the usage line.
     virtual const char* Synopsis() const = 0;
+    // One or two lines for the help.
+    virtual std::vector<Example> Examples() const { return {}; }
+    // An internal one is for the build alone; help and completion do not show it.
+    virtual bool IsInternal() const { return false; }
     virtual void Declare(CLI::App& arguments) = 0;
     // Throws a Failure when there is no answer.
     virtual ExitStatus Run(Output& output) = 0;
@@ -35,6 +49,7 @@ protected:
 };
 
 std::unique_ptr<Command> MakeCheck();
+std::unique_ptr<Command> MakeExplain();
 std::unique_ptr<Command> MakeList();
 std::unique_ptr<Command> MakeShow();
 std::unique_ptr<Command> MakeWhich();
@@ -43,9 +58,16 @@ std::unique_ptr<Command> MakeWrite();
 std::unique_ptr<Command> MakeDiff();
 std::unique_ptr<Command> MakeGraph();
 std::unique_ptr<Command> MakeSettings();
+std::unique_ptr<Command> MakeSchema();
+// These two are made of the command line they belong to.
+using CommandTreeSource = std::function<CommandNode()>;
+std::unique_ptr<Command> MakeCompletion(CommandTreeSource tree);
+std::unique_ptr<Command> MakeManPage(CommandTreeSource tree);
 
 // ---- Arguments several commands share ----------------------------------------------------------
 
+// Makes it an option that takes one of these words.
+CLI::Option* OneOf(CLI::Option* option, const std::vector<std::string>& words);
 void DeclareFile(CLI::App& arguments, std::optional<std::string>& file);
 // --format with these values; `format` keeps its present one when the option is not given.
 void DeclareFormat(CLI::App& arguments, std::string& format,

@@ -4,6 +4,7 @@
 #include "platform/VELMsgCatalog.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Suggestion.h"
+#include "tools/dyadctx/help/HelpText.h"
 
 #include <string_view>
 
@@ -11,29 +12,11 @@ namespace dyadctx::tool {
 
 namespace {
 
+constexpr const char* Program = "dyadctx";
+constexpr const char* Synopsis = "COMMAND [FILE] [options]";
 constexpr const char* Description =
-    "Checks, lists and compares context files. Without FILE a command takes the file that the\n"
-    "library itself would take; `dyadctx which` tells which one that is.";
-
-constexpr const char* CommonHelp =
-    "Common options (before or behind the command):\n"
-    "  --db-context                Switch the DB context environment on: database contexts, files\n"
-    "                              and associated contexts take part\n"
-    "  --lang TAG                  Language of the library's messages: en, fr, de, ja\n"
-    "  --color auto|always|never   Colours; by themselves only on a terminal (NO_COLOR is "
-    "honoured)\n"
-    "  -q, --quiet                 No notes and no summary\n";
-
-constexpr const char* StatusHelp =
-    "Sites of a database are read while the variable TE_MULTISITE_DBCONTEXT is set. A file named "
-    "by\n"
-    "VELDyadCtxOut is written by the library whenever a command runs without FILE.\n"
-    "\n"
-    "Exit status: 0 done or valid; 1 the answer is no; 2 wrong usage; 3 no file could be chosen "
-    "or\n"
-    "read; 4 the file cannot be loaded; 5 the named thing does not exist; 6 the output could not "
-    "be\n"
-    "written; 70 internal error.\n";
+    "Checks, lists, draws and compares context files. Without FILE a command takes the\n"
+    "file that the library itself would take; `dyadctx which` tells which one that is.";
 
 // Options that take several values get their name before each: --id A B becomes --id A --id B.
 std::vector<std::string> WithNameBeforeEachValue(const std::vector<std::string>& arguments,
@@ -59,8 +42,9 @@ bool Is(const CLI::ParseError& error, CLI::ExitCodes kind) {
 
 } // namespace
 
-CommandLine::CommandLine() : app_(Description, "dyadctx") {
+CommandLine::CommandLine() : app_(Description, Program) {
     commands_.push_back(MakeCheck());
+    commands_.push_back(MakeExplain());
     commands_.push_back(MakeList());
     commands_.push_back(MakeShow());
     commands_.push_back(MakeWhich());
@@ -69,31 +53,82 @@ CommandLine::CommandLine() : app_(Description, "dyadctx") {
     commands_.push_back(MakeDiff());
     commands_.push_back(MakeGraph());
     commands_.push_back(MakeSettings());
+    commands_.push_back(MakeSchema());
+    commands_.push_back(MakeCompletion([this] { return Tree(); }));
+    commands_.push_back(MakeManPage([this] { return Tree(); }));
     Declare();
 }
 
 void CommandLine::Declare() {
     DeclareCommonOptions();
     app_.require_subcommand(1);
-    app_.footer(std::string("\n") + CommonHelp + "\n" + StatusHelp);
     for (const std::unique_ptr<Command>& command : commands_) {
         CLI::App* arguments = app_.add_subcommand(command->Name(), command->Summary());
         arguments->fallthrough();
-        arguments->footer(std::string("\n") + CommonHelp);
+        if (command->IsInternal())
+            arguments->group("");
         command->Declare(*arguments);
         arguments_.push_back(arguments);
     }
 }
 
 void CommandLine::DeclareCommonOptions() {
-    // Their help stands in the footer of every command.
-    app_.set_version_flag("--version", std::string("dyadctx ") + DYADCTX_VERSION);
-    app_.add_flag("--db-context", dbContext_)->group("");
-    app_.add_option("--lang", language_)->group("");
-    app_.add_option("--color", color_)
-        ->check(CLI::IsMember(std::vector<std::string>{"auto", "always", "never"}))
-        ->group("");
-    app_.add_flag("-q,--quiet", quiet_)->group("");
+    app_.add_flag("--db-context", dbContext_,
+                  "Switch the DB context environment on: database contexts, files and associated "
+                  "contexts take part");
+    app_.add_option(
+            "--lang", language_,
+            "Language of the library's messages: en, fr, de or ja; hints and remarks of the "
+            "tool are English. Default: that of the environment, else English")
+        ->type_name("TAG");
+    OneOf(
+        app_.add_option("--color", color_, "Colours; auto: on a terminal, unless NO_COLOR is set"),
+        {"auto", "always", "never"})
+        ->capture_default_str();
+    app_.add_flag("-q,--quiet", quiet_,
+                  "No notes, those of check and its suggestions included, and no summary");
+    app_.set_help_flag("-h,--help", "Print this help, or that of the command");
+    app_.set_version_flag("--version", std::string(Program) + " " + DYADCTX_VERSION,
+                          "Print the version");
+}
+
+CommandNode CommandLine::Tree() const {
+    CommandNode root = NodeOf(app_);
+    root.synopsis = Synopsis;
+    root.examples = {
+        {"dyadctx check site.xml", "Is the file valid, and what is wrong where?"},
+        {"dyadctx list site.xml --db-context", "All its contexts, those of databases too"},
+        {"dyadctx which", "Which file is in use, and why?"},
+    };
+    for (CommandNode& node : root.commands) {
+        for (const std::unique_ptr<Command>& command : commands_) {
+            if (node.name != command->Name())
+                continue;
+            node.synopsis = command->Synopsis();
+            node.examples = command->Examples();
+        }
+    }
+    return root;
+}
+
+std::string CommandLine::Help() const {
+    const CommandNode root = Tree();
+    std::string path;
+    CommandNode node = root;
+    for (const CLI::App* app = &app_; !app->get_subcommands().empty();) {
+        app = app->get_subcommands().front();
+        const CommandNode* below = FindCommand(node, app->get_name());
+        // An internal command has no help of its own.
+        if (below == nullptr)
+            return HelpOfTool(root);
+        CommandNode next = *below;
+        // The options of a command hold for those below it.
+        if (!path.empty())
+            next.options.insert(next.options.end(), node.options.begin(), node.options.end());
+        path += (path.empty() ? "" : " ") + next.name;
+        node = std::move(next);
+    }
+    return path.empty() ? HelpOfTool(root) : HelpOfCommand(root, path, node);
 }
 
 bool CommandLine::Read(int argc, char** argv) {
@@ -104,7 +139,7 @@ bool CommandLine::Read(int argc, char** argv) {
     try {
         app_.parse(std::move(reversed));
     } catch (const CLI::CallForHelp&) {
-        text_ = app_.help();
+        text_ = Help();
         return false;
     } catch (const CLI::CallForVersion& call) {
         text_ = std::string(call.what()) + "\n";
@@ -121,6 +156,13 @@ void CommandLine::PutOptionsIntoForce() const {
         SetDbContextEnvironment(true);
     if (!language_.empty())
         VELMsgCatalog::SetLanguage(language_.c_str());
+}
+
+std::string CommandLine::RemarkOnLanguage() const {
+    if (language_.empty() || VELMsgCatalog::HasLanguage(language_.c_str()))
+        return "";
+    return "there are no messages in the language '" + Visible(language_) +
+           "'; they are in English (known are en, fr, de, ja)";
 }
 
 int CommandLine::ChosenIndex() const {
@@ -143,10 +185,10 @@ ColorChoice CommandLine::Color() const {
 
 std::string CommandLine::Usage() const {
     if (ChosenIndex() < 0)
-        return "usage: dyadctx COMMAND [FILE] [options]\nSee `dyadctx --help` for the commands.\n";
+        return UsageLine("usage: ", Program, Synopsis) + "See `dyadctx --help` for the commands.";
     const Command& command = Chosen();
-    return std::string("usage: dyadctx ") + command.Name() + " " + command.Synopsis() +
-           "\nSee `dyadctx " + command.Name() + " --help`.\n";
+    const std::string name = std::string(Program) + " " + command.Name();
+    return UsageLine("usage: ", name, command.Synopsis()) + "See `" + name + " --help`.";
 }
 
 std::vector<std::string> CommandLine::KnownOptions() const {
@@ -170,8 +212,8 @@ std::string CommandLine::Complaint(const CLI::ParseError& error) const {
             if (word.starts_with('-'))
                 return "unknown option '" + Visible(word) + "'" + DidYouMean(word, KnownOptions());
             std::vector<std::string> names;
-            for (const std::unique_ptr<Command>& command : commands_)
-                names.emplace_back(command->Name());
+            for (const CommandNode& command : NodeOf(app_).commands)
+                names.push_back(command.name);
             return "unknown command '" + Visible(word) + "'" + DidYouMean(word, names);
         }
         return Is(error, CLI::ExitCodes::RequiredError) ? "no command given"

@@ -1,7 +1,7 @@
 // The command line as a whole: common options, the choice of the command, help and usage errors.
 #pragma once
 
-#include "tools/dyadctx/Command.h"
+#include "tools/dyadctx/help/CommandTree.h"
 
 #include <CLI/CLI.hpp>
 
@@ -24,6 +24,8 @@ public:
     const std::string& Text() const noexcept { return text_; }
     bool IsQuiet() const noexcept { return quiet_; }
     ColorChoice Color() const;
+    // What is to be said about a language without messages; empty otherwise.
+    std::string RemarkOnLanguage() const;
 
     // How to use the chosen command, or the tool while none is chosen.
     std::string Usage() const;
@@ -31,6 +33,9 @@ public:
 private:
     void Declare();
     void DeclareCommonOptions();
+    CommandNode Tree() const;
+    // What --help says about the tool, or about the command it stands with.
+    std::string Help() const;
     void PutOptionsIntoForce() const;
     // What to say about arguments that do not fit.
     std::string Complaint(const CLI::ParseError& error) const;

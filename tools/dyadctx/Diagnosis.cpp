@@ -1,11 +1,9 @@
 #include "tools/dyadctx/Diagnosis.h"
 
-#include "platform/VELEnvironment.h"
 #include "tools/dyadctx/Candidates.h"
-#include "xml/VELDyadCtxFileCheck.h"
 
 #include <algorithm>
-#include <string_view>
+#include <new>
 
 namespace dyadctx::tool {
 
@@ -13,10 +11,6 @@ namespace {
 
 constexpr const char* VariableKind = "variable-without-effect";
 constexpr const char* VariableText = "The variable {0} is set, but has no effect: {1}.";
-constexpr const char* InitVariable = "VELDyadCtxInit";
-constexpr const char* RootsVariable = "VELInstallPath";
-constexpr const char* EnvironmentVariable = "VELDbContextEnvironment";
-constexpr const char* MultisiteVariable = "TE_MULTISITE_DBCONTEXT";
 
 Severity SeverityOf(VELDyadCtxSeverity severity) {
     switch (severity) {
@@ -61,34 +55,6 @@ bool RunCheck(const std::string& path, const DiagnosisOptions& options,
     return true;
 }
 
-std::string ValueOf(const char* variable) {
-    const char* value = VELGetEnv(variable);
-    return value != nullptr ? value : "";
-}
-
-void AddVariable(std::vector<Finding>& findings, const char* variable, const std::string& reason) {
-    Finding finding;
-    finding.key = VariableKind;
-    finding.severity = Severity::Note;
-    finding.parameters = {variable, reason};
-    finding.text =
-        std::string("The variable ") + variable + " is set, but has no effect: " + reason + ".";
-    findings.push_back(std::move(finding));
-}
-
-void AddSourceVariables(std::vector<Finding>& findings) {
-    const std::string init = ValueOf(InitVariable);
-    if (VELUnicodeString(init).GetLengthInChar() == 1 && init != "0")
-        AddVariable(findings, InitVariable, "a single character names no file");
-    const FileChoice choice = ChooseFile();
-    const bool ignored =
-        std::any_of(choice.candidates.begin(), choice.candidates.end(), [](const Candidate& one) {
-            return one.origin == RootsVariable && one.verdict == Verdict::Ignored;
-        });
-    if (ignored)
-        AddVariable(findings, RootsVariable, "an earlier source decides which file is taken");
-}
-
 } // namespace
 
 std::vector<FindingKind> FindingKinds() {
@@ -109,24 +75,42 @@ std::vector<Finding> DiagnoseFile(const std::string& path, const DiagnosisOption
 
 std::vector<Finding> Diagnose(const Source& source, const DiagnosisOptions& options) {
     std::vector<Finding> findings;
-    if (source.path.empty() || !RunCheck(source.path, options, findings))
+    if (source.path.empty())
         return source.findings;
+    if (!RunCheck(source.path, options, findings))
+        throw std::bad_alloc();
     return findings;
 }
 
+std::vector<Finding> ErrorsOf(const VELDyadCtxFileCheck& check) {
+    std::vector<Finding> errors;
+    for (int i = 1; i <= check.GetNbFindings(); ++i) {
+        if (check.GetFindingAt(i).severity == VELDyadCtxSeverity::Error)
+            errors.push_back(ToFinding(check.GetFindingAt(i)));
+    }
+    return errors;
+}
+
+Finding ToFinding(const IdleVariable& variable) {
+    Finding finding;
+    finding.key = VariableKind;
+    finding.severity = Severity::Note;
+    finding.parameters = {variable.name, variable.reason};
+    finding.text =
+        "The variable " + variable.name + " is set, but has no effect: " + variable.reason + ".";
+    return finding;
+}
+
 std::vector<Finding> VariablesWithoutEffect(bool fileIsNamed) {
-    std::vector<Finding> findings;
+    std::vector<IdleVariable> idle;
     if (!fileIsNamed)
-        AddSourceVariables(findings);
-    if (IsDbContextEnvironmentOn())
-        return findings;
-    const std::string environment = ValueOf(EnvironmentVariable);
-    if (!environment.empty() && environment != "0" && environment != "1")
-        AddVariable(findings, EnvironmentVariable,
-                    "only the value 1 switches the DB context environment on");
-    if (VELGetEnv(MultisiteVariable) != nullptr)
-        AddVariable(findings, MultisiteVariable,
-                    "there are no database contexts while the DB context environment is off");
+        idle = IdleVariablesOfChoice(ChooseFile());
+    const std::vector<IdleVariable> ofReading = IdleVariablesOfReading();
+    idle.insert(idle.end(), ofReading.begin(), ofReading.end());
+    std::vector<Finding> findings;
+    findings.reserve(idle.size());
+    for (const IdleVariable& variable : idle)
+        findings.push_back(ToFinding(variable));
     return findings;
 }
 
@@ -135,7 +119,7 @@ ContextPlaces PlacesOfContexts(const Source& source) {
     ContextPlaces places;
     VELDyadCtxFileCheck check;
     if (check.Run(VELUnicodeString(source.path)) < 0)
-        return places;
+        throw std::bad_alloc();
     VELDyadCtxCollector& placed = *check.GetCollector();
     const int count = std::min(placed.GetNbCtxs(), source.collector->GetNbCtxs());
     for (int i = 1; i <= count; ++i) {

@@ -4,7 +4,9 @@
 
 #include "tools/dyadctx/ContextFacts.h"
 #include "tools/dyadctx/FindingRecorder.h"
+#include "tools/dyadctx/IdleVariables.h"
 #include "tools/dyadctx/Source.h"
+#include "xml/VELDyadCtxFileCheck.h"
 
 #include <string>
 #include <vector>
@@ -31,15 +33,20 @@ std::vector<FindingKind> FindingKinds();
 // The findings of one file, in its order. Empty without memory.
 std::vector<Finding> DiagnoseFile(const std::string& path, const DiagnosisOptions& options);
 
-// The same for a loaded source: when there is no file, or no memory for the check, what the library
-// said while it was loaded.
+// The same for a loaded source; when there is no file, what the library said while it was loaded.
+// Throws std::bad_alloc.
 std::vector<Finding> Diagnose(const Source& source, const DiagnosisOptions& options);
+
+// The errors among the findings of a check that has run.
+std::vector<Finding> ErrorsOf(const VELDyadCtxFileCheck& check);
 
 // Environment variables that are set and change nothing. `fileIsNamed` tells whether the user named
 // the file.
 std::vector<Finding> VariablesWithoutEffect(bool fileIsNamed);
 
-// Where the declared contexts of a loaded source stand in its file.
+Finding ToFinding(const IdleVariable& variable);
+
+// Where the declared contexts of a loaded source stand in its file. Throws std::bad_alloc.
 ContextPlaces PlacesOfContexts(const Source& source);
 
 } // namespace dyadctx::tool

@@ -219,6 +219,7 @@ public:
     const char* Name() const override { return "diff"; }
     const char* Summary() const override { return "Tell what differs between two files"; }
     const char* Synopsis() const override { return "A B [--format text|json]"; }
+    std::vector<Example> Examples() const override;
     void Declare(CLI::App& arguments) override;
     ExitStatus Run(Output& output) override;
 
@@ -228,9 +229,14 @@ private:
     std::string format_ = "text";
 };
 
+std::vector<Example> Diff::Examples() const {
+    return {{"dyadctx diff old.xml site.xml --db-context",
+             "Which contexts came, went or changed; the status is 1 for any difference"}};
+}
+
 void Diff::Declare(CLI::App& arguments) {
-    arguments.add_option("A", from_, "The file to start from")->required();
-    arguments.add_option("B", to_, "The file to compare with it")->required();
+    arguments.add_option("A", from_, "The file to start from")->type_name("FILE")->required();
+    arguments.add_option("B", to_, "The file to compare with it")->type_name("FILE")->required();
     DeclareFormat(arguments, format_, {"text", "json"});
 }
 

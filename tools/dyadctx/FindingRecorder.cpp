@@ -16,9 +16,7 @@ constexpr std::array<std::string_view, 3> AboutNoContext{key::XMLFileNotValid, k
                                                          key::NotAValidTag};
 
 bool IsFinding(std::string_view catalog, std::string_view name) {
-    const bool heading = name.starts_with(key::StepPrefix) && name.ends_with(key::StepSuffix) &&
-                         name != key::InternalError;
-    return catalog == key::Catalog && !heading && !name.starts_with(key::ParameterTypePrefix);
+    return catalog == key::Catalog && !IsHeadingKey(name) && !IsLabelKey(name);
 }
 
 std::optional<std::string> ContextOf(const Finding& finding) {
@@ -53,6 +51,15 @@ VELResult FindingRecorder::Build(const VELString& catalog, const VELString& key,
     finding.context = ContextOf(finding);
     findings_.push_back(std::move(finding));
     return result;
+}
+
+bool IsHeadingKey(std::string_view key) {
+    return key.starts_with(key::StepPrefix) && key.ends_with(key::StepSuffix) &&
+           key != key::InternalError;
+}
+
+bool IsLabelKey(std::string_view key) {
+    return key.starts_with(key::ParameterTypePrefix);
 }
 
 bool IsAboutFileChoice(const Finding& finding) {

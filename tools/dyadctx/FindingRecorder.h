@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace dyadctx::tool {
@@ -56,6 +57,10 @@ private:
     VELMsgCatalogSource* former_;
     std::vector<Finding> findings_;
 };
+
+// Whether the key is that of the heading of a failed creation, or of the label of a parameter type.
+bool IsHeadingKey(std::string_view key);
+bool IsLabelKey(std::string_view key);
 
 // Whether the message says that no file was chosen or that the chosen one cannot be read.
 bool IsAboutFileChoice(const Finding& finding);

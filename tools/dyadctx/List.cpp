@@ -17,9 +17,10 @@ public:
     const char* Name() const override { return "list"; }
     const char* Summary() const override { return "List the contexts of a file"; }
     const char* Synopsis() const override {
-        return "[FILE] [--type all|path|database|file] [--provider NAME]... "
+        return "[FILE] [--type all|path|database|file] [--provider PROVIDER]... "
                "[--format text|json|names]";
     }
+    std::vector<Example> Examples() const override;
     void Declare(CLI::App& arguments) override;
     ExitStatus Run(Output& output) override;
 
@@ -60,10 +61,19 @@ Json DocumentOf(const Source& source, const std::vector<ContextFacts>& contexts)
     return document;
 }
 
+std::vector<Example> List::Examples() const {
+    return {{"dyadctx list site.xml --db-context", "A table of all contexts"},
+            {"dyadctx list --format names", "The names alone, of the file in use"}};
+}
+
 void List::Declare(CLI::App& arguments) {
     DeclareFile(arguments, file_);
     DeclareView(arguments, view_);
-    DeclareFormat(arguments, format_, {"text", "json", "names"});
+    OneOf(arguments.add_option("--format", format_,
+                               "How to write the answer: text for people, json for programs, names "
+                               "for one name per line"),
+          {"text", "json", "names"})
+        ->capture_default_str();
 }
 
 ExitStatus List::Run(Output& output) {

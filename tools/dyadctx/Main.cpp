@@ -26,6 +26,9 @@ int Finish(Output& output, ExitStatus status) {
 
 int Answer(CommandLine& commandLine) {
     Output output(commandLine.Color(), commandLine.IsQuiet());
+    const std::string remark = commandLine.RemarkOnLanguage();
+    if (!remark.empty())
+        output.Note(remark);
     try {
         return Finish(output, commandLine.Chosen().Run(output));
     } catch (const Failure& failure) {

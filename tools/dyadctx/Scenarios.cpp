@@ -19,9 +19,10 @@ public:
         return "List exchange scenarios, or ask for channels, profiles and options";
     }
     const char* Synopsis() const override {
-        return "[FILE] [--id ID... | --id ID... --channel C | --channel C --profile P] "
+        return "[FILE] [--id SCENARIO...] [--channel CHANNEL] [--profile PROFILE] "
                "[--format text|json]";
     }
+    std::vector<Example> Examples() const override;
     void Declare(CLI::App& arguments) override;
     ExitStatus Run(Output& output) override;
 
@@ -123,16 +124,28 @@ void WriteTable(const Answer& answer, Output& output) {
     output.Write(table.Render(output));
 }
 
+std::vector<Example> Scenarios::Examples() const {
+    return {{"dyadctx scenarios site.xml --id EX1", "Which channels offer the scenario EX1?"},
+            {"dyadctx scenarios site.xml --channel Archive --profile Export",
+             "Which options belong to the profile Export of the channel Archive?"}};
+}
+
 void Scenarios::Declare(CLI::App& arguments) {
     DeclareFile(arguments, file_);
     arguments
         .add_option("--id", ids_,
-                    "Identifiers of scenarios: which channels offer them? (FILE stands before)")
+                    "Identifiers of scenarios: which channels offer them? Several may stand "
+                    "behind one --id, so FILE stands before it")
+        ->type_name("SCENARIO")
         ->allow_extra_args(false);
-    arguments.add_option("--channel", channel_,
-                         "With --id: which profiles does this channel have for them?");
-    arguments.add_option("--profile", profile_,
-                         "With --channel: which options belong to this profile?");
+    arguments
+        .add_option("--channel", channel_,
+                    "With --id: which profiles does this channel have for them? With --profile: "
+                    "the channel of the profile")
+        ->type_name("CHANNEL");
+    arguments
+        .add_option("--profile", profile_, "With --channel: which options belong to this profile?")
+        ->type_name("PROFILE");
     DeclareFormat(arguments, format_, {"text", "json"});
 }
 

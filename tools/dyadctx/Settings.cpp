@@ -19,8 +19,9 @@ public:
     const char* Name() const override { return "settings"; }
     const char* Summary() const override { return "Show and change the settings"; }
     const char* Synopsis() const override {
-        return "path | get [NAME] | set NAME VALUE | unset NAME  [--format text|json]";
+        return "path|get|set|unset [ATTRIBUTE [VALUE]] [--format text|json]";
     }
+    std::vector<Example> Examples() const override;
     void Declare(CLI::App& arguments) override;
     ExitStatus Run(Output& output) override;
 
@@ -68,19 +69,31 @@ Json DocumentFor(const std::string& file) {
     return document;
 }
 
+std::vector<Example> Settings::Examples() const {
+    return {{"dyadctx settings set DYAD_Ctx_XmlFile /data/site.xml",
+             "From now on /data/site.xml is the file in use"},
+            {"dyadctx settings get", "All settings"}};
+}
+
 void Settings::Declare(CLI::App& arguments) {
     arguments_ = &arguments;
     arguments.require_subcommand(1);
     DeclareFormat(arguments, format_, {"text", "json"});
+    const std::string meaning = std::string("Its name; ") + FileAttribute +
+                                " is the one that the library reads: the context file";
     const auto add = [&arguments](const char* name, const char* summary) {
         return arguments.add_subcommand(name, summary)->fallthrough();
     };
-    add("path", "Where the settings file is");
-    add("get", "All settings, or one")->add_option("NAME", name_, "The attribute");
+    add("path", "Print where the settings file is");
+    add("get", "Print all settings, or one")->add_option("ATTRIBUTE", name_, meaning);
     CLI::App* set = add("set", "Give an attribute a value");
-    set->add_option("NAME", name_, "The attribute")->required();
-    set->add_option("VALUE", value_, "Its value")->required();
-    add("unset", "Remove an attribute")->add_option("NAME", name_, "The attribute")->required();
+    set->add_option("ATTRIBUTE", name_, meaning)->required();
+    set->add_option(
+           "VALUE", value_,
+           "Its value: for DYAD_Ctx_XmlFile, the path of a context file with its folder, such as "
+           "./site.xml")
+        ->required();
+    add("unset", "Remove an attribute")->add_option("ATTRIBUTE", name_, meaning)->required();
 }
 
 ExitStatus Settings::Run(Output& output) {

@@ -132,15 +132,6 @@ std::string SettingsFile() {
     return std::string(file.AsView());
 }
 
-std::string FaultOfSettingsFile(const std::string& file) {
-    try {
-        TableOf(file, ContentOf(file));
-    } catch (const Failure& failure) {
-        return failure.what();
-    }
-    return "";
-}
-
 SettingsText SettingsText::Read(const std::string& file) {
     return {file, ContentOf(file)};
 }
@@ -177,6 +168,12 @@ std::optional<std::string> SettingsText::Get(const std::string& name) const {
     throw Failure(ExitStatus::NotLoadable, Place(file_, node->source().begin) + Visible(name) +
                                                " is no text (it is of the type " + type.str() +
                                                "); the library takes texts only");
+}
+
+int SettingsText::LineOf(const std::string& name) const {
+    const toml::table table = TableOf(file_, text_);
+    const auto entry = table.find(name);
+    return entry == table.end() ? 0 : static_cast<int>(entry->first.source().begin.line);
 }
 
 void SettingsText::Set(const std::string& name, const std::string& value) {

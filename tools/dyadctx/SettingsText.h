@@ -16,9 +16,6 @@ inline constexpr const char* FileAttribute = "DYAD_Ctx_XmlFile";
 // folder for it.
 std::string SettingsFile();
 
-// Why this file is no settings file: "FILE:LINE:COLUMN: reason"; empty for a sound one.
-std::string FaultOfSettingsFile(const std::string& file);
-
 // The text of a settings file. Operations throw a Failure that names file, place and reason.
 class SettingsText {
 public:
@@ -31,6 +28,8 @@ public:
     std::vector<std::pair<std::string, std::string>> All() const;
     // Without a value when there is no such attribute. Throws for one that is not a text.
     std::optional<std::string> Get(const std::string& name) const;
+    // The line on which the attribute stands, from 1; 0 when there is no such attribute.
+    int LineOf(const std::string& name) const;
     // Changes the value where it stands, or adds a line behind the other attributes. All else stays
     // as it is.
     void Set(const std::string& name, const std::string& value);

@@ -20,6 +20,7 @@ public:
     const char* Name() const override { return "show"; }
     const char* Summary() const override { return "Show one context, and who names it"; }
     const char* Synopsis() const override { return "NAME [FILE] [--format text|json]"; }
+    std::vector<Example> Examples() const override;
     void Declare(CLI::App& arguments) override;
     ExitStatus Run(Output& output) override;
 
@@ -98,6 +99,11 @@ void WriteText(const Portrait& portrait, Output& output) {
     line("Associated", Visible(context.associated.value_or("")));
     line("Friend of", Joined(portrait.friendOf));
     line("Associated of", Joined(portrait.associatedOf));
+}
+
+std::vector<Example> Show::Examples() const {
+    return {{"dyadctx show Vault site.xml --db-context",
+             "What it stands for, its friends, and who names it"}};
 }
 
 void Show::Declare(CLI::App& arguments) {

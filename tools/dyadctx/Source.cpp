@@ -127,8 +127,12 @@ Source LoadSource(const std::optional<std::string>& file) {
 
 Source LoadSourceOrFail(const std::optional<std::string>& file, Output& output) {
     Source source = LoadSource(file);
-    if (source.collector)
-        return source;
+    if (!source.collector)
+        FailWith(source, output);
+    return source;
+}
+
+void FailWith(const Source& source, Output& output) {
     for (const Finding& finding : WithPlaces(source))
         output.Remark(FindingLine(source.file, "error", finding));
     throw Failure(source.status, FailureText(source));

@@ -35,6 +35,9 @@ Source LoadSource(const std::optional<std::string>& file);
 // and throws a Failure.
 Source LoadSourceOrFail(const std::optional<std::string>& file, Output& output);
 
+// What the latter does with a source that failed.
+[[noreturn]] void FailWith(const Source& source, Output& output);
+
 // The path that names the same file and has a folder, as the library wants it.
 std::string WithFolder(const std::string& file);
 

@@ -14,8 +14,9 @@ public:
     const char* Name() const override { return "write"; }
     const char* Summary() const override { return "Write the contexts to another file"; }
     const char* Synopsis() const override {
-        return "[FILE] -o OUT [--type all|path|database|file] [--provider NAME]...";
+        return "[FILE] -o OUT [--type all|path|database|file] [--provider PROVIDER]...";
     }
+    std::vector<Example> Examples() const override;
     void Declare(CLI::App& arguments) override;
     ExitStatus Run(Output& output) override;
 
@@ -25,9 +26,16 @@ private:
     ViewChoice view_;
 };
 
+std::vector<Example> Write::Examples() const {
+    return {{"dyadctx write site.xml --db-context -o copy.xml",
+             "All contexts as the library writes them; scenarios are left out"}};
+}
+
 void Write::Declare(CLI::App& arguments) {
     DeclareFile(arguments, file_);
-    arguments.add_option("-o,--output", target_, "The file to write")->required();
+    arguments.add_option("-o,--output", target_, "The file to write; an existing one is replaced")
+        ->type_name("OUT")
+        ->required();
     DeclareView(arguments, view_);
 }
 

@@ -40,12 +40,21 @@ std::string LookOfUnresolved(const char* line) {
     return "shape=box, style=\"dashed,rounded\", color=" + DotQuoted(line);
 }
 
+std::string LookOfFaulty() {
+    return "shape=box, fillcolor="s + DotQuoted(UnresolvedFill) +
+           ", color=" + DotQuoted(FaultColor) + ", penwidth=2.2";
+}
+
 std::string LookOf(const GraphNode& node) {
     const char* line = node.isUnresolved ? UnresolvedColor : StyleOf(node.kind).line;
     if (node.isOnCycle)
         line = CycleColor;
+    if (!node.faults.empty())
+        line = FaultColor;
     const std::string look = node.isUnresolved ? LookOfUnresolved(line) : LookOf(node.kind, line);
-    return node.isInFocus ? look + ", penwidth=3" : look;
+    if (node.isInFocus)
+        return look + ", penwidth=3";
+    return node.faults.empty() ? look : look + ", penwidth=2.2";
 }
 
 std::string LookOf(const GraphLink& link) {
@@ -60,7 +69,8 @@ std::string LookOf(const GraphLink& link) {
 }
 
 std::string Statement(const GraphNode& node) {
-    return "  " + node.id + " [label=" + DotQuoted(HeadLine(node) + "\n" + SubLine(node)) +
+    const std::string faults = node.faults.empty() ? "" : "\n" + FaultLine(node);
+    return "  " + node.id + " [label=" + DotQuoted(HeadLine(node) + "\n" + SubLine(node) + faults) +
            ", tooltip=" + DotQuoted(FullText(node)) + ", id=" + DotQuoted(node.id) + ", " +
            LookOf(node) + "];\n";
 }
@@ -92,6 +102,8 @@ std::string LegendText(const Legend& legend) {
                           LookOf(kind, StyleOf(kind).line));
     if (legend.hasUnresolved)
         text += LegendBox("legend_unresolved", UnresolvedWords, LookOfUnresolved(UnresolvedColor));
+    if (legend.hasFaults)
+        text += LegendBox("legend_faulty", FaultWords, LookOfFaulty());
     GraphLink sample;
     if (legend.hasFriends)
         text += LegendLine("legend_friend", FriendWords, sample);

@@ -1,14 +1,18 @@
 // `graph`: friends and associated contexts as a picture.
 #include "tools/dyadctx/Command.h"
+#include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Source.h"
 #include "tools/dyadctx/Suggestion.h"
 #include "tools/dyadctx/SystemServices.h"
 #include "tools/dyadctx/graph/DotWriter.h"
+#include "tools/dyadctx/graph/GraphFaults.h"
 #include "tools/dyadctx/graph/GraphModel.h"
 #include "tools/dyadctx/graph/Graphviz.h"
 #include "tools/dyadctx/graph/MermaidWriter.h"
 #include "tools/dyadctx/graph/SvgWriter.h"
+#include "trace/VELDyadMessageKeys.h"
+#include "xml/VELDyadCtxFileCheck.h"
 
 #include <CLI/CLI.hpp>
 
@@ -26,14 +30,18 @@ public:
     const char* Summary() const override { return "Draw which contexts name which"; }
     const char* Synopsis() const override {
         return "[FILE] [-o OUT] [--format svg|dot|mermaid] [--focus NAME [--depth N]] "
-               "[--renderer own|dot] [--type all|path|database|file] [--provider NAME]...";
+               "[--renderer own|dot] [--type all|path|database|file] [--provider PROVIDER]...";
     }
+    std::vector<Example> Examples() const override;
     void Declare(CLI::App& arguments) override;
     ExitStatus Run(Output& output) override;
 
 private:
     std::string FormatToWrite() const;
-    Graph GraphToDraw(const Source& source, Output& output) const;
+    Graph GraphToDraw(VELDyadCtxCollector& collector, const VELDyadCtxFileCheck* check,
+                      Output& output) const;
+    void Draw(Graph graph, const std::string& file, Output& output) const;
+    ExitStatus DrawFaulty(const Source& source, Output& output) const;
     void FocusOn(Graph& graph, const std::string& file) const;
     std::string Drawn(const Graph& graph, const std::string& title, Output& output) const;
     void WriteToFile(const std::string& picture, Output& output) const;
@@ -55,25 +63,44 @@ bool EndsWith(const std::string& name, std::string_view ending) {
     return name.size() > ending.size() && name.ends_with(ending);
 }
 
+std::vector<Example> GraphCommand::Examples() const {
+    return {{"dyadctx graph site.xml --db-context -o site.svg",
+             "The whole file as a picture for a browser"},
+            {"dyadctx graph site.xml --focus Design --depth 2 --format mermaid",
+             "What is at most two links away from Design, for Markdown"}};
+}
+
+bool IsSyntaxError(const Finding& finding) {
+    return finding.key == key::XMLSyntaxError;
+}
+
 void GraphCommand::Declare(CLI::App& arguments) {
     DeclareFile(arguments, file_);
-    arguments.add_option("-o,--output", target_, "The file to write; standard output without it");
-    arguments
-        .add_option("--format", format_,
-                    "The language of the picture: svg is complete in itself, dot is for\n"
-                    "Graphviz, mermaid for Markdown. Default: by the ending of OUT\n"
-                    "(.dot, .gv, .mmd, .mermaid), else svg")
-        ->check(CLI::IsMember(std::vector<std::string>{"svg", "dot", "mermaid"}));
+    arguments.get_option("FILE")->description(
+        "The context file; without it, the one that `dyadctx which` tells. A file with errors is "
+        "drawn as far as it can be read, with its errors marked; the exit status is then 4");
+    arguments.add_option("-o,--output", target_, "The file to write; standard output without it")
+        ->type_name("OUT");
+    OneOf(arguments.add_option("--format", format_,
+                               "The language of the picture: svg is complete in itself, dot is for "
+                               "Graphviz, mermaid for Markdown. Default: by the ending of OUT "
+                               "(.dot, .gv, .mmd, .mermaid), else svg"),
+          {"svg", "dot", "mermaid"});
     CLI::Option* focus =
-        arguments.add_option("--focus", focus_, "Only this context and those around it");
-    arguments.add_option("--depth", depth_, "How many links away from NAME, in both directions")
-        ->check(CLI::Range(0, 1000000))
+        arguments.add_option("--focus", focus_, "Only the context NAME and those around it");
+    focus->type_name("NAME");
+    arguments
+        .add_option("--depth", depth_,
+                    "With --focus: how many links away from NAME, in both directions; 0 to 1000000")
+        ->check(CLI::Range(0, 1000000).description(""))
+        ->type_name("N")
         ->needs(focus)
         ->capture_default_str();
-    arguments
-        .add_option("--renderer", renderer_,
-                    "What draws the svg: the tool itself, or Graphviz where it is installed")
-        ->check(CLI::IsMember(std::vector<std::string>{"own", "dot"}))
+    OneOf(
+        arguments.add_option("--renderer", renderer_,
+                             "What draws the svg: own, the tool itself; dot, Graphviz where it is "
+                             "installed"),
+        {"own", "dot"})
         ->capture_default_str();
     DeclareView(arguments, view_);
 }
@@ -89,11 +116,14 @@ std::string GraphCommand::FormatToWrite() const {
 
 // The part of the view, cut out of the whole: what a context is called and whether it is on a cycle
 // does not depend on what else is shown.
-Graph GraphCommand::GraphToDraw(const Source& source, Output& output) const {
-    const std::vector<VELDyadContext*> declared = ContextsOfView(*source.collector);
-    const Graph whole = GraphOf(declared);
-    SelectView(*source.collector, view_, output);
-    return PartOf(whole, NodesFor(whole, declared, ContextsOfView(*source.collector)));
+Graph GraphCommand::GraphToDraw(VELDyadCtxCollector& collector, const VELDyadCtxFileCheck* check,
+                                Output& output) const {
+    const std::vector<VELDyadContext*> declared = ContextsOfView(collector);
+    Graph whole = GraphOf(declared);
+    if (check != nullptr)
+        MarkFaults(whole, declared, *check);
+    SelectView(collector, view_, output);
+    return PartOf(whole, NodesFor(whole, declared, ContextsOfView(collector)));
 }
 
 void GraphCommand::FocusOn(Graph& graph, const std::string& file) const {
@@ -148,16 +178,36 @@ ExitStatus GraphCommand::Run(Output& output) {
     if (renderer_ == "dot" && FormatToWrite() != "svg")
         throw Failure(ExitStatus::Usage,
                       "--renderer dot draws svg and does not go with --format " + FormatToWrite());
-    const Source source = LoadSourceOrFail(file_, output);
-    Graph graph = GraphToDraw(source, output);
+    const Source source = LoadSource(file_);
+    if (!source.collector)
+        return DrawFaulty(source, output);
+    Draw(GraphToDraw(*source.collector, nullptr, output), source.file, output);
+    return ExitStatus::Done;
+}
+
+void GraphCommand::Draw(Graph graph, const std::string& file, Output& output) const {
     if (focus_)
-        FocusOn(graph, source.file);
-    const std::string picture = Drawn(graph, NameAlone(source.file), output);
+        FocusOn(graph, file);
+    const std::string picture = Drawn(graph, NameAlone(file), output);
     if (target_)
         WriteToFile(picture, output);
     else
         output.Write(picture);
-    return ExitStatus::Done;
+}
+
+// A picture may show best what is wrong, so a file with errors is drawn as far as it can be read.
+ExitStatus GraphCommand::DrawFaulty(const Source& source, Output& output) const {
+    VELDyadCtxFileCheck check;
+    if (source.status != ExitStatus::NotLoadable || check.Run(VELUnicodeString(source.path)) < 0)
+        FailWith(source, output);
+    const std::vector<Finding> errors = ErrorsOf(check);
+    if (std::any_of(errors.begin(), errors.end(), IsSyntaxError))
+        FailWith(source, output);
+    for (const Finding& error : errors)
+        output.Remark(FindingLine(source.file, "error", error));
+    Draw(GraphToDraw(*check.GetCollector(), &check, output), source.file, output);
+    output.Error(Visible(source.file) + " cannot be loaded; the picture shows what could be read");
+    return ExitStatus::NotLoadable;
 }
 
 } // namespace

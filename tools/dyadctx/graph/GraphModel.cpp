@@ -206,6 +206,8 @@ std::string Summary(const Graph& graph) {
     };
     const auto unresolved = std::count_if(graph.nodes.begin(), graph.nodes.end(),
                                           [](const GraphNode& node) { return node.isUnresolved; });
+    const auto faulty = std::count_if(graph.nodes.begin(), graph.nodes.end(),
+                                      [](const GraphNode& node) { return !node.faults.empty(); });
     const auto inCycles = std::count_if(graph.links.begin(), graph.links.end(),
                                         [](const GraphLink& link) { return link.isOnCycle; });
     const std::ptrdiff_t declared = std::ssize(graph.nodes) - unresolved;
@@ -213,6 +215,7 @@ std::string Summary(const Graph& graph) {
            Counted(links(LinkKind::Friend), "friend", "friends") +
            Counted(links(LinkKind::Associated), "associated", "associated") +
            Counted(unresolved, "not declared", "not declared") +
+           Counted(faulty, "with errors", "with errors") +
            Counted(inCycles, "link in a cycle", "links in cycles");
 }
 

@@ -24,6 +24,8 @@ struct GraphNode {
     // On a way that leads back to this context.
     bool isOnCycle = false;
     bool isInFocus = false;
+    // The texts of the errors of this context.
+    std::vector<std::string> faults;
 };
 
 struct GraphLink {
@@ -61,8 +63,8 @@ std::vector<bool> Neighbourhood(const Graph& graph, std::string_view name, int d
 // Sets the mark of each context of that name.
 void MarkFocus(Graph& graph, std::string_view name);
 
-// What there is, as words: "12 contexts, 8 friends, 1 associated, 1 not declared, 3 links in
-// cycles". Only the contexts are named also when there are none.
+// What there is, as words: "12 contexts, 8 friends, 1 associated, 1 not declared, 2 with errors, 3
+// links in cycles". Only the contexts are named also when there are none.
 std::string Summary(const Graph& graph);
 
 } // namespace dyadctx::tool

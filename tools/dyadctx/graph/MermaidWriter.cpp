@@ -76,7 +76,8 @@ std::string Statement(const GraphNode& node) {
     if (!node.name.empty() && name != Traceable(node.name))
         text = "  %% " + node.id + " is " + Escaped(Traceable(node.name), " ") + "\n";
     const NodeKind kind = node.isUnresolved ? NodeKind::Path : node.kind;
-    return text + "  " + node.id + Boxed(kind, name + "\n" + SubLine(node)) +
+    const std::string faults = node.faults.empty() ? "" : "\n" + FaultLine(node);
+    return text + "  " + node.id + Boxed(kind, name + "\n" + SubLine(node) + faults) +
            ":::" + ClassOf(node) + "\n";
 }
 
@@ -130,6 +131,8 @@ std::string LegendText(const Legend& legend, Links& links) {
                 ":::" + StyleOf(kind).name + "\n";
     if (legend.hasUnresolved)
         text += "    legend_unresolved["s + MermaidQuoted(UnresolvedWords) + "]:::unresolved\n";
+    if (legend.hasFaults)
+        text += "    legend_faulty["s + MermaidQuoted(FaultWords) + "]:::faulty\n";
     GraphLink sample;
     if (legend.hasFriends)
         text += links.AddSample("legend_friend", FriendWords, sample);
@@ -149,6 +152,17 @@ std::string ClassDefinition(const std::string& name, const std::string& style) {
     return "  classDef " + name + " " + style + "\n";
 }
 
+// What a box has beside the look of its class.
+std::string StyleOfItsOwn(const GraphNode& node) {
+    std::string style;
+    if (node.isOnCycle || !node.faults.empty())
+        style = "stroke:"s + (node.faults.empty() ? CycleColor : FaultColor);
+    const char* width = node.isInFocus ? "4px" : node.faults.empty() ? "" : "3px";
+    if (*width != '\0')
+        style += (style.empty() ? "" : ",") + "stroke-width:"s + width;
+    return style.empty() ? "" : "  style " + node.id + " " + style + "\n";
+}
+
 std::string Classes(const Graph& graph, const Legend& legend) {
     const std::string text = ",color:"s + TextColor;
     std::string classes;
@@ -159,15 +173,13 @@ std::string Classes(const Graph& graph, const Legend& legend) {
         classes +=
             ClassDefinition("unresolved", "fill:"s + UnresolvedFill + ",stroke:" + UnresolvedColor +
                                               ",stroke-dasharray:6 4" + text);
+    if (legend.hasFaults)
+        classes += ClassDefinition("faulty", "fill:"s + UnresolvedFill + ",stroke:" + FaultColor +
+                                                 ",stroke-width:3px" + text);
     if (!graph.links.empty())
         classes += ClassDefinition("sample", "fill:none,stroke:none");
-    for (const GraphNode& node : graph.nodes) {
-        if (node.isOnCycle)
-            classes += "  style " + node.id + " stroke:" + CycleColor +
-                       (node.isInFocus ? ",stroke-width:4px" : "") + "\n";
-        else if (node.isInFocus)
-            classes += "  style " + node.id + " stroke-width:4px\n";
-    }
+    for (const GraphNode& node : graph.nodes)
+        classes += StyleOfItsOwn(node);
     return classes;
 }
 

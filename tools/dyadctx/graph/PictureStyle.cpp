@@ -36,8 +36,10 @@ Legend LegendOf(const Graph& graph) {
             }))
             legend.kinds.push_back(kind);
     }
-    for (const GraphNode& node : graph.nodes)
+    for (const GraphNode& node : graph.nodes) {
         legend.hasUnresolved = legend.hasUnresolved || node.isUnresolved;
+        legend.hasFaults = legend.hasFaults || !node.faults.empty();
+    }
     for (const GraphLink& link : graph.links) {
         bool& hasKind = link.kind == LinkKind::Friend ? legend.hasFriends : legend.hasAssociated;
         hasKind = true;

@@ -22,6 +22,7 @@ inline constexpr const char* TextColor = "#1c2430";
 inline constexpr const char* FriendColor = "#5b6675";
 inline constexpr const char* AssociatedColor = "#7a4fc0";
 inline constexpr const char* CycleColor = "#cf2a27";
+inline constexpr const char* FaultColor = CycleColor;
 inline constexpr const char* UnresolvedColor = "#7c838d";
 inline constexpr const char* UnresolvedFill = "#ffffff";
 
@@ -31,6 +32,7 @@ const char* ColorOf(const GraphLink& link);
 struct Legend {
     std::vector<NodeKind> kinds;
     bool hasUnresolved = false;
+    bool hasFaults = false;
     bool hasFriends = false;
     bool hasAssociated = false;
     bool hasCycles = false;
@@ -41,6 +43,7 @@ Legend LegendOf(const Graph& graph);
 inline constexpr const char* FriendWords = "has the friend";
 inline constexpr const char* AssociatedWords = "is associated with";
 inline constexpr const char* CycleWords = "part of a cycle";
+inline constexpr const char* FaultWords = "has errors";
 inline constexpr const char* UnresolvedWords = "not declared";
 
 } // namespace dyadctx::tool

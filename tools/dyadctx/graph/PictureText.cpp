@@ -126,12 +126,22 @@ std::string SubLine(const GraphNode& node) {
     return node.type.empty() ? "no type" : Shortened(Traceable(node.type), SubColumns);
 }
 
+std::string FaultLine(const GraphNode& node) {
+    if (node.faults.empty())
+        return "";
+    return std::to_string(node.faults.size()) + (node.faults.size() == 1 ? " error" : " errors");
+}
+
 std::string FullText(const GraphNode& node) {
     std::string text = node.name.empty() ? "(no name)" : Traceable(node.name);
     if (node.isUnresolved)
         return text + "\nnot declared";
     text += LineOf("Type", node.type) + LineOf("Parameter", node.parameter);
-    return node.isOnCycle ? text + "\non a cycle" : text;
+    if (node.isOnCycle)
+        text += "\non a cycle";
+    for (const std::string& fault : node.faults)
+        text += LineOf("Error", fault);
+    return text;
 }
 
 std::string FullText(const Graph& graph, const GraphLink& link) {

@@ -19,6 +19,8 @@ std::string Shortened(const std::string& text, int columns);
 // The two lines in the box of a context: its name, and what it is.
 std::string HeadLine(const GraphNode& node);
 std::string SubLine(const GraphNode& node);
+// "2 errors"; empty for a sound context.
+std::string FaultLine(const GraphNode& node);
 // All of it in full, on several lines.
 std::string FullText(const GraphNode& node);
 // "Design has the friend Parts", and what there is to say about that.

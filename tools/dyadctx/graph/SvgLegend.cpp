@@ -70,6 +70,10 @@ SvgLegend MakeSvgLegend(const Graph& graph, double width) {
     if (legend.hasUnresolved)
         entries.Add("<g class=\"node unresolved\">" + SvgPlainOutline(SampleBox()) + "</g>",
                     SampleWidth, UnresolvedWords);
+    if (legend.hasFaults)
+        entries.Add("<g class=\"node plain faulty\">" + SvgPlainOutline(SampleBox()) +
+                        SvgBadge(SampleBox(), "1") + "</g>",
+                    SampleWidth + 4, FaultWords);
     if (legend.hasFriends)
         AddLink(entries, {}, FriendWords);
     if (legend.hasAssociated)

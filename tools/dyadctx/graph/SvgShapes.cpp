@@ -181,6 +181,13 @@ std::string SvgPlainOutline(const Rectangle& place) {
     return RoundedBox(place, 6);
 }
 
+std::string SvgBadge(const Rectangle& place, const std::string& number) {
+    const Point middle{place.x + place.width - 3, place.y + place.height - 2};
+    return "<circle class=\"badge\" cx=\"" + SvgNumber(middle.x) + "\" cy=\"" +
+           SvgNumber(middle.y) + "\" r=\"9\"/>" +
+           SvgText("badge-number", middle.x, middle.y + 4, number);
+}
+
 std::string SvgArc(const GraphLink& link, const Route& route) {
     if (route.isLoop)
         return Loop(link, route);

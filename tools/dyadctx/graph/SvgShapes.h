@@ -27,6 +27,10 @@ std::string SvgOutline(NodeKind kind, const Rectangle& place);
 // One for a context that is not declared.
 std::string SvgPlainOutline(const Rectangle& place);
 
+// The mark at the lower right corner of a box, where no kind has anything of its own, with a number
+// of one or two digits in it.
+std::string SvgBadge(const Rectangle& place, const std::string& number);
+
 // The line of a link along its route, with its head, and with a dot at its tail when it is part of
 // a cycle.
 std::string SvgArc(const GraphLink& link, const Route& route);

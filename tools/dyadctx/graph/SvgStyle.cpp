@@ -20,6 +20,9 @@ text { font-family: "Segoe UI", "Helvetica Neue", Arial, "Noto Sans", "DejaVu Sa
 .words { font-size: 12px; }
 .rule { stroke-width: 1; }
 .node rect, .node path { stroke-width: 1.4; stroke-linejoin: round; }
+.faulty rect, .faulty path { stroke-width: 2.2; }
+.badge { stroke-width: 1.5; }
+.badge-number { font-size: 11px; font-weight: 600; text-anchor: middle; }
 .focus rect, .focus path { stroke-width: 3.2; }
 .unresolved rect { stroke-dasharray: 6 4; }
 .line { fill: none; stroke-width: 1.5; }
@@ -81,7 +84,7 @@ std::string ColorsOf(const Theme& theme) {
             Rule(kind + " rect, " + kind + " path", theme.kinds[i].first, theme.kinds[i].second);
     }
     return rules + Rule(".node .inner", "none", "") +
-           Rule(".unresolved rect", theme.background, theme.unresolvedLine) +
+           Rule(".unresolved rect, .plain rect", theme.background, theme.unresolvedLine) +
            Rule(".friend .line", "", theme.friendLine) +
            Rule(".friend .head", theme.friendLine, "") +
            Rule(".associated .line", "", theme.associatedLine) +
@@ -89,7 +92,9 @@ std::string ColorsOf(const Theme& theme) {
            Rule(".cycle .line", "", theme.cycleLine) + Rule(".tail", theme.cycleLine, "") +
            Rule(".friend.cycle .head", theme.cycleLine, "") +
            Rule(".associated.cycle .head", "", theme.cycleLine) +
-           Rule(".on-cycle rect, .on-cycle path", "", theme.cycleLine);
+           Rule(".on-cycle rect, .on-cycle path, .faulty rect, .faulty path", "", theme.cycleLine) +
+           Rule(".badge", theme.cycleLine, theme.background) +
+           Rule(".badge-number", theme.background, "");
 }
 
 } // namespace

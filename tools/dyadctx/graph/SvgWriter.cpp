@@ -76,6 +76,8 @@ std::string ClassesOf(const GraphNode& node) {
     classes += node.isUnresolved ? "unresolved" : StyleOf(node.kind).name;
     if (node.isOnCycle)
         classes += " on-cycle";
+    if (!node.faults.empty())
+        classes += " faulty";
     return node.isInFocus ? classes + " focus" : classes;
 }
 
@@ -84,6 +86,13 @@ std::string ClassesOf(const GraphLink& link) {
     if (link.isOnCycle)
         classes += " cycle";
     return link.isUnresolved ? classes + " dashed" : classes;
+}
+
+std::string BadgeOf(const GraphNode& node, const Rectangle& place) {
+    constexpr std::size_t mostShown = 99;
+    if (node.faults.empty())
+        return "";
+    return SvgBadge(place, std::to_string(std::min(node.faults.size(), mostShown)));
 }
 
 std::string Drawn(const GraphNode& node, const LayoutBox& box, const Point& centre) {
@@ -96,7 +105,8 @@ std::string Drawn(const GraphNode& node, const LayoutBox& box, const Point& cent
            TitleElement(FullText(node)) +
            (node.isUnresolved ? SvgPlainOutline(place) : SvgOutline(node.kind, place)) +
            SvgText("name", centre.x, centre.y - 3 + lower, HeadLine(node)) +
-           SvgText("detail", centre.x, centre.y + 13 + lower, SubLine(node)) + "</g>\n";
+           SvgText("detail", centre.x, centre.y + 13 + lower, SubLine(node)) +
+           BadgeOf(node, place) + "</g>\n";
 }
 
 class Picture {

@@ -1,4 +1,5 @@
 #include "tools/dyadctx/Diagnosis.h"
+#include "tools/dyadctx/explain/ExplanationPages.h"
 #include "tools/dyadctx/report/Report.h"
 
 #include <nlohmann/json.hpp>
@@ -48,11 +49,6 @@ Json PhysicalLocation(const std::string& file, const FilePlace& place) {
 // The kinds of findings that occur, each once, in the order in which they first do.
 class Rules {
 public:
-    Rules() {
-        for (const FindingKind& kind : FindingKinds())
-            texts_[kind.id] = kind.text;
-    }
-
     std::size_t IndexOf(const std::string& id, Severity severity) {
         const auto [place, isNew] = indexes_.try_emplace(id, indexes_.size());
         if (isNew)
@@ -64,14 +60,17 @@ public:
 private:
     void Add(const std::string& id, Severity severity) {
         Json rule = {{"id", id}};
-        const auto text = texts_.find(id);
-        if (text != texts_.end())
-            rule["shortDescription"] = {{"text", text->second}};
+        if (const Explanation* explanation = FindExplanation(id)) {
+            rule["shortDescription"] = {{"text", explanation->Message()}};
+            rule["fullDescription"] = {
+                {"text", WithoutMarks(JoinedParagraphs(explanation->meaning))}};
+            rule["help"] = {{"text", HelpText(*explanation)},
+                            {"markdown", HelpMarkdown(*explanation)}};
+        }
         rule["defaultConfiguration"] = {{"level", NameOf(severity)}};
         rules_.push_back(std::move(rule));
     }
 
-    std::map<std::string, std::string> texts_;
     std::map<std::string, std::size_t> indexes_;
     Json rules_ = Json::array();
 };

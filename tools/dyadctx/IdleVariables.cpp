@@ -1,0 +1,193 @@
+#include "tools/dyadctx/IdleVariables.h"
+
+#include "platform/VELDyadTrace.h"
+#include "platform/VELEnvironment.h"
+#include "platform/VELFileSystem.h"
+#include "platform/VELMsgCatalog.h"
+#include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/Source.h"
+#include "trace/VELDyadMessageKeys.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <iterator>
+#include <string_view>
+#include <system_error>
+
+namespace dyadctx::tool {
+
+namespace {
+
+constexpr const char* Empty = "it is empty";
+constexpr const char* DecidedBefore = "an earlier source decides which file is taken";
+constexpr const char* SettingsOrigin = "settings";
+constexpr const char* SettingsVariable = "VELSettingPath";
+constexpr const char* RootsVariable = "VELInstallPath";
+
+// Gives the reason against a value; an empty one when the value has an effect.
+using Judge = std::function<std::string(const std::string& value)>;
+
+void Judged(std::vector<IdleVariable>& idle, const char* name, const Judge& judge) {
+    const char* set = VELGetEnv(name);
+    if (set == nullptr)
+        return;
+    const std::string value = set;
+    const std::string reason = judge(value);
+    if (!reason.empty())
+        idle.push_back({name, value, reason});
+}
+
+// The same where an empty value is as good as none.
+void JudgedUnlessEmpty(std::vector<IdleVariable>& idle, const char* name, const Judge& judge) {
+    Judged(idle, name, [&judge](const std::string& value) {
+        return value.empty() ? std::string(Empty) : judge(value);
+    });
+}
+
+bool Decides(const Candidate& candidate) {
+    return candidate.verdict == Verdict::Chosen || candidate.verdict == Verdict::Rejected;
+}
+
+std::vector<Candidate> CandidatesFrom(const FileChoice& choice, std::string_view origin) {
+    std::vector<Candidate> found;
+    std::copy_if(choice.candidates.begin(), choice.candidates.end(), std::back_inserter(found),
+                 [origin](const Candidate& candidate) { return candidate.origin == origin; });
+    return found;
+}
+
+std::string AgainstInit(const std::string& value) {
+    const bool oneCharacter = VELUnicodeString(value).GetLengthInChar() == 1;
+    return oneCharacter && value != "0" ? "a single character names no file" : "";
+}
+
+std::string AgainstSettingsFolder(const FileChoice& choice) {
+    const Candidate settings = CandidatesFrom(choice, SettingsOrigin).front();
+    if (Decides(settings))
+        return "";
+    return settings.verdict == Verdict::Ignored ? DecidedBefore : settings.reason;
+}
+
+std::string AgainstRoots(const FileChoice& choice) {
+    const std::vector<Candidate> roots = CandidatesFrom(choice, RootsVariable);
+    if (std::any_of(roots.begin(), roots.end(), Decides))
+        return "";
+    if (roots.front().verdict == Verdict::Ignored)
+        return DecidedBefore;
+    return roots.size() == 1 ? roots.front().reason : "none of its folders holds a default file";
+}
+
+// The desktop's own rule for this variable.
+std::string AgainstConfigurationFolder(const FileChoice& choice, const std::string& value) {
+    const std::string used = CandidatesFrom(choice, SettingsOrigin).front().variable;
+    const bool asked = used.empty() || used == "HOME";
+    const bool isRelative = !value.empty() && !value.starts_with('/');
+    return asked && isRelative ? "it is not an absolute path" : "";
+}
+
+std::string AgainstDatabaseSwitch(const std::string& value) {
+    if (IsDbContextEnvironmentOn() || value == "0")
+        return "";
+    return "only the value 1 switches the DB context environment on";
+}
+
+std::string AgainstMultisite(const std::string&) {
+    return IsDbContextEnvironmentOn()
+               ? ""
+               : "there are no database contexts while the DB context environment is off";
+}
+
+// While the platform trace is active, any value makes it note one line more.
+std::string AgainstTracer(const std::string& value) {
+    const bool turnsOn = std::strtol(value.c_str(), nullptr, 10) != 0;
+    if (turnsOn || value == "0" || VELIsTraceActive())
+        return "";
+    return "only a number other than 0 turns the console trace on";
+}
+
+std::string AgainstTraceFile(const std::string& value) {
+    if (value == "0" || value == "1")
+        return "";
+    const VELUnicodeString file(value);
+    VELUnicodeString folder;
+    VELUnicodeString name;
+    VELSplitPath(file, folder, name);
+    if (!folder.IsEmpty() && VELFileAccess(folder, 0) != 0)
+        return "there is no folder " + Visible(folder.AsView()) + " for the trace";
+    VELFileInfo info;
+    if (VELGetFileInfo(file, info) != 0)
+        return "";
+    const bool isFolder = (info.mode & VELFileInfo::Directory) != 0;
+    return isFolder || VELFileAccess(file, 2) != 0 ? "the trace cannot be written there" : "";
+}
+
+std::string AgainstLanguage(const std::string& value) {
+    if (VELMsgCatalog::HasLanguage(value.c_str()))
+        return "";
+    return "there are no messages in this language; English is taken";
+}
+
+bool IsCatalog(const std::string& fileName) {
+    return fileName.starts_with(std::string(key::Catalog) + ".") && fileName.ends_with(".mo");
+}
+
+std::string AgainstCatalogFolder(std::string value) {
+    // The library takes both separators on every system.
+    std::replace(value.begin(), value.end(), '\\', '/');
+    std::error_code failed;
+    std::filesystem::directory_iterator entry(value, failed);
+    if (failed)
+        return "there is no such folder, or it may not be read";
+    for (; entry != std::filesystem::directory_iterator(); entry.increment(failed)) {
+        if (failed)
+            break;
+        if (IsCatalog(entry->path().filename().string()))
+            return "";
+    }
+    return "the folder holds no file " + std::string(key::Catalog) + ".LANGUAGE.mo";
+}
+
+std::string AgainstNothing(const std::string&) {
+    return "";
+}
+
+} // namespace
+
+std::vector<IdleVariable> IdleVariablesOfChoice(const FileChoice& choice) {
+    std::vector<IdleVariable> idle;
+    Judged(idle, "VELDyadCtxInit", AgainstInit);
+    JudgedUnlessEmpty(idle, SettingsVariable,
+                      [&](const std::string&) { return AgainstSettingsFolder(choice); });
+    Judged(idle, "XDG_CONFIG_HOME",
+           [&](const std::string& value) { return AgainstConfigurationFolder(choice, value); });
+    JudgedUnlessEmpty(idle, RootsVariable,
+                      [&](const std::string&) { return AgainstRoots(choice); });
+    JudgedUnlessEmpty(idle, "VELDyadCtxOut", [&](const std::string&) -> std::string {
+        return choice.usable ? "" : "no context file can be read, so none is written";
+    });
+    return idle;
+}
+
+std::vector<IdleVariable> IdleVariablesOfReading() {
+    std::vector<IdleVariable> idle;
+    if (!IsDbContextEnvironmentOn())
+        JudgedUnlessEmpty(idle, "VELDbContextEnvironment", AgainstDatabaseSwitch);
+    Judged(idle, "TE_MULTISITE_DBCONTEXT", AgainstMultisite);
+    Judged(idle, "VELDyadCtxTracer", AgainstTracer);
+    JudgedUnlessEmpty(idle, "VELDyadContextTrace", AgainstTraceFile);
+    JudgedUnlessEmpty(idle, "VELMessageLanguage", AgainstLanguage);
+    JudgedUnlessEmpty(idle, "VELMessageCatalogPath", AgainstCatalogFolder);
+    JudgedUnlessEmpty(idle, "NO_COLOR", AgainstNothing);
+    return idle;
+}
+
+std::vector<IdleVariable> IdleExchangeChannel() {
+    std::vector<IdleVariable> idle;
+    JudgedUnlessEmpty(idle, "ExchangeChannel", [](const std::string&) {
+        return "only CreateExchangeChannelCollector reads it, CreateCollector does not";
+    });
+    return idle;
+}
+
+} // namespace dyadctx::tool

@@ -1,0 +1,28 @@
+// Environment variables that are set and change nothing.
+#pragma once
+
+#include "tools/dyadctx/Candidates.h"
+
+#include <string>
+#include <vector>
+
+namespace dyadctx::tool {
+
+struct IdleVariable {
+    std::string name;
+    std::string value;
+    // Why it has no effect: a clause, to stand behind a colon.
+    std::string reason;
+};
+
+// Those that are there to choose the file, or to write it elsewhere.
+std::vector<IdleVariable> IdleVariablesOfChoice(const FileChoice& choice);
+
+// Those that have their say whichever file is read: what takes part, messages, traces, colours.
+std::vector<IdleVariable> IdleVariablesOfReading();
+
+// ExchangeChannel while it is set: it names a file, but not for CreateCollector. To be asked before
+// a file is loaded, which uses that variable.
+std::vector<IdleVariable> IdleExchangeChannel();
+
+} // namespace dyadctx::tool

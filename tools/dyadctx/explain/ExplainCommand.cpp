@@ -1,0 +1,93 @@
+// `explain`: what a message means, and what to do about it.
+#include "tools/dyadctx/Command.h"
+#include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/explain/ExplanationPages.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+namespace dyadctx::tool {
+
+namespace {
+
+class Explain final : public Command {
+public:
+    const char* Name() const override { return "explain"; }
+    const char* Summary() const override {
+        return "Tell what a finding of check means and what to do";
+    }
+    const char* Synopsis() const override { return "[KEY] [--format text|json|man]"; }
+    std::vector<Example> Examples() const override;
+    void Declare(CLI::App& arguments) override;
+    ExitStatus Run(Output& output) override;
+
+private:
+    const Explanation& Wanted() const;
+    void WriteAll(Output& output) const;
+
+    std::optional<std::string> key_;
+    std::string format_ = "text";
+};
+
+std::vector<Example> Explain::Examples() const {
+    return {{"dyadctx explain Ctx.Check.CtxUnknownParamType",
+             "What the message means and what to do; the key stands behind the finding"},
+            {"dyadctx explain", "All keys"}};
+}
+
+void Explain::Declare(CLI::App& arguments) {
+    arguments
+        .add_option("KEY", key_,
+                    "The key behind a finding, with its brackets or without; all keys are listed "
+                    "when it is left out. The message is shown in the language of the user, the "
+                    "explanation in English")
+        ->type_name("KEY");
+    OneOf(arguments.add_option("--format", format_,
+                               "How to write the answer: text for people, json for programs, man "
+                               "for the source of dyadctx-messages(7), which tells all keys"),
+          {"text", "json", "man"})
+        ->capture_default_str();
+}
+
+const Explanation& Explain::Wanted() const {
+    const Explanation* found = FindExplanation(*key_);
+    if (found != nullptr)
+        return *found;
+    const std::string nearest = NearestKey(*key_);
+    throw Failure(ExitStatus::NotFound,
+                  "there is no message with the key '" + Visible(*key_) + "'" +
+                      (nearest.empty() ? "; `dyadctx explain` lists all keys"
+                                       : "; did you mean '" + nearest + "'?"));
+}
+
+void Explain::WriteAll(Output& output) const {
+    if (format_ == "json")
+        output.WriteJson(KeysAsJson());
+    else if (format_ == "man")
+        output.Write(ManualPage());
+    else
+        WriteKeys(output);
+}
+
+ExitStatus Explain::Run(Output& output) {
+    if (!key_) {
+        WriteAll(output);
+        return ExitStatus::Done;
+    }
+    if (format_ == "man")
+        throw Failure(ExitStatus::Usage, "--format man writes the page of all keys; name none");
+    const Explanation& explanation = Wanted();
+    if (format_ == "json")
+        output.WriteJson(ExplanationAsJson(explanation));
+    else
+        WriteExplanation(explanation, output);
+    return ExitStatus::Done;
+}
+
+} // namespace
+
+std::unique_ptr<Command> MakeExplain() {
+    return std::make_unique<Explain>();
+}
+
+} // namespace dyadctx::tool

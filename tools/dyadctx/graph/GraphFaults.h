@@ -1,0 +1,17 @@
+// Which contexts of a graph are at fault.
+#pragma once
+
+#include "tools/dyadctx/graph/GraphModel.h"
+#include "xml/VELDyadCtxFileCheck.h"
+
+#include <vector>
+
+namespace dyadctx::tool {
+
+// Gives each error of the check to the context it is about: among those of its name to each in
+// whose element the error, or the place it refers to, stands. `declared` are the contexts the graph
+// was made of, all from the collector of the check.
+void MarkFaults(Graph& graph, const std::vector<VELDyadContext*>& declared,
+                const VELDyadCtxFileCheck& check);
+
+} // namespace dyadctx::tool
