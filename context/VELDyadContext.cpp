@@ -1,6 +1,7 @@
 #include "context/VELDyadContext.h"
 
 #include "context/detail/ContextAccess.h"
+#include "context/detail/ContextSlab.h"
 #include "context/detail/DyadMultiSiteHashTableElement.h"
 #include "context/detail/GuardedCall.h"
 #include "context/detail/ParameterTypes.h"
@@ -126,6 +127,15 @@ VELDyadContext::~VELDyadContext() {
         sites_->current.reset();
     sites_.reset();
     TRACE_LEAVE("VELDyadContext:Destructor");
+}
+
+void VELDyadContext::operator delete(VELDyadContext* context, std::destroying_delete_t) noexcept {
+    const std::size_t place = context->slabPlace_;
+    context->~VELDyadContext();
+    if (place == 0)
+        ::operator delete(context);
+    else
+        dyadctx::ContextSlab::Of(context, place)->Reclaim(context);
 }
 
 VELUnicodeString VELDyadContext::GetNLSParameterType() const {

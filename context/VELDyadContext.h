@@ -17,7 +17,9 @@
 #include "platform/VELResult.h"
 #include "platform/VELUnicodeString.h"
 
+#include <cstdint>
 #include <memory>
+#include <new>
 
 class VELSysSimpleHashTable;
 
@@ -39,6 +41,10 @@ public:
     VELDyadContext(const VELDyadContext& src);
     VELDyadContext& operator=(const VELDyadContext& src);
     ~VELDyadContext();
+    // Destroys a context and gives its memory back. Contexts out of a file share theirs.
+    static void operator delete(VELDyadContext* context, std::destroying_delete_t) noexcept;
+    // For a constructor that throws.
+    static void operator delete(void* memory) noexcept { ::operator delete(memory); }
 
     // Valid, and up to date, while the context lives.
     const VELUnicodeString& GetName() const noexcept { return name_; }
@@ -108,4 +114,6 @@ private:
     std::unique_ptr<dyadctx::FriendList> friends_;
     std::unique_ptr<dyadctx::SiteTables> sites_;
     bool wasRegistered_ = false;
+    // 0 when the memory is its own.
+    std::uint16_t slabPlace_ = 0;
 };

@@ -42,7 +42,7 @@ VELResult ContextEntry::AddContext(const VELIDOMElement& element, ContextLevels 
         place_ = PlaceOf(element);
     if (owner == nullptr)
         CollectorAccess::Index(state_.collector).Announce(values_.texts.name);
-    auto context = ContextAccess::New(std::move(values_.texts));
+    auto context = maker_.Make(std::move(values_.texts));
     if (context->GetParameterType() == Names().databaseType)
         return AddDatabaseContext(element, std::move(context), owner, associated);
     const bool asAssociated = associated && IsDbEnvironmentOn();

@@ -6,7 +6,7 @@
 #include "platform/detail/Prefetch.h"
 
 #include <cstdint>
-#include <memory>
+#include <new>
 #include <utility>
 
 namespace dyadctx {
@@ -18,9 +18,11 @@ struct ContextTexts {
 };
 
 struct ContextAccess {
-    // What the constructor makes, out of texts that are no longer needed. Throws std::bad_alloc.
-    static std::unique_ptr<VELDyadContext> New(ContextTexts&& texts) {
-        return std::unique_ptr<VELDyadContext>(new VELDyadContext(std::move(texts)));
+    // Makes a context at a place of a slab, in the memory there.
+    static VELDyadContext* MakeAt(void* memory, std::uint16_t slabPlace, ContextTexts&& texts) {
+        auto* context = ::new (memory) VELDyadContext(std::move(texts));
+        context->slabPlace_ = slabPlace;
+        return context;
     }
 
     // The friends in place of the copy that GetFriends makes; writes the trace line of GetFriends.

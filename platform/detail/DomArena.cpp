@@ -1,5 +1,7 @@
 #include "platform/detail/DomArena.h"
 
+#include "platform/detail/MemoryAdvice.h"
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -8,9 +10,10 @@ namespace dyadctx {
 
 namespace {
 
-// Small documents stay small; large ones need few calls of the allocator.
+// Small documents stay small; large ones need few calls of the allocator and of the system.
 constexpr std::size_t FirstChunk = 4096 - 64;
-constexpr std::size_t LargestChunk = std::size_t{1} << 26U;
+constexpr std::size_t LargestChunk = std::size_t{1} << 20U;
+constexpr std::size_t PreparedFrom = std::size_t{1} << 17U;
 
 } // namespace
 
@@ -44,6 +47,8 @@ void* DomArena::AllocateChunkFor(std::size_t size) {
 
 char* DomArena::AddChunk(std::size_t size) {
     auto chunk = std::make_unique_for_overwrite<char[]>(size);
+    if (size >= PreparedFrom)
+        PrepareForWriting(chunk.get(), size);
     chunks_.push_back(std::move(chunk));
     return chunks_.back().get();
 }

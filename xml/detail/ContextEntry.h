@@ -2,6 +2,7 @@
 #pragma once
 
 #include "context/VELDyadContext.h"
+#include "context/detail/ContextSlab.h"
 #include "platform/VELIDyadDbProvider.h"
 #include "platform/VELIXMLDOM.h"
 #include "platform/VELResult.h"
@@ -37,6 +38,7 @@ private:
     ReadState state_;
     // Those of the element being added. Kept here so that its list is not made anew each time.
     ContextValues values_;
+    ContextMaker maker_;
     Place place_;
 };
 

@@ -1,0 +1,7 @@
+#include "platform/detail/MemoryAdvice.h"
+
+namespace dyadctx {
+
+void PrepareForWriting(void*, std::size_t) noexcept {}
+
+} // namespace dyadctx
