@@ -91,13 +91,12 @@ VELResult ContextReader::Advance(VELResult result) {
 
 VELResult ContextReader::ReadNode() {
     Pass& pass = passes_.back();
-    VELIDOMNode node;
-    if (pass.nodes.Item(pass.nodeIndex, node) < 0 || node.IsNull())
-        return Reject(key::InternalError, node);
+    if (pass.nodes.Item(pass.nodeIndex, node_) < 0 || node_.IsNull())
+        return Reject(key::InternalError, node_);
     std::uint32_t tag = 0;
-    if (!ReadTag(node, tag))
+    if (!ReadTag(node_, tag))
         return GoToNextNode();
-    pass.element = VELIDOMElement(node);
+    pass.element = VELIDOMElement(node_);
     const FormatIds& ids = *state_.ids;
     if (tag == ids.context)
         return ReadContext();

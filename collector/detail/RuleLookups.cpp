@@ -48,15 +48,12 @@ bool RuleLookups::IsKnownType(const VELUnicodeString& parameterType) {
 
 void RuleLookups::Announce(int pos) const noexcept {
     constexpr int Ahead = 8;
-    ContextAccess::Prefetch(declared_[pos + 3 * Ahead]);
-    if (const VELDyadContext* context = declared_[pos + 2 * Ahead]) {
-        for (const VELDyadContext* other : ContextAccess::Friends(*context))
-            ContextAccess::Prefetch(other);
-    }
-    if (const VELDyadContext* context = declared_[pos + Ahead]) {
-        for (const VELDyadContext* other : ContextAccess::Friends(*context))
-            ContextAccess::PrefetchFriends(other);
-    }
+    ContextAccess::Prefetch(declared_[pos + 4 * Ahead]);
+    ContextAccess::PrefetchFriends(declared_[pos + 3 * Ahead]);
+    for (const VELDyadContext* other : ContextAccess::FriendsOf(declared_[pos + 2 * Ahead]))
+        ContextAccess::Prefetch(other);
+    for (const VELDyadContext* other : ContextAccess::FriendsOf(declared_[pos + Ahead]))
+        ContextAccess::PrefetchFriends(other);
 }
 
 VELDyadContext* RuleLookups::LaterNamesake(const VELUnicodeString& name, int after) {

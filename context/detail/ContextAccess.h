@@ -29,6 +29,10 @@ struct ContextAccess {
     static FriendView VisitFriends(const VELDyadContext& context);
     // The same without trace line.
     static FriendView Friends(const VELDyadContext& context) noexcept;
+    // Those of a context that may be null.
+    static FriendView FriendsOf(const VELDyadContext* context) noexcept {
+        return context == nullptr ? FriendView() : Friends(*context);
+    }
     // Adds a friend, which may be null, without trace. False without memory.
     static bool AppendFriend(VELDyadContext& context, VELDyadContext* added) noexcept;
     // Asks for the memory of a context, which may be null, and once that is there of its friends.

@@ -71,6 +71,8 @@ private:
     ContextEntry entry_;
     ScenarioReader scenarios_;
     std::vector<Pass> passes_;
+    // The node looked at, kept here so that the next one need not be counted as a user anew.
+    VELIDOMNode node_;
 };
 
 } // namespace dyadctx
