@@ -129,15 +129,6 @@ VELDyadContext::~VELDyadContext() {
     TRACE_LEAVE("VELDyadContext:Destructor");
 }
 
-void VELDyadContext::operator delete(VELDyadContext* context, std::destroying_delete_t) noexcept {
-    const std::size_t place = context->slabPlace_;
-    context->~VELDyadContext();
-    if (place == 0)
-        ::operator delete(context);
-    else
-        dyadctx::ContextSlab::Of(context, place)->Reclaim(context);
-}
-
 VELUnicodeString VELDyadContext::GetNLSParameterType() const {
     const char* key = LabelKeyOf(parameterType_);
     if (key == nullptr) {
@@ -348,6 +339,16 @@ FriendView ContextAccess::VisitFriends(const VELDyadContext& context) {
 
 FriendView ContextAccess::Friends(const VELDyadContext& context) noexcept {
     return context.friends_ == nullptr ? FriendView() : context.friends_->View();
+}
+
+void ContextAccess::Delete(VELDyadContext* context) noexcept {
+    if (context == nullptr || context->slabPlace_ == 0) {
+        delete context;
+        return;
+    }
+    ContextSlab* slab = ContextSlab::Of(context, context->slabPlace_);
+    context->~VELDyadContext();
+    slab->Reclaim(context);
 }
 
 bool ContextAccess::AppendFriend(VELDyadContext& context, VELDyadContext* added) noexcept {

@@ -6,7 +6,8 @@
 // never owned. A "Database" context may hold a database provider and, while the process has
 // multisite support, a table of server sites.
 //
-// A context handed to a collector belongs to it. A context is used from one thread at a time. No
+// A context handed to a collector, and every context out of a file, belongs to the collector, which
+// alone deletes it. A context is used from one thread at a time. No
 // operation throws, except that constructors and assignment throw std::bad_alloc.
 #pragma once
 
@@ -19,7 +20,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <new>
 
 class VELSysSimpleHashTable;
 
@@ -41,10 +41,6 @@ public:
     VELDyadContext(const VELDyadContext& src);
     VELDyadContext& operator=(const VELDyadContext& src);
     ~VELDyadContext();
-    // Destroys a context and gives its memory back. Contexts out of a file share theirs.
-    static void operator delete(VELDyadContext* context, std::destroying_delete_t) noexcept;
-    // For a constructor that throws.
-    static void operator delete(void* memory) noexcept { ::operator delete(memory); }
 
     // Valid, and up to date, while the context lives.
     const VELUnicodeString& GetName() const noexcept { return name_; }

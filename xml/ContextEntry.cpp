@@ -66,8 +66,7 @@ bool ContextEntry::MayStandIn(const VELDyadContext* owner) const noexcept {
     return state_.GoesOn() && (owner == nullptr || (values_.missing & MissingName) == 0);
 }
 
-VELResult ContextEntry::AddDatabaseContext(const VELIDOMElement& element,
-                                           std::unique_ptr<VELDyadContext> context,
+VELResult ContextEntry::AddDatabaseContext(const VELIDOMElement& element, ContextPtr context,
                                            VELDyadContext* owner, bool associated) {
     if (!IsDbEnvironmentOn()) {
         if (state_.observer != nullptr)
@@ -102,8 +101,7 @@ VELResult ContextEntry::SetProvider(VELDyadContext& context,
     return result < 0 ? result : context.SetDyadDbProvider(provider);
 }
 
-VELResult ContextEntry::EnterDatabaseContext(const VELIDOMElement& element,
-                                             std::unique_ptr<VELDyadContext> context,
+VELResult ContextEntry::EnterDatabaseContext(const VELIDOMElement& element, ContextPtr context,
                                              VELDyadContext* owner) {
     VELDyadContext* match = nullptr;
     if (owner == nullptr && state_.collector.FindMatchingCtx(0, context.get(), &match) != 0 &&
@@ -117,8 +115,7 @@ VELResult ContextEntry::EnterDatabaseContext(const VELIDOMElement& element,
 
 // The context is the collector's as soon as that knows it, whatever it answers; without memory it
 // may refuse to.
-VELResult ContextEntry::Enter(std::unique_ptr<VELDyadContext> context, VELDyadContext* owner,
-                              int associated) {
+VELResult ContextEntry::Enter(ContextPtr context, VELDyadContext* owner, int associated) {
     if (state_.places != nullptr)
         state_.places->contexts.emplace(context.get(), place_);
     if (state_.observer != nullptr)

@@ -6,6 +6,7 @@
 #include "platform/detail/Prefetch.h"
 
 #include <cstdint>
+#include <memory>
 #include <new>
 #include <utility>
 
@@ -18,6 +19,8 @@ struct ContextTexts {
 };
 
 struct ContextAccess {
+    // Deletes a context, wherever its memory is from; it may be null.
+    static void Delete(VELDyadContext* context) noexcept;
     // Makes a context at a place of a slab, in the memory there.
     static VELDyadContext* MakeAt(void* memory, std::uint16_t slabPlace, ContextTexts&& texts) {
         auto* context = ::new (memory) VELDyadContext(std::move(texts));
@@ -60,5 +63,10 @@ struct ContextAccess {
     static bool WasRegistered(const VELDyadContext& context) noexcept;
     static void MarkRegistered(VELDyadContext& context) noexcept;
 };
+
+struct ContextDeleter {
+    void operator()(VELDyadContext* context) const noexcept { ContextAccess::Delete(context); }
+};
+using ContextPtr = std::unique_ptr<VELDyadContext, ContextDeleter>;
 
 } // namespace dyadctx

@@ -71,14 +71,14 @@ void ContextSlab::Release() noexcept {
     ::operator delete(this);
 }
 
-std::unique_ptr<VELDyadContext> ContextMaker::Make(ContextTexts&& texts) {
+ContextPtr ContextMaker::Make(ContextTexts&& texts) {
     if (slab_ != nullptr && slab_->IsFull())
         LeaveSlab();
     if (slab_ == nullptr) {
         slab_ = ContextSlab::WithRoomFor(nextCapacity_);
         nextCapacity_ = std::min<std::uint16_t>(2 * nextCapacity_, LargestCapacity);
     }
-    return std::unique_ptr<VELDyadContext>(slab_->Make(std::move(texts)));
+    return ContextPtr(slab_->Make(std::move(texts)));
 }
 
 void ContextMaker::LeaveSlab() noexcept {

@@ -1,5 +1,5 @@
 // Memory for the contexts of a file: many of them in one block, which goes when the last of them
-// does. Each context is deleted on its own, like any other.
+// does.
 #pragma once
 
 #include "context/VELDyadContext.h"
@@ -50,7 +50,7 @@ public:
     ContextMaker& operator=(const ContextMaker&) = delete;
 
     // What the constructor makes, out of texts that are no longer needed. Throws std::bad_alloc.
-    std::unique_ptr<VELDyadContext> Make(ContextTexts&& texts);
+    ContextPtr Make(ContextTexts&& texts);
 
 private:
     void LeaveSlab() noexcept;

@@ -26,13 +26,12 @@ private:
     VELResult FindOwner(const VELIDOMElement& element, ContextLevels levels,
                         VELDyadContext*& owner);
     bool MayStandIn(const VELDyadContext* owner) const noexcept;
-    VELResult AddDatabaseContext(const VELIDOMElement& element,
-                                 std::unique_ptr<VELDyadContext> context, VELDyadContext* owner,
-                                 bool associated);
+    VELResult AddDatabaseContext(const VELIDOMElement& element, ContextPtr context,
+                                 VELDyadContext* owner, bool associated);
     VELResult SetProvider(VELDyadContext& context, VELIDyadDbProvider_var& provider) const;
-    VELResult EnterDatabaseContext(const VELIDOMElement& element,
-                                   std::unique_ptr<VELDyadContext> context, VELDyadContext* owner);
-    VELResult Enter(std::unique_ptr<VELDyadContext> context, VELDyadContext* owner, int associated);
+    VELResult EnterDatabaseContext(const VELIDOMElement& element, ContextPtr context,
+                                   VELDyadContext* owner);
+    VELResult Enter(ContextPtr context, VELDyadContext* owner, int associated);
     void FileSite(const VELUnicodeString& name, const VELIDyadDbProvider_var& provider);
 
     ReadState state_;
