@@ -3,6 +3,7 @@
 #include "collector/detail/CollectorAccess.h"
 #include "collector/detail/CollectorIndex.h"
 #include "context/detail/DbEnvironment.h"
+#include "platform/detail/DomAccess.h"
 #include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
 #include "xml/detail/FormatNames.h"
@@ -97,6 +98,9 @@ VELResult ContextReader::ReadNode() {
     if (!ReadTag(node_, tag))
         return GoToNextNode();
     pass.element = VELIDOMElement(node_);
+    // A declared context is read once; only those who look for faults come back to it.
+    if (passes_.size() == 1 && state_.places == nullptr && state_.observer == nullptr)
+        DomAccess::ForgetBefore(pass.element);
     const FormatIds& ids = *state_.ids;
     if (tag == ids.context)
         return ReadContext();

@@ -25,6 +25,11 @@ struct DomAccess {
         return true;
     }
 
+    // Frees memory of what stands before an element in the file; see DomDocument::ForgetBefore.
+    static void ForgetBefore(const VELIDOMElement& element) {
+        element.Document().ForgetBefore(*element.Node());
+    }
+
     // The attribute's value; null without it. Good while the document lives.
     static const DomAttribute* FindAttribute(const VELIDOMElement& element, std::uint32_t name) {
         return name != DomNames::None ? DomDocument::FindAttribute(*element.Node(), name) : nullptr;

@@ -12,8 +12,10 @@ namespace {
 
 // Small documents stay small; large ones need few calls of the allocator and of the system.
 constexpr std::size_t FirstChunk = 4096 - 64;
-constexpr std::size_t LargestChunk = std::size_t{1} << 20U;
-constexpr std::size_t PreparedFrom = std::size_t{1} << 17U;
+// A chunk that is freed while its document is read should serve what is made of the document, which
+// the usual allocators see to for blocks below 128 KiB only.
+constexpr std::size_t LargestChunk = 120 * std::size_t{1024};
+constexpr std::size_t PreparedFrom = 32 * std::size_t{1024};
 
 } // namespace
 
@@ -40,6 +42,7 @@ void* DomArena::AllocateChunkFor(std::size_t size) {
         return AddChunk(size);
     char* chunk = AddChunk(nextSize);
     chunkSize_ = nextSize;
+    open_ = chunks_.size() - 1;
     next_ = chunk + size;
     left_ = nextSize - size;
     return chunk;
@@ -49,8 +52,8 @@ char* DomArena::AddChunk(std::size_t size) {
     auto chunk = std::make_unique_for_overwrite<char[]>(size);
     if (size >= PreparedFrom)
         PrepareForWriting(chunk.get(), size);
-    chunks_.push_back(std::move(chunk));
-    return chunks_.back().get();
+    chunks_.push_back({std::move(chunk), size});
+    return chunks_.back().memory.get();
 }
 
 } // namespace dyadctx

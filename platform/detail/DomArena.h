@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -32,7 +33,26 @@ public:
     // Makes a block longer where it stands. False when something follows it or no room is left.
     bool Extend(void* block, std::size_t size, std::size_t newSize) noexcept;
 
+    // Chunks are numbered from 0 in the order in which they were asked for.
+    std::size_t ChunkCount() const noexcept { return chunks_.size(); }
+    // The one from which the next small block will come; 0 while there is none.
+    std::size_t OpenChunk() const noexcept { return open_; }
+    // Whether a block lies in a chunk that is still there.
+    bool Holds(std::size_t chunk, const void* block) const noexcept {
+        const char* first = chunks_[chunk].memory.get();
+        // Of blocks in different chunks only this order is defined.
+        return first != nullptr && !std::less<>()(static_cast<const char*>(block), first) &&
+               std::less<>()(static_cast<const char*>(block), first + chunks_[chunk].size);
+    }
+    // Frees a chunk with all blocks in it.
+    void Discard(std::size_t chunk) noexcept { chunks_[chunk].memory.reset(); }
+
 private:
+    struct Chunk {
+        std::unique_ptr<char[]> memory;
+        std::size_t size;
+    };
+
     void* Allocate(std::size_t size) {
         if (size > left_)
             return AllocateChunkFor(size);
@@ -44,7 +64,8 @@ private:
     void* AllocateChunkFor(std::size_t size);
     char* AddChunk(std::size_t size);
 
-    std::vector<std::unique_ptr<char[]>> chunks_;
+    std::vector<Chunk> chunks_;
+    std::size_t open_ = 0;
     char* next_ = nullptr;
     std::size_t left_ = 0;
     std::size_t chunkSize_ = 0;

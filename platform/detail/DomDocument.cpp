@@ -148,6 +148,8 @@ DomNode* DomDocument::AddReadElement(const char* name, const char* const* attrib
         end += 2;
     const auto count = static_cast<std::uint32_t>((end - attributes) / 2);
     DomNode* node = NewElement(names_.Intern(name));
+    while (bytesOf_.size() < nodes_.ChunkCount())
+        bytesOf_.push_back(bytes_.OpenChunk());
     node->flags = DomNode::Attached;
     node->origin.position = position;
     if (end != attributes)
@@ -168,6 +170,22 @@ void DomDocument::SetReadChildren(DomNode& node, DomNode* const* children, std::
     node.children = nodes_.AllocateArray<DomNode*>(count);
     std::copy_n(children, count, node.children);
     node.childCount = count;
+}
+
+void DomDocument::ForgetBefore(const DomNode& node) noexcept {
+    // Nodes, and what belongs to them, lie in the order of the file; only lists of children come
+    // later, when their element has ended.
+    std::size_t chunk = nodesForgotten_;
+    while (chunk < bytesOf_.size() && !nodes_.Holds(chunk, &node))
+        ++chunk;
+    if (chunk == bytesOf_.size())
+        return;
+    if (chunk > 0)
+        root_ = nullptr;
+    while (nodesForgotten_ < chunk)
+        nodes_.Discard(nodesForgotten_++);
+    while (bytesForgotten_ < bytesOf_[chunk])
+        bytes_.Discard(bytesForgotten_++);
 }
 
 DomNode* DomDocument::NewElement(std::uint32_t name) {

@@ -114,6 +114,12 @@ public:
     DomNode* AddReadElement(const char* name, const char* const* attributes, DomPosition position);
     void SetReadChildren(DomNode& node, DomNode* const* children, std::uint32_t count);
 
+    // Frees memory of elements that begin before `node` in a document that was read: those that
+    // have ended, and their descendants. The caller holds no handle on them and asks for none. What
+    // contains `node` keeps its list of children and loses its name and attributes; the document
+    // may have no document element from then on.
+    void ForgetBefore(const DomNode& node) noexcept;
+
 private:
     std::uint32_t InternValid(std::string_view name);
     DomNode* NewElement(std::uint32_t name);
@@ -123,6 +129,10 @@ private:
 
     DomArena nodes_;
     DomArena bytes_;
+    // For each chunk of nodes the first chunk of bytes that its nodes may use.
+    std::vector<std::size_t> bytesOf_;
+    std::size_t nodesForgotten_ = 0;
+    std::size_t bytesForgotten_ = 0;
     DomNames names_;
     DomNode* root_ = nullptr;
     std::size_t estimatedTextSize_ = 0;

@@ -11,6 +11,7 @@ dyadctx_add_test(platform_dom_test SOURCES
 dyadctx_add_test(platform_dom_private_test PRIVATE SOURCES
   DomAllocationTest.cpp
   DomFaultsTest.cpp
+  DomForgettingTest.cpp
   DomParserTest.cpp
   DomTesting.cpp)
 target_link_libraries(platform_dom_private_test PRIVATE dyadctx_failing_allocation)
