@@ -12,9 +12,6 @@ namespace {
 
 // Small documents stay small; large ones need few calls of the allocator and of the system.
 constexpr std::size_t FirstChunk = 4096 - 64;
-// A chunk that is freed while its document is read should serve what is made of the document, which
-// the usual allocators see to for blocks below 128 KiB only.
-constexpr std::size_t LargestChunk = 120 * std::size_t{1024};
 constexpr std::size_t PreparedFrom = 32 * std::size_t{1024};
 
 } // namespace
@@ -36,7 +33,7 @@ bool DomArena::Extend(void* block, std::size_t size, std::size_t newSize) noexce
 
 void* DomArena::AllocateChunkFor(std::size_t size) {
     const std::size_t nextSize =
-        chunkSize_ == 0 ? FirstChunk : std::min(2 * chunkSize_, LargestChunk);
+        chunkSize_ == 0 ? FirstChunk : std::min(2 * chunkSize_, largestChunk_);
     // A large block gets a chunk of its own, so that the rest of the open one is not lost.
     if (size > nextSize / 4)
         return AddChunk(size);

@@ -18,7 +18,13 @@ inline constexpr std::size_t SizeInArena = sizeof(T); // NOLINT(bugprone-sizeof-
 // nothing.
 class DomArena {
 public:
-    DomArena() = default;
+    // A chunk that is freed while its document is read should serve what is made of the document,
+    // which the usual allocators see to for blocks below 128 KiB only.
+    static constexpr std::size_t ReusableChunk = 120 * std::size_t{1024};
+    static constexpr std::size_t LargeChunk = 8 * std::size_t{1024} * 1024;
+
+    explicit DomArena(std::size_t largestChunk = ReusableChunk) noexcept
+        : largestChunk_(largestChunk) {}
     DomArena(const DomArena&) = delete;
     DomArena& operator=(const DomArena&) = delete;
 
@@ -64,6 +70,7 @@ private:
     void* AllocateChunkFor(std::size_t size);
     char* AddChunk(std::size_t size);
 
+    std::size_t largestChunk_;
     std::vector<Chunk> chunks_;
     std::size_t open_ = 0;
     char* next_ = nullptr;

@@ -75,6 +75,11 @@ struct DomSiblings {
 
 class DomDocument {
 public:
+    // One that is made asks for its memory in large chunks; one that is read may be forgotten piece
+    // by piece.
+    enum class Purpose { Reading, Making };
+    explicit DomDocument(Purpose purpose) : nodes_(ChunkFor(purpose)), bytes_(ChunkFor(purpose)) {}
+
     // Handles are counted without locks: a document belongs to one thread at a time.
     void AddReference() noexcept { ++references_; }
     void Release() noexcept {
@@ -121,6 +126,10 @@ public:
     void ForgetBefore(const DomNode& node) noexcept;
 
 private:
+    static std::size_t ChunkFor(Purpose purpose) noexcept {
+        return purpose == Purpose::Making ? DomArena::LargeChunk : DomArena::ReusableChunk;
+    }
+
     std::uint32_t InternValid(std::string_view name);
     DomNode* NewElement(std::uint32_t name);
     void SetValue(DomAttribute& attribute, std::string_view value);

@@ -116,7 +116,8 @@ VELResult VELIXMLDOMDocumentBuilder::CreateDocument(VELIDOMDocument& document) c
     if (fault != DomFault::None)
         return fault == DomFault::NullHandle ? S_OK : E_FAIL;
     try {
-        document = VELIDOMDocument(std::make_unique<DomDocument>().release());
+        document =
+            VELIDOMDocument(std::make_unique<DomDocument>(DomDocument::Purpose::Making).release());
         return S_OK;
     } catch (...) {
         return E_FAIL;

@@ -184,7 +184,7 @@ XmlSource::~XmlSource() = default;
 
 std::unique_ptr<DomDocument> ParseXml(XmlSource& source, XmlFailure& failure) noexcept {
     try {
-        auto document = std::make_unique<DomDocument>();
+        auto document = std::make_unique<DomDocument>(DomDocument::Purpose::Reading);
         Reading reading(source, *document);
         if (reading.Run())
             return document;
