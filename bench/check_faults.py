@@ -95,7 +95,8 @@ def main():
     parser.add_argument("--no-build", action="store_true")
     options = parser.parse_args()
     if not options.no_build:
-        subprocess.run(["cmake", "--preset", "release"], cwd=ROOT, check=True)
+        subprocess.run(["cmake", "--preset", "release", "-D", "DYADCTX_BUILD_TOOL=ON"], cwd=ROOT,
+                       check=True)
         subprocess.run(["cmake", "--build", "--preset", "release", "--target", *TARGETS], cwd=ROOT,
                        check=True)
     with tempfile.TemporaryDirectory() as name:
