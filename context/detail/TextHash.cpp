@@ -86,6 +86,7 @@ std::uint64_t HashOfText(std::string_view text) noexcept {
 
 TextSet SetOf(const VELListValVELUnicodeString& texts) {
     TextSet set;
+    set.reserve(static_cast<std::size_t>(texts.Size()));
     for (int pos = 1; pos <= texts.Size(); ++pos)
         set.insert(texts[pos].AsView());
     return set;
