@@ -12,16 +12,10 @@ constexpr std::uint32_t FewestFriends = 2;
 
 } // namespace
 
-void* FriendList::operator new(std::size_t size, std::uint32_t capacity) noexcept {
-    return ::operator new(size + capacity * sizeof(VELDyadContext*), std::nothrow);
-}
-
-void FriendList::operator delete(void* block, std::uint32_t) noexcept {
-    ::operator delete(block);
-}
-
 FriendList::Ptr FriendList::WithRoomFor(std::uint32_t capacity) noexcept {
-    return Ptr(new (capacity) FriendList(capacity));
+    constexpr std::size_t Slot = sizeof(VELDyadContext*); // NOLINT(bugprone-sizeof-expression)
+    void* block = ::operator new(sizeof(FriendList) + capacity * Slot, std::nothrow);
+    return Ptr(block == nullptr ? nullptr : ::new (block) FriendList(capacity));
 }
 
 FriendList::Ptr FriendList::CopyOf(const Ptr& list) {

@@ -44,15 +44,15 @@ public:
     void RemovePosition(int pos) noexcept;
     void RemoveAll(const VELDyadContext* context) noexcept;
 
-    // The friends follow the object in its block.
-    static void operator delete(void* block) noexcept { ::operator delete(block); }
+    // The friends follow the object in its block, which WithRoomFor has asked for as a whole.
+    static void operator delete(void* block) noexcept { // NOLINT(misc-new-delete-overloads)
+        ::operator delete(block);
+    }
 
 private:
     explicit FriendList(std::uint32_t capacity) noexcept : capacity_(capacity) {}
     // Null without memory.
     static Ptr WithRoomFor(std::uint32_t capacity) noexcept;
-    static void* operator new(std::size_t size, std::uint32_t capacity) noexcept;
-    static void operator delete(void* block, std::uint32_t capacity) noexcept;
 
     VELDyadContext** Items() noexcept { return reinterpret_cast<VELDyadContext**>(this + 1); }
     VELDyadContext* const* Items() const noexcept {

@@ -10,13 +10,13 @@ namespace dyadctx {
 
 void PrepareForWriting([[maybe_unused]] void* block, [[maybe_unused]] std::size_t size) noexcept {
 #ifdef MADV_POPULATE_WRITE
-    static const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
+    static const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
     // The pages at the ends may belong to neighbours.
-    const std::uintptr_t begin = (reinterpret_cast<std::uintptr_t>(block) + page - 1) / page * page;
-    const std::uintptr_t end = (reinterpret_cast<std::uintptr_t>(block) + size) / page * page;
+    const std::size_t before = (page - reinterpret_cast<std::uintptr_t>(block) % page) % page;
+    if (size < before + page)
+        return;
     const int errorBefore = errno;
-    if (begin < end)
-        madvise(reinterpret_cast<void*>(begin), end - begin, MADV_POPULATE_WRITE);
+    madvise(static_cast<char*>(block) + before, (size - before) / page * page, MADV_POPULATE_WRITE);
     errno = errorBefore;
 #endif
 }
