@@ -1,5 +1,5 @@
-# Writes SOURCE, a C++ file in which FUNCTION of HEADER gives each of FILES as bytes under its NAME of
-# NAMES, as a TYPE.
+# Writes SOURCE, a C++ file in which FUNCTION of tools/dyadctx/EmbeddedFiles.h gives each of FILES as
+# bytes under its name of NAMES.
 
 set(arrays "")
 set(rows "")
@@ -14,18 +14,18 @@ foreach(file name IN ZIP_LISTS FILES NAMES)
 endforeach()
 
 file(WRITE ${SOURCE} "// Generated from files of the project.
-#include \"${HEADER}\"
+#include \"tools/dyadctx/EmbeddedFiles.h\"
 
 namespace dyadctx::tool {
 
 namespace {
 
-${arrays}constexpr ${TYPE} files[] = {
+${arrays}constexpr EmbeddedFile files[] = {
 ${rows}};
 
 } // namespace
 
-std::span<const ${TYPE}> ${FUNCTION}() noexcept {
+EmbeddedFiles ${FUNCTION}() noexcept {
     return files;
 }
 

@@ -96,8 +96,8 @@ VELResult ContextEntry::AddDatabaseContext(const VELIDOMElement& element, Contex
 
 VELResult ContextEntry::SetProvider(VELDyadContext& context,
                                     VELIDyadDbProvider_var& provider) const {
-    const VELResult result =
-        MakeProvider(values_.connector, Names().serverDetails, values_.detailValues, provider);
+    const VELResult result = MakeConfiguredProvider(values_.connector, Names().serverDetails,
+                                                    values_.detailValues, provider);
     return result < 0 ? result : context.SetDyadDbProvider(provider);
 }
 

@@ -65,9 +65,10 @@ static_assert(sizeof(InMemoryDbProvider) <= 32);
 
 // A new provider of VELDyadDbProviderServices with that connector name and these server details. A
 // host's provider is given them by its own operations; the first one that fails ends the matter.
-VELResult MakeProvider(const VELUnicodeString& connectorName,
-                       const VELListValVELUnicodeString& keys,
-                       const VELListValVELUnicodeString& values, VELIDyadDbProvider_var& out);
+VELResult MakeConfiguredProvider(const VELUnicodeString& connectorName,
+                                 const VELListValVELUnicodeString& keys,
+                                 const VELListValVELUnicodeString& values,
+                                 VELIDyadDbProvider_var& out);
 
 // Whether VELDyadDbProviderServices makes built-in providers, so that no host code takes part.
 bool IsBuiltInFactoryActive() noexcept;

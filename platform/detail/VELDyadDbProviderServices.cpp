@@ -85,9 +85,10 @@ VELDyadDbProviderServices::SetFactory(VELDyadDbProviderFactory* factory) noexcep
 
 namespace dyadctx {
 
-VELResult MakeProvider(const VELUnicodeString& connectorName,
-                       const VELListValVELUnicodeString& keys,
-                       const VELListValVELUnicodeString& values, VELIDyadDbProvider_var& out) {
+VELResult MakeConfiguredProvider(const VELUnicodeString& connectorName,
+                                 const VELListValVELUnicodeString& keys,
+                                 const VELListValVELUnicodeString& values,
+                                 VELIDyadDbProvider_var& out) {
     if (IsBuiltInFactoryActive())
         return Give(InMemoryDbProvider::New(connectorName, keys, values), out);
     VELResult result = VELDyadDbProviderServices::CreateDyadDbProvider(out);

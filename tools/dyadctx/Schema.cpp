@@ -1,13 +1,10 @@
 // `schema`: the schemas of the context file and of the tool's JSON documents.
 #include "tools/dyadctx/Command.h"
-#include "tools/dyadctx/ContextSchemas.h"
 #include "tools/dyadctx/DisplayText.h"
-#include "tools/dyadctx/JsonSchemas.h"
+#include "tools/dyadctx/EmbeddedFiles.h"
 #include "tools/dyadctx/Suggestion.h"
 
 #include <CLI/CLI.hpp>
-
-#include <algorithm>
 
 namespace dyadctx::tool {
 
@@ -32,41 +29,33 @@ private:
 };
 
 std::vector<std::string> Kinds() {
-    std::vector<std::string> kinds;
-    for (const ContextSchema& schema : ContextSchemas())
-        kinds.emplace_back(schema.kind);
+    std::vector<std::string> kinds = NamesOf(ContextSchemas());
     kinds.emplace_back(JsonKind);
     return kinds;
 }
 
 std::string_view ContextSchemaText(std::string_view kind) {
-    const auto schemas = ContextSchemas();
-    const auto found =
-        std::find_if(schemas.begin(), schemas.end(),
-                     [kind](const ContextSchema& schema) { return schema.kind == kind; });
-    if (found == schemas.end())
+    const EmbeddedFile* schema = FindFile(ContextSchemas(), kind);
+    if (schema == nullptr)
         throw Failure(ExitStatus::Internal, "a schema is missing in the program");
-    return found->text;
+    return schema->text;
 }
 
 Failure NoSuchSchema(const std::string& command) {
-    std::vector<std::string> known;
+    const std::vector<std::string> known = NamesOf(JsonSchemas());
     std::string list;
-    for (const JsonSchema& schema : JsonSchemas()) {
-        known.emplace_back(schema.command);
-        list += (list.empty() ? "" : ", ") + known.back();
-    }
+    for (const std::string& name : known)
+        list += (list.empty() ? "" : ", ") + name;
     return Failure(ExitStatus::NotFound, "there is no JSON schema for '" + Visible(command) + "'" +
                                              DidYouMean(command, known) +
                                              "; the commands with one are " + list);
 }
 
 std::string_view JsonSchemaText(const std::string& command) {
-    for (const JsonSchema& schema : JsonSchemas()) {
-        if (schema.command == command)
-            return schema.text;
-    }
-    throw NoSuchSchema(command);
+    const EmbeddedFile* schema = FindFile(JsonSchemas(), command);
+    if (schema == nullptr)
+        throw NoSuchSchema(command);
+    return schema->text;
 }
 
 std::vector<Example> Schema::Examples() const {
@@ -95,8 +84,8 @@ ExitStatus Schema::Run(Output& output) {
     } else if (command_) {
         output.Write(JsonSchemaText(*command_));
     } else {
-        for (const JsonSchema& schema : JsonSchemas())
-            output.Write(std::string(schema.command) + "\n");
+        for (const std::string& command : NamesOf(JsonSchemas()))
+            output.Write(command + "\n");
     }
     return ExitStatus::Done;
 }

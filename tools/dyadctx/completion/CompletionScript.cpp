@@ -1,5 +1,7 @@
 #include "tools/dyadctx/completion/CompletionScript.h"
 
+#include "tools/dyadctx/EmbeddedFiles.h"
+
 #include <stdexcept>
 
 namespace dyadctx::tool {
@@ -124,25 +126,19 @@ RowWriter WriterFor(std::string_view shell) {
 } // namespace
 
 std::vector<std::string> KnownShells() {
-    std::vector<std::string> shells;
-    for (const CompletionFrame& frame : CompletionFrames())
-        shells.emplace_back(frame.shell);
-    return shells;
+    return NamesOf(CompletionFrames());
 }
 
 std::string CompletionScript(std::string_view shell, const std::vector<CompletionRow>& table) {
-    for (const CompletionFrame& frame : CompletionFrames()) {
-        if (frame.shell != shell)
-            continue;
-        const std::size_t mark = frame.text.find(TableMark);
-        if (mark == std::string_view::npos)
-            break;
-        std::string script(frame.text.substr(0, mark));
-        for (const CompletionRow& row : table)
-            script += WriterFor(shell)(row);
-        return script + std::string(frame.text.substr(mark + TableMark.size()));
-    }
-    throw std::logic_error("no frame with a place for the table");
+    const EmbeddedFile* frame = FindFile(CompletionFrames(), shell);
+    const std::size_t mark =
+        frame == nullptr ? std::string_view::npos : frame->text.find(TableMark);
+    if (mark == std::string_view::npos)
+        throw std::logic_error("no frame with a place for the table");
+    std::string script(frame->text.substr(0, mark));
+    for (const CompletionRow& row : table)
+        script += WriterFor(shell)(row);
+    return script + std::string(frame->text.substr(mark + TableMark.size()));
 }
 
 } // namespace dyadctx::tool

@@ -4,20 +4,11 @@
 
 #include "tools/dyadctx/completion/CompletionTable.h"
 
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace dyadctx::tool {
-
-struct CompletionFrame {
-    std::string_view shell;
-    std::string_view text;
-};
-
-// The frames, built into the tool.
-std::span<const CompletionFrame> CompletionFrames() noexcept;
 
 // The shells the tool knows.
 std::vector<std::string> KnownShells();

@@ -1,9 +1,8 @@
 #include "tools/dyadctx/completion/CompletionTable.h"
 
 #include "tools/dyadctx/Diagnosis.h"
-#include "tools/dyadctx/JsonSchemas.h"
+#include "tools/dyadctx/EmbeddedFiles.h"
 #include "tools/dyadctx/SettingsText.h"
-#include "tools/dyadctx/explain/ExplanationFiles.h"
 
 #include <algorithm>
 #include <array>
@@ -46,21 +45,6 @@ std::vector<std::string> SilencedKinds() {
     return ids;
 }
 
-std::vector<std::string> ExplainedKeys() {
-    std::vector<std::string> keys;
-    for (const ExplanationFile& file : ExplanationFiles())
-        keys.emplace_back(file.key);
-    return keys;
-}
-
-// The commands whose JSON documents have a schema.
-std::vector<std::string> CommandsWithSchema() {
-    std::vector<std::string> commands;
-    for (const JsonSchema& schema : JsonSchemas())
-        commands.emplace_back(schema.command);
-    return commands;
-}
-
 Offer OfferFor(const Argument& argument) {
     if (!argument.words.empty())
         return OfferOfWords(argument.words);
@@ -69,9 +53,9 @@ Offer OfferFor(const Argument& argument) {
     if (argument.value == "ID")
         return OfferOfWords(SilencedKinds());
     if (argument.value == "COMMAND")
-        return OfferOfWords(CommandsWithSchema());
+        return OfferOfWords(NamesOf(JsonSchemas()));
     if (argument.value == "KEY")
-        return OfferOfWords(ExplainedKeys());
+        return OfferOfWords(NamesOf(ExplanationFiles()));
     if (argument.value == "ATTRIBUTE")
         return OfferOfWords({FileAttribute});
     const auto* named =

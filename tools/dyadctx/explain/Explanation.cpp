@@ -2,8 +2,8 @@
 
 #include "platform/VELMsgCatalog.h"
 #include "tools/dyadctx/Diagnosis.h"
+#include "tools/dyadctx/EmbeddedFiles.h"
 #include "tools/dyadctx/Suggestion.h"
-#include "tools/dyadctx/explain/ExplanationFiles.h"
 #include "trace/VELDyadMessageKeys.h"
 
 #include <algorithm>
@@ -42,8 +42,8 @@ std::optional<FindingKind> OwnKind(const std::string& id) {
 
 std::vector<Explanation> ParseAll() {
     std::vector<Explanation> all;
-    for (const ExplanationFile& file : ExplanationFiles())
-        all.push_back(ParseExplanation(file.key, file.text));
+    for (const EmbeddedFile& file : ExplanationFiles())
+        all.push_back(ParseExplanation(file.name, file.text));
     return all;
 }
 
