@@ -9,7 +9,7 @@ install(EXPORT dyadctxTargets NAMESPACE dyadctx::
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/dyadctx)
 
 # A header directly in a module folder is public; those below it are not.
-foreach(module IN ITEMS platform trace context collector xml)
+foreach(module IN ITEMS platform trace context collector xml check)
   file(GLOB public_headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${module}/*.h)
   install(FILES ${public_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/dyadctx/${module})
 endforeach()

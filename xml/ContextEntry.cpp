@@ -6,9 +6,9 @@
 #include "context/detail/DbEnvironment.h"
 #include "platform/detail/InMemoryDbProvider.h"
 #include "trace/VELDyadMessageKeys.h"
+#include "trace/detail/FindingIds.h"
 #include "trace/detail/ProcessSettings.h"
 #include "trace/detail/TraceLine.h"
-#include "xml/detail/FindingIds.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/VELDyadCtxXml.h"
 

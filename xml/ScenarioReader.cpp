@@ -1,8 +1,8 @@
 #include "xml/detail/ScenarioReader.h"
 
 #include "trace/VELDyadMessageKeys.h"
+#include "trace/detail/FindingIds.h"
 #include "trace/detail/TraceLine.h"
-#include "xml/detail/FindingIds.h"
 #include "xml/detail/FormatNames.h"
 
 #include <new>

@@ -2,11 +2,11 @@
 // the tool adds.
 #pragma once
 
+#include "check/VELDyadCtxFileCheck.h"
 #include "tools/dyadctx/ContextFacts.h"
 #include "tools/dyadctx/FindingRecorder.h"
 #include "tools/dyadctx/IdleVariables.h"
 #include "tools/dyadctx/Source.h"
-#include "xml/VELDyadCtxFileCheck.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 #include "tools/dyadctx/Suggestion.h"
 
+#include "check/VELDyadCtxFileCheck.h"
 #include "tools/dyadctx/DisplayText.h"
-#include "xml/VELDyadCtxFileCheck.h"
 
 namespace dyadctx::tool {
 

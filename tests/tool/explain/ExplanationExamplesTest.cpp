@@ -1,6 +1,6 @@
 // Every message and every other finding is explained, and every example shows what it says.
+#include "check/VELDyadCtxFileCheck.h"
 #include "tool/ToolTest.h"
-#include "xml/VELDyadCtxFileCheck.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,4 +1,5 @@
 // `graph`: friends and associated contexts as a picture.
+#include "check/VELDyadCtxFileCheck.h"
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/DisplayText.h"
@@ -12,7 +13,6 @@
 #include "tools/dyadctx/graph/MermaidWriter.h"
 #include "tools/dyadctx/graph/SvgWriter.h"
 #include "trace/VELDyadMessageKeys.h"
-#include "xml/VELDyadCtxFileCheck.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,8 +1,8 @@
 // Which contexts of a graph are at fault.
 #pragma once
 
+#include "check/VELDyadCtxFileCheck.h"
 #include "tools/dyadctx/graph/GraphModel.h"
-#include "xml/VELDyadCtxFileCheck.h"
 
 #include <vector>
 

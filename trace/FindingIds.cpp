@@ -1,4 +1,4 @@
-#include "xml/detail/FindingIds.h"
+#include "trace/detail/FindingIds.h"
 
 #include <algorithm>
 #include <array>

@@ -1,11 +1,11 @@
 // Paths and files that contexts name and that do not exist.
-#include "xml/detail/FileHints.h"
+#include "check/detail/FileHints.h"
 
 #include "collector/detail/CollectorAccess.h"
 #include "context/detail/ParameterTypes.h"
 #include "platform/VELFileSystem.h"
+#include "trace/detail/FindingIds.h"
 #include "xml/detail/ContextFileFormat.h"
-#include "xml/detail/FindingIds.h"
 
 #include <array>
 #include <string_view>

@@ -1,13 +1,13 @@
 // One check of one file: what stands behind VELDyadCtxFileCheck.
 #pragma once
 
+#include "check/detail/FindingList.h"
+#include "check/detail/ReferencePlaces.h"
 #include "collector/VELDyadCtxCollector.h"
 #include "collector/detail/Finding.h"
 #include "xml/detail/ContextPlaces.h"
-#include "xml/detail/FindingList.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/ReadObserver.h"
-#include "xml/detail/ReferencePlaces.h"
 
 #include <memory>
 #include <optional>

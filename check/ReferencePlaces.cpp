@@ -1,4 +1,4 @@
-#include "xml/detail/ReferencePlaces.h"
+#include "check/detail/ReferencePlaces.h"
 
 #include "context/detail/ContextAccess.h"
 

@@ -1,11 +1,11 @@
 // Elements and attributes that nothing is read from.
-#include "xml/detail/FileHints.h"
+#include "check/detail/FileHints.h"
 
+#include "check/detail/NearestName.h"
 #include "context/detail/DbEnvironment.h"
+#include "trace/detail/FindingIds.h"
 #include "xml/detail/ContextFileFormat.h"
-#include "xml/detail/FindingIds.h"
 #include "xml/detail/FormatNames.h"
-#include "xml/detail/NearestName.h"
 #include "xml/detail/ReadState.h"
 
 #include <algorithm>

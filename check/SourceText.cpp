@@ -1,4 +1,4 @@
-#include "xml/detail/SourceText.h"
+#include "check/detail/SourceText.h"
 
 #include "platform/detail/FileReader.h"
 

@@ -1,8 +1,8 @@
 // The check of a file and the factories never disagree.
+#include "check/FileCheckSupport.h"
 #include "support/ContextFile.h"
 #include "support/KeyCatalog.h"
 #include "support/TemporaryFolder.h"
-#include "xml/FileCheckSupport.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "xml/VELDyadCtxFileCheck.h"
+#include "check/VELDyadCtxFileCheck.h"
 
-#include "xml/detail/FileCheckRun.h"
-#include "xml/detail/FindingIds.h"
-#include "xml/detail/NearestName.h"
+#include "check/detail/FileCheckRun.h"
+#include "check/detail/NearestName.h"
+#include "trace/detail/FindingIds.h"
 
 #include <string_view>
 #include <utility>

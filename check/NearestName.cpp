@@ -1,4 +1,4 @@
-#include "xml/detail/NearestName.h"
+#include "check/detail/NearestName.h"
 
 #include <algorithm>
 #include <bit>

@@ -3,7 +3,7 @@
 // A key of the catalog begins with "Ctx."; an id is words of small letters joined by "-".
 #pragma once
 
-#include "xml/VELDyadCtxFileCheck.h"
+#include "trace/VELDyadCtxFinding.h"
 
 #include <span>
 #include <string_view>

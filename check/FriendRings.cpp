@@ -1,11 +1,11 @@
 // Friends that lead back to where they began.
-#include "xml/detail/FileHints.h"
+#include "check/detail/FileHints.h"
 
 #include "collector/detail/CollectorAccess.h"
 #include "collector/detail/CollectorIndex.h"
 #include "context/detail/ContextAccess.h"
+#include "trace/detail/FindingIds.h"
 #include "xml/detail/ContextFileFormat.h"
-#include "xml/detail/FindingIds.h"
 
 #include <algorithm>
 #include <string>

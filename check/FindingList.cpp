@@ -1,8 +1,8 @@
-#include "xml/detail/FindingList.h"
+#include "check/detail/FindingList.h"
 
 #include "platform/detail/MessagePlaceholders.h"
+#include "trace/detail/FindingIds.h"
 #include "trace/detail/UserMessage.h"
-#include "xml/detail/FindingIds.h"
 
 #include <algorithm>
 #include <string_view>

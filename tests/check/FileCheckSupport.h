@@ -1,7 +1,7 @@
 // Checks of whole files, and what they find as text to compare.
 #pragma once
 
-#include "xml/VELDyadCtxFileCheck.h"
+#include "check/VELDyadCtxFileCheck.h"
 
 #include <memory>
 #include <string>

@@ -1,5 +1,5 @@
 // Where the findings of linking and checking stand, and what stands with them.
-#include "xml/detail/FileCheckRun.h"
+#include "check/detail/FileCheckRun.h"
 
 #include "collector/detail/CollectorAccess.h"
 #include "collector/detail/CollectorIndex.h"

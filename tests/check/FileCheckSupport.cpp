@@ -1,4 +1,4 @@
-#include "xml/FileCheckSupport.h"
+#include "check/FileCheckSupport.h"
 
 #include "support/ContextFile.h"
 #include "support/TemporaryFolder.h"

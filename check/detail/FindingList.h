@@ -1,12 +1,12 @@
 // The findings about one file while they are gathered.
 #pragma once
 
+#include "check/VELDyadCtxFileCheck.h"
+#include "check/detail/SourceText.h"
 #include "context/VELDyadContext.h"
 #include "platform/VELListVal.h"
 #include "platform/VELUnicodeString.h"
-#include "xml/VELDyadCtxFileCheck.h"
 #include "xml/detail/ContextPlaces.h"
-#include "xml/detail/SourceText.h"
 
 #include <functional>
 #include <set>

@@ -1,7 +1,7 @@
 // Help beyond the rules, which never makes a file invalid.
+#include "check/FileCheckSupport.h"
 #include "support/ContextFile.h"
 #include "support/TemporaryFolder.h"
-#include "xml/FileCheckSupport.h"
 
 #include <gtest/gtest.h>
 

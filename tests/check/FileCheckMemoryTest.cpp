@@ -1,9 +1,9 @@
 // The check of a file where memory runs out: no findings at all, all of them, or the one that the
 // file cannot be read, which is what a factory says then.
+#include "check/VELDyadCtxFileCheck.h"
 #include "support/ContextFile.h"
 #include "support/FailingAllocation.h"
 #include "support/TemporaryFolder.h"
-#include "xml/VELDyadCtxFileCheck.h"
 
 #include <gtest/gtest.h>
 
