@@ -1,6 +1,6 @@
 #include "platform/VELDyadTrace.h"
 
-#include "platform/AllocationFailure.h"
+#include "support/FailingAllocation.h"
 #include "support/RecordingTrace.h"
 
 #include <gtest/gtest.h>
@@ -87,7 +87,7 @@ TEST(VELDyadTrace, LosesALineItHasNoMemoryFor) {
     ThrowingSink sink;
     VELDyadTraceSink* former = SetDyadTraceSink(&sink);
     {
-        const AllocationFailure failure(0);
+        const FailingAllocation failure(1, FailingAllocations::FromThatOneOn);
         EXPECT_NO_THROW(_CDCDyadTraceLog("<%s>", text.c_str()));
     }
     SetDyadTraceSink(former);

@@ -1,8 +1,8 @@
 #include "platform/VELMsgCatalog.h"
 
-#include "platform/AllocationFailure.h"
 #include "platform/MoImage.h"
 #include "support/EnvironmentVariable.h"
+#include "support/FailingAllocation.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -251,9 +251,9 @@ TEST(VELMsgCatalog, AnswersAnEmptyTextWithoutMemory) {
     const InLanguage language("en");
     int allowed = 0;
     for (bool hasFailed = true; hasFailed && allowed < 1000; ++allowed) {
-        const AllocationFailure failure(allowed);
+        const FailingAllocation failure(allowed + 1, FailingAllocations::FromThatOneOn);
         const VELUnicodeString text = VELMsgCatalog::BuildMessage(Catalog, key, &name, 1, Default);
-        hasFailed = failure.HasHappened();
+        hasFailed = failure.HasFailed();
         EXPECT_EQ(text.IsEmpty(), hasFailed) << allowed;
     }
     EXPECT_GT(allowed, 1);
@@ -266,9 +266,9 @@ TEST(VELMsgCatalog, KeepsTheLanguageWhenThereIsNoMemoryForAnother) {
     for (bool hasFailed = true; hasFailed && allowed < 10000; ++allowed) {
         VELMsgCatalog::SetLanguage("de");
         {
-            const AllocationFailure failure(allowed);
+            const FailingAllocation failure(allowed + 1, FailingAllocations::FromThatOneOn);
             VELMsgCatalog::SetLanguage("fr");
-            hasFailed = failure.HasHappened();
+            hasFailed = failure.HasFailed();
         }
         EXPECT_EQ(Message("Ctx.ParameterType.File"), hasFailed ? "Datei" : "Fichier") << allowed;
     }

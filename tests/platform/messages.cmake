@@ -1,7 +1,6 @@
 # Tests of the message catalog and of the platform trace.
 
 dyadctx_add_test(messages_test PRIVATE SOURCES
-  AllocationFailure.cpp
   MessageFilesTest.cpp
   MessageLanguageTest.cpp
   MessagePlaceholdersTest.cpp
@@ -10,6 +9,7 @@ dyadctx_add_test(messages_test PRIVATE SOURCES
   PoFile.cpp
   VELDyadTraceTest.cpp
   VELMsgCatalogTest.cpp)
+target_link_libraries(messages_test PRIVATE dyadctx_failing_allocation)
 
 # Linked from the objects, it starts before the library's own static objects are made.
 add_executable(diagnostics_probe DiagnosticsProbe.cpp)

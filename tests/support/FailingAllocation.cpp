@@ -10,12 +10,14 @@ namespace {
 
 // How many allocations remain until the one that fails; 0 while none is to fail.
 thread_local int remaining = 0;
+thread_local bool allAfterFail = false;
 thread_local bool failed = false;
 
 bool Fails() noexcept {
     if (remaining == 0 || --remaining > 0)
         return false;
     failed = true;
+    remaining = allAfterFail ? 1 : 0;
     return true;
 }
 
@@ -36,8 +38,9 @@ void* OrThrow(void* block) {
 
 } // namespace
 
-FailingAllocation::FailingAllocation(int number) noexcept {
+FailingAllocation::FailingAllocation(int number, FailingAllocations which) noexcept {
     failed = false;
+    allAfterFail = which == FailingAllocations::FromThatOneOn;
     remaining = number;
 }
 

@@ -6,16 +6,20 @@
 
 namespace dyadctx::test {
 
+// Which allocations find no memory: one, or that one and all after it.
+enum class FailingAllocations { One, FromThatOneOn };
+
 // From construction to destruction the allocation number `number`, counted from 1 on this thread,
-// finds no memory; those before and after it do. One at a time per thread.
+// finds no memory; those before it do. One at a time per thread.
 class FailingAllocation {
 public:
-    explicit FailingAllocation(int number) noexcept;
+    explicit FailingAllocation(int number,
+                               FailingAllocations which = FailingAllocations::One) noexcept;
     ~FailingAllocation();
     FailingAllocation(const FailingAllocation&) = delete;
     FailingAllocation& operator=(const FailingAllocation&) = delete;
 
-    // Whether that allocation was asked for.
+    // Whether that allocation was reached.
     bool HasFailed() const noexcept;
 };
 

@@ -1,7 +1,7 @@
 #include "trace/detail/UserMessage.h"
 
-#include "platform/AllocationFailure.h"
 #include "platform/VELMsgCatalog.h"
+#include "support/FailingAllocation.h"
 #include "support/KeyCatalog.h"
 #include "trace/VELDyadMessageKeys.h"
 
@@ -68,7 +68,7 @@ TEST(AppendCatalogText, LeavesTheMessageAsItWasWithoutMemory) {
     const VELUnicodeString before("a message that is long enough not to be kept inside");
     VELUnicodeString message(before);
     {
-        const AllocationFailure failure(0);
+        const FailingAllocation failure(1, FailingAllocations::FromThatOneOn);
         EXPECT_THROW(AppendCatalogText(message, "Ctx.Key", nullptr, 0, 1), std::bad_alloc);
     }
     EXPECT_EQ(message, before);

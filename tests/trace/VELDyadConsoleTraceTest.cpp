@@ -1,7 +1,7 @@
 #include "trace/VELDyadConsoleTrace.h"
 
-#include "platform/AllocationFailure.h"
 #include "support/ChildProcess.h"
+#include "support/FailingAllocation.h"
 
 #include <gtest/gtest.h>
 
@@ -149,7 +149,7 @@ TEST(DYADCTXVsnprintf, RefusesAMissingFormatAndOneThatCannotBeApplied) {
 
 TEST(DYADCTXVsnprintf, AnswersMinusOneWithoutMemory) {
     std::string longText(1000, 'x');
-    const AllocationFailure failure(0);
+    const FailingAllocation failure(1, FailingAllocations::FromThatOneOn);
     char buffer[4] = "###";
     EXPECT_EQ(FormatUnchecked(buffer, 3, "%s", longText.c_str()), -1);
     EXPECT_STREQ(buffer, "###");
