@@ -39,7 +39,7 @@ MULTISITE = {"sites", "grouped-sites"}
 GROUPS = [["create", "destroy"], ["stream"], ["delete", "check-context"]]
 STAGES = [["tree", "read", "link", "check", "views"]]
 EXTRA_GROUPS = {
-    "mixed": [["expat"], ["add"], ["lookup-first"], LOOKUPS, ["channels", "profiles", "options"],
+    "mixed": [["expat"], ["add", "add-lookup"], ["lookup-first"], LOOKUPS, ["channels", "profiles", "options"],
               ["narrow", "by-provider"]],
     "scenarios": [["channels", "profiles", "options"]],
     "profiles": [["channels", "profiles", "options"]],

@@ -120,6 +120,9 @@ VELDyadCtxCollector::GetExchangeChannelfromScenario(const VELListValVELUnicodeSt
                 continue;
             channels.Append(_ScenarioChannels[row]);
             channelContexts.Append(_ScenarioChannelContexts[row]);
+            // Given as one list, the two hold each other's texts.
+            if (&channels == &channelContexts)
+                listed.insert(_ScenarioChannelContexts[row].AsView());
         }
     });
     if (result == S_OK)
@@ -145,6 +148,8 @@ VELResult VELDyadCtxCollector::GetProfilefromExchangeChannel(const VELUnicodeStr
                     continue;
                 matchedIds.Append(_ScenarioIds[row]);
                 profiles.Append(_ScenarioProfiles[row]);
+                if (&matchedIds == &profiles)
+                    listed.insert(_ScenarioIds[row].AsView());
             }
         });
     });

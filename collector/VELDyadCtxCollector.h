@@ -6,8 +6,9 @@
 // positions count within that view.
 //
 // A collector and its contexts are used from one thread at a time. Different collectors are
-// independent. No operation throws, with one exception: GetContextNamesFromDbProvider lets the
-// null-handle error through. Where memory runs out, an operation refuses: E_FAIL, null or 0.
+// independent. No operation throws, with two exceptions: copies and assignments throw
+// std::bad_alloc, and GetContextNamesFromDbProvider lets the null-handle error through. Where
+// memory runs out, every other operation refuses: E_FAIL, null or 0.
 #pragma once
 
 #include "context/VELDyadContext.h"
@@ -45,7 +46,7 @@ public:
 
     // Copies share the contexts: of a collector and its copies only one may be deleted while
     // another is in use, and never two. Assignment leaves the contexts held so far to whoever else
-    // holds them.
+    // holds them. Both throw std::bad_alloc; an assignment has then changed nothing.
     VELDyadCtxCollector(const VELDyadCtxCollector& src);
     VELDyadCtxCollector& operator=(const VELDyadCtxCollector& src);
     ~VELDyadCtxCollector();

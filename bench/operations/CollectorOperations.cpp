@@ -79,7 +79,9 @@ private:
     std::shared_ptr<VELDyadCtxCollector> collector_;
 };
 
-// As many plain contexts as the file has, registered by a client.
+// As many plain contexts as the file has, registered by a client. With `lookedUp`, the list begins
+// with a repeated and a null entry, and each context is looked up once it is there.
+template<bool lookedUp>
 class AddContexts : public Operation {
 public:
     explicit AddContexts(const Workplace& place) {
@@ -94,12 +96,24 @@ public:
             auto context = std::make_unique<VELDyadContext>(name, parameter, type);
             if (collector_->AddContext(context.release(), nullptr, 0) < 0)
                 throw std::runtime_error("cannot add a context");
+            if constexpr (lookedUp)
+                LookUp(name);
         }
         return names_.size();
     }
     void Finish() override { collector_.reset(); }
 
 private:
+    void LookUp(const VELUnicodeString& name) {
+        VELDyadContext* context = nullptr;
+        if (collector_->GetCtxFromName(name, context) < 0)
+            throw std::runtime_error("cannot find a context that was added");
+        if (collector_->GetAllNbCtxs() == 1) {
+            collector_->AddContext(context, nullptr, 0);
+            collector_->AddContext(nullptr, nullptr, 0);
+        }
+    }
+
     std::vector<VELUnicodeString> names_;
     CollectorPtr collector_;
 };
@@ -155,7 +169,9 @@ void AddCollectorOperations(OperationList& list) {
     list.push_back({"refuse", "a collector from a file that is not valid", Make<RefuseFile>});
     list.push_back({"destroy", "deleting the collector", Make<DestroyCollector>});
     list.push_back({"stream", "writing the collector", Make<StreamCollector>});
-    list.push_back({"add", "registering as many contexts by hand", Make<AddContexts>});
+    list.push_back({"add", "registering as many contexts by hand", Make<AddContexts<false>>});
+    list.push_back({"add-lookup", "the same with a look-up after each, beside odd entries",
+                    Make<AddContexts<true>>});
     list.push_back({"delete", "deleting 16 contexts", Make<DeleteContexts>});
     list.push_back({"check-context", "checking 64 contexts singly", Make<CheckSingleContexts>});
 }

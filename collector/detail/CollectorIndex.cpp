@@ -11,19 +11,20 @@ namespace dyadctx {
 
 namespace {
 
-// Tells of a position whether its context has a name. The chains ask only about positions that
-// have a context.
-template<class ContextAt>
-auto HasName(ContextAt contextAt, std::string_view name) {
-    return [contextAt, name](int pos) { return contextAt(pos)->GetName().AsView() == name; };
+// Tells of a place whether the context there has a name. The chains ask only about places that have
+// a context.
+template<class PositionAt>
+auto HasName(const VELListPtrVELDyadContext& declared, PositionAt positionAt,
+             std::string_view name) {
+    return [&declared, positionAt, name](int place) {
+        return declared[positionAt(place)]->GetName().AsView() == name;
+    };
 }
 
-auto ContextsOf(const VELListPtrVELDyadContext& declared) {
-    return [&declared](int pos) -> const VELDyadContext* { return declared[pos]; };
-}
+constexpr auto SamePosition = [](int pos) { return pos; };
 
-auto ContextsOf(const VELListPtrVELDyadContext& declared, const VELRawCollint& positions) {
-    return [&](int place) -> const VELDyadContext* { return declared[positions[place]]; };
+auto PositionsOf(const VELRawCollint& positions) {
+    return [&positions](int place) { return positions[place]; };
 }
 
 std::uint64_t HashOfPair(const VELUnicodeString& first, const VELUnicodeString& second) noexcept {
@@ -32,32 +33,32 @@ std::uint64_t HashOfPair(const VELUnicodeString& first, const VELUnicodeString& 
 
 } // namespace
 
-template<class ContextAt>
-void CollectorIndex::Extend(Names& names, int size, int expectedSize, int declaredSize,
-                            ContextAt contextAt) {
+template<class PositionAt>
+void CollectorIndex::Extend(Names& names, const VELListPtrVELDyadContext& declared, int size,
+                            int expectedSize, PositionAt positionAt) {
     const std::uint64_t assignments = ContextAccess::AssignmentCount();
-    const bool isOutdated = names.assignments != assignments || names.chains.Size() > size ||
-                            (names.hasGaps && names.declaredSize != declaredSize);
-    if (isOutdated)
+    if (names.assignments != assignments || names.chains.Size() > size ||
+        declared.Size() >= names.firstOutside)
         names = Names();
     names.assignments = assignments;
-    names.declaredSize = declaredSize;
     if (names.chains.Size() == 0)
         names.chains.Reserve(std::max(size, expectedSize), std::max(size, expectedSize));
     while (names.chains.Size() < size) {
-        const VELDyadContext* context = contextAt(names.chains.Size() + 1);
+        const int pos = positionAt(names.chains.Size() + 1);
+        if (pos > declared.Size())
+            names.firstOutside = std::min(names.firstOutside, pos);
+        const VELDyadContext* context = declared[pos];
         if (context == nullptr) {
             names.chains.AppendWithoutKey();
-            names.hasGaps = true;
             continue;
         }
         const std::string_view name = context->GetName().AsView();
-        names.chains.Append(HashOfText(name), HasName(contextAt, name));
+        names.chains.Append(HashOfText(name), HasName(declared, positionAt, name));
     }
 }
 
 const PositionChains& CollectorIndex::Declared(const VELListPtrVELDyadContext& declared) {
-    Extend(declared_, declared.Size(), expectedSize_, declared.Size(), ContextsOf(declared));
+    Extend(declared_, declared, declared.Size(), expectedSize_, SamePosition);
     return declared_.chains;
 }
 
@@ -74,7 +75,7 @@ int CollectorIndex::PositionOfName(const VELListPtrVELDyadContext& declared,
                                    const VELUnicodeString& name, int after) {
     const PositionChains& chains = Declared(declared);
     const PositionChains::Ends ends =
-        chains.Find(HashOfText(name.AsView()), HasName(ContextsOf(declared), name.AsView()));
+        chains.Find(HashOfText(name.AsView()), HasName(declared, SamePosition, name.AsView()));
     if (ends.last <= after)
         return 0;
     if (ends.first > after)
@@ -97,9 +98,11 @@ int CollectorIndex::PlaceOfName(const VELListPtrVELDyadContext& declared,
                                 const VELRawCollint& positions, ViewType view,
                                 const VELUnicodeString& name) {
     Names& names = views_[static_cast<std::size_t>(view - PathContexts)];
-    const auto contextAt = ContextsOf(declared, positions);
-    Extend(names, positions.Size(), 0, declared.Size(), contextAt);
-    return names.chains.Find(HashOfText(name.AsView()), HasName(contextAt, name.AsView())).first;
+    const auto positionAt = PositionsOf(positions);
+    Extend(names, declared, positions.Size(), 0, positionAt);
+    return names.chains
+        .Find(HashOfText(name.AsView()), HasName(declared, positionAt, name.AsView()))
+        .first;
 }
 
 bool CollectorIndex::Owns(const VELListPtrVELDyadContext& owned, const VELDyadContext* context) {

@@ -15,6 +15,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <unordered_set>
 
 namespace dyadctx {
@@ -60,16 +61,16 @@ private:
     // The names of a sequence of contexts.
     struct Names {
         PositionChains chains;
-        // What was true when the chains were made; they are good while it stays so.
+        // The chains are good while this is the number of assignments to contexts.
         std::uint64_t assignments = 0;
-        int declaredSize = 0;
-        // Some position had no context, which a longer list of declared contexts may change.
-        bool hasGaps = false;
+        // The first position that lay outside the declared contexts. They are good only until the
+        // list reaches it.
+        int firstOutside = std::numeric_limits<int>::max();
     };
 
-    template<class ContextAt>
-    static void Extend(Names& names, int size, int expectedSize, int declaredSize,
-                       ContextAt contextAt);
+    template<class PositionAt>
+    static void Extend(Names& names, const VELListPtrVELDyadContext& declared, int size,
+                       int expectedSize, PositionAt positionAt);
     const PositionChains& Declared(const VELListPtrVELDyadContext& declared);
 
     Names declared_;

@@ -2,6 +2,7 @@
 
 #include "context/detail/ContextAccess.h"
 #include "support/ContextFile.h"
+#include "support/FailingAllocation.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -132,6 +133,45 @@ TEST_F(CollectorIndexTest, IsFastAlsoWhenAllNamesAreAlike) {
     }
     for (int pos = 1; pos < count; ++pos)
         ASSERT_EQ(Ask("A", pos), pos + 1);
+}
+
+// What an index keeps takes no memory when it is asked again.
+TEST_F(CollectorIndexTest, KeepsWhatItKnowsWhenANullOrRepeatedEntryIsFollowedByOthers) {
+    for (VELDyadContext* odd : {static_cast<VELDyadContext*>(nullptr), Make("odd")}) {
+        declared.RemoveAll(VELCollec::KeepMemory);
+        index.Forget();
+        declared.Append(odd);
+        declared.Append(odd);
+        for (int i = 0; i < 100; ++i) {
+            Append("A");
+            ASSERT_EQ(Ask("A"), 3);
+        }
+        for (int i = 0; i < 10; ++i) {
+            Append("B");
+            const VELUnicodeString asked("B");
+            const FailingAllocation noMemory(1);
+            ASSERT_EQ(index.PositionOfName(declared, asked), 103);
+            ASSERT_FALSE(noMemory.HasFailed());
+        }
+    }
+}
+
+TEST_F(CollectorIndexTest, AViewIsReadAnewOnlyWhenTheListReachesAPositionOutside) {
+    VELRawCollint view;
+    for (int i = 0; i < 3; ++i)
+        Append("A");
+    view.Append(1);
+    view.Append(5);
+    const VELUnicodeString asked("B");
+    EXPECT_EQ(index.PlaceOfName(declared, view, PathContexts, asked), 0);
+    Append("B");
+    {
+        const FailingAllocation noMemory(1);
+        EXPECT_EQ(index.PlaceOfName(declared, view, PathContexts, asked), 0);
+        EXPECT_FALSE(noMemory.HasFailed());
+    }
+    Append("B");
+    EXPECT_EQ(index.PlaceOfName(declared, view, PathContexts, asked), 2);
 }
 
 TEST_F(CollectorIndexTest, FindsPlacesOfAViewLikeAWalkThroughIt) {

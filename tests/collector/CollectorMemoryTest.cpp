@@ -310,7 +310,31 @@ TEST(CollectorMemory, ATransitionContextIsAddedWholeOrNotAtAll) {
     EXPECT_GE(failures, 10);
 }
 
-TEST(CollectorMemory, CopiesAreWholeOrThrow) {
+TEST(CollectorMemory, ACopyIsWholeOrItsConstructorThrows) {
+    CollectorPtr source = SmallCollector();
+    const CollectorPtr empty(VELDyadCtxCollector::CreateCollectorFromScratch());
+    const int failures = ForEachAllocation([&](int number) {
+        CollectorPtr copy;
+        bool threw = false;
+        const bool failed = FailsAt(number, [&] {
+            try {
+                copy = std::make_unique<VELDyadCtxCollector>(*source);
+            } catch (const std::bad_alloc&) {
+                threw = true;
+            }
+        });
+        EXPECT_EQ(threw, failed);
+        EXPECT_EQ(copy == nullptr, failed);
+        if (copy != nullptr) {
+            EXPECT_EQ(copy->GetNbCtxs(), 3);
+            *copy = *empty;
+        }
+        return failed;
+    });
+    EXPECT_GE(failures, 10);
+}
+
+TEST(CollectorMemory, AnAssignmentIsWholeOrThrows) {
     CollectorPtr source = SmallCollector();
     const CollectorPtr empty(VELDyadCtxCollector::CreateCollectorFromScratch());
     const int failures = ForEachAllocation([&](int number) {

@@ -153,6 +153,25 @@ TEST_F(ScenariosTest, AListOfScenariosThatIsAlsoAnAnswerIsEmptiedFirst) {
     EXPECT_EQ(both.Size(), 0);
 }
 
+TEST_F(ScenariosTest, OneListForBothAnswersListsNoChannelItAlreadyHolds) {
+    Add("A", "B", "Profile", "1");
+    Add("B", "C", "Profile", "1");
+    Add("D", "D", "Profile", "1");
+    EXPECT_EQ(collector->GetExchangeChannelfromScenario(ListOf({"1"}), first, first), S_OK);
+    EXPECT_EQ(Texts(first), (Lines{"A", "B", "D", "D"}));
+}
+
+TEST_F(ScenariosTest, OneListForBothAnswersListsNoProfileItAlreadyHolds) {
+    AddTo("Send", "Profile", "1");
+    AddTo("Send", "1", "2");
+    AddTo("Send", "2", "2");
+    AddTo("Send", "Profile", "3");
+    EXPECT_EQ(
+        collector->GetProfilefromExchangeChannel("Send", ListOf({"1", "2", "3"}), first, first),
+        S_OK);
+    EXPECT_EQ(Texts(first), (Lines{"1", "Profile", "2", "2"}));
+}
+
 TEST_F(ScenariosTest, AChannelOrProfileMayBeAnElementOfAnAnswer) {
     AddTo("A channel with a long name", "A profile with a long name", "1", "o", "v");
     first = ListOf({"A channel with a long name"});
