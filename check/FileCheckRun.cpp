@@ -31,6 +31,10 @@ std::span<const VELUnicodeString> ParametersOf(const Finding& finding) {
     return {finding.parameters.data(), static_cast<std::size_t>(finding.parameterCount)};
 }
 
+unsigned char IsDefaultFile(const VELUnicodeString& file) {
+    return ContainsDefaultContextFile(file) ? 1 : 0;
+}
+
 Place PlaceOrNone(const VELIDOMNode& node) {
     return node.IsNull() ? Place() : PlaceOf(node);
 }
@@ -51,10 +55,22 @@ VELIDOMNode NodeAt(const VELIDOMNodeList& nodes, int index) {
 
 } // namespace
 
-FileCheckRun::FileCheckRun(const VELUnicodeString& file, const FileCheckOptions& options)
-    : file_(file), options_(options),
-      collector_(CollectorAccess::New(file, ContainsDefaultContextFile(file) ? 1 : 0)) {
+FileCheckRun::FileCheckRun(const VELUnicodeString& file, const VELUnicodeString* text,
+                           const FileCheckOptions& options)
+    : file_(file), options_(options), collector_(CollectorAccess::New(file, IsDefaultFile(file))) {
+    if (text != nullptr)
+        contents_ = *text;
     Run();
+}
+
+VELUnicodeString FileCheckRun::FactoryMessage() const {
+    VELUnicodeString message;
+    const unsigned char isDefault = IsDefaultFile(file_);
+    const std::unique_ptr<VELDyadCtxCollector> made(
+        contents_
+            ? CollectorAccess::CreateCollectorFromContents(file_, isDefault, &*contents_, message)
+            : CollectorAccess::CreateCollectorFromXMLFile(file_, isDefault, message));
+    return message;
 }
 
 VELListVal<VELDyadCtxFinding> FileCheckRun::TakeFindings() {
@@ -70,7 +86,9 @@ std::optional<Place> FileCheckRun::PlaceOf(const VELDyadContext* context) {
 }
 
 const SourceText& FileCheckRun::Text() {
-    if (!text_)
+    if (!text_ && contents_)
+        text_.emplace(contents_->AsView());
+    else if (!text_)
         text_.emplace(file_);
     return *text_;
 }
@@ -80,7 +98,7 @@ const Place* FileCheckRun::ElementOf(const VELDyadContext* context) const noexce
 }
 
 void FileCheckRun::Run() {
-    if (JudgeContextFile(file_) != ContextFileVerdict::Usable) {
+    if (!contents_ && JudgeContextFile(file_) != ContextFileVerdict::Usable) {
         findings_.Add(key::XMLFileNotValid, {&file_, 1}, {});
         return;
     }
@@ -96,7 +114,8 @@ void FileCheckRun::Run() {
 
 void FileCheckRun::ReadFile() {
     VELUnicodeString unused;
-    const VELResult result = VELDyadCtxXml(collector_.get(), &places_, this).Unstream(unused);
+    VELDyadCtxXml xml(collector_.get(), &places_, this);
+    const VELResult result = contents_ ? xml.Unstream(*contents_, unused) : xml.Unstream(unused);
     if (result < 0 && !hasReadingEnded_)
         throw std::bad_alloc();
 }

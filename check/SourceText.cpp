@@ -32,6 +32,14 @@ std::size_t CountCharactersIn(std::string_view text) {
 
 SourceText::SourceText(const VELUnicodeString& file) {
     Read(file);
+    Index();
+}
+
+SourceText::SourceText(std::string_view text) : text_(text) {
+    Index();
+}
+
+void SourceText::Index() {
     if (!IsMadeOfBytes(text_))
         text_ = {};
     FindLines();

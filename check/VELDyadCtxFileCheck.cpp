@@ -4,9 +4,31 @@
 #include "check/detail/NearestName.h"
 #include "trace/detail/FindingIds.h"
 
+#include <memory>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+namespace {
+
+template<class MakeRun>
+VELResult RunCheck(MakeRun makeRun, std::unique_ptr<dyadctx::FileCheckRun>& run,
+                   VELListVal<VELDyadCtxFinding>& findings) {
+    findings.RemoveAll();
+    run.reset();
+    try {
+        std::unique_ptr<dyadctx::FileCheckRun> finished = makeRun();
+        const bool valid = !finished->HasErrors();
+        findings = finished->TakeFindings();
+        run = std::move(finished);
+        return valid ? S_OK : S_FALSE;
+    } catch (...) {
+        findings.RemoveAll();
+        return E_FAIL;
+    }
+}
+
+} // namespace
 
 VELDyadCtxFileCheck::VELDyadCtxFileCheck() noexcept = default;
 
@@ -48,19 +70,19 @@ VELUnicodeString VELDyadCtxFileCheck::GetNearestName(const VELUnicodeString& wor
 }
 
 VELResult VELDyadCtxFileCheck::Run(const VELUnicodeString& file) {
-    findings_.RemoveAll();
-    run_.reset();
-    try {
-        auto run = std::make_unique<dyadctx::FileCheckRun>(
-            file, dyadctx::FileCheckOptions{deep_, silenced_});
-        const bool valid = !run->HasErrors();
-        findings_ = run->TakeFindings();
-        run_ = std::move(run);
-        return valid ? S_OK : S_FALSE;
-    } catch (...) {
-        findings_.RemoveAll();
-        return E_FAIL;
-    }
+    const auto makeRun = [&] {
+        return std::make_unique<dyadctx::FileCheckRun>(file, nullptr,
+                                                       dyadctx::FileCheckOptions{deep_, silenced_});
+    };
+    return RunCheck(makeRun, run_, findings_);
+}
+
+VELResult VELDyadCtxFileCheck::Run(const VELUnicodeString& name, const VELUnicodeString& text) {
+    const auto makeRun = [&] {
+        return std::make_unique<dyadctx::FileCheckRun>(name, &text,
+                                                       dyadctx::FileCheckOptions{deep_, silenced_});
+    };
+    return RunCheck(makeRun, run_, findings_);
 }
 
 int VELDyadCtxFileCheck::GetNbFindings(VELDyadCtxSeverity severity) const noexcept {
@@ -83,6 +105,17 @@ VELResult VELDyadCtxFileCheck::GetPlace(const VELDyadContext* context, int& line
             return E_FAIL;
         line = place->line;
         column = place->column;
+        return S_OK;
+    } catch (...) {
+        return E_FAIL;
+    }
+}
+
+VELResult VELDyadCtxFileCheck::GetFactoryMessage(VELUnicodeString& message) const {
+    if (run_ == nullptr)
+        return E_FAIL;
+    try {
+        message = run_->FactoryMessage();
         return S_OK;
     } catch (...) {
         return E_FAIL;

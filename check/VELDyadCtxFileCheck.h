@@ -47,6 +47,10 @@ public:
     // when a host's provider throws; there are then no findings and no collector. A file that
     // cannot be opened or parsed for want of memory counts as one that cannot be read.
     VELResult Run(const VELUnicodeString& file);
+    // The same for a text, the bytes of a file in any encoding that a file may have, as if a file
+    // `name` held them. Whether the name is that of a context file is not looked at, and no file of
+    // that name is opened.
+    VELResult Run(const VELUnicodeString& name, const VELUnicodeString& text);
 
     // ---- What came of it, until the next Run ---------------------------------------------------
     int GetNbFindings() const noexcept { return findings_.Size(); }
@@ -62,6 +66,10 @@ public:
     // Where the element of a context of that collector stands, declared or placeholder. E_FAIL, and
     // the outputs as before, for any other context.
     VELResult GetPlace(const VELDyadContext* context, int& line, int& column) const;
+    // The message of a factory for the same text, or for the file as it is now, which is read again
+    // for it; empty where it takes the file. E_FAIL, and `message` as before, without memory, when
+    // a host's provider throws, and before the first Run.
+    VELResult GetFactoryMessage(VELUnicodeString& message) const;
 
 private:
     bool deep_ = false;

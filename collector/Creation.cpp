@@ -2,6 +2,7 @@
 // validated; what fails leaves a message and no collector.
 #include "collector/VELDyadCtxCollector.h"
 
+#include "collector/detail/CollectorAccess.h"
 #include "collector/detail/CollectorIndex.h"
 #include "collector/detail/ContextFileSource.h"
 #include "collector/detail/Finding.h"
@@ -150,9 +151,16 @@ VELDyadCtxCollector* VELDyadCtxCollector::CreateCollectorFromXMLFile(const VELUn
         LogError(CreateMethod, dyadctx::key::XMLFileNotValid, message, &file, 1, 1);
         return nullptr;
     }
-    OwnedCollector collector(new VELDyadCtxCollector(file, isDefault));
+    return dyadctx::CollectorAccess::CreateCollectorFromContents(file, isDefault, nullptr, message);
+}
+
+VELDyadCtxCollector* dyadctx::CollectorAccess::CreateCollectorFromContents(
+    const VELUnicodeString& file, unsigned char isDefault, const VELUnicodeString* text,
+    VELUnicodeString& message) {
+    OwnedCollector collector(New(file, isDefault));
+    VELDyadCtxXml xml(collector.get());
     const char* failedStep = nullptr;
-    if (VELDyadCtxXml(collector.get()).Unstream(message) < 0)
+    if ((text != nullptr ? xml.Unstream(*text, message) : xml.Unstream(message)) < 0)
         failedStep = dyadctx::key::StepParse;
     else if (collector->SetFriendsAndAssociated(message) < 0)
         failedStep = dyadctx::key::StepSetFriendsAndAssociated;

@@ -175,6 +175,9 @@ public:
                     VELISAXEntityResolver* entities, const VELListValVELUnicodeString& optionNames,
                     const VELListValVELUnicodeString& optionValues,
                     VELIDOMDocument& document) const;
+    // The same for a text: the bytes of a file, in any encoding that a file may have.
+    VELResult ParseText(const VELUnicodeString& text, VELISAXErrorHandler* errors,
+                        VELIDOMDocument& document) const;
 
     // An empty document.
     VELResult CreateDocument(VELIDOMDocument& document) const;

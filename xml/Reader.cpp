@@ -28,6 +28,8 @@ private:
 
 VELResult ParseFile(const VELIXMLDOMDocumentBuilder& builder, VELISAXErrorHandler* errors,
                     const ReadState& state, VELIDOMDocument& document) {
+    if (state.text != nullptr)
+        return builder.ParseText(*state.text, errors, document);
     VELListValVELUnicodeString optionNames;
     VELListValVELUnicodeString optionValues;
     optionNames.Append(VELUnicodeString(format::ValidationOption));
@@ -91,10 +93,18 @@ VELDyadCtxXml::~VELDyadCtxXml() {
 }
 
 VELResult VELDyadCtxXml::Unstream(VELUnicodeString& message) {
+    return Read(nullptr, message);
+}
+
+VELResult VELDyadCtxXml::Unstream(const VELUnicodeString& text, VELUnicodeString& message) {
+    return Read(&text, message);
+}
+
+VELResult VELDyadCtxXml::Read(const VELUnicodeString* text, VELUnicodeString& message) {
     if (collector_ == nullptr)
         return E_FAIL;
     try {
-        return ReadFile({*collector_, message, places_, observer_});
+        return ReadFile({*collector_, message, places_, observer_, text});
     } catch (...) {
         return E_FAIL;
     }

@@ -26,8 +26,9 @@ struct FileCheckOptions {
 
 class FileCheckRun final : private ReadObserver, private FindingReporter {
 public:
-    // Runs the check. Throws std::bad_alloc.
-    FileCheckRun(const VELUnicodeString& file, const FileCheckOptions& options);
+    // Runs the check, of the file where `text` is null. Throws std::bad_alloc.
+    FileCheckRun(const VELUnicodeString& file, const VELUnicodeString* text,
+                 const FileCheckOptions& options);
     FileCheckRun(const FileCheckRun&) = delete;
     FileCheckRun& operator=(const FileCheckRun&) = delete;
 
@@ -38,6 +39,8 @@ public:
     // The place of a context's element as a finding tells it; nothing for a context that is not of
     // the file. Throws std::bad_alloc.
     std::optional<Place> PlaceOf(const VELDyadContext* context);
+    // What a factory says. Throws std::bad_alloc.
+    VELUnicodeString FactoryMessage() const;
 
 private:
     struct LeftOut {
@@ -87,6 +90,8 @@ private:
     int PositionOfName(const VELUnicodeString& name) const;
 
     VELUnicodeString file_;
+    // In place of what the file holds.
+    std::optional<VELUnicodeString> contents_;
     FileCheckOptions options_;
     std::unique_ptr<VELDyadCtxCollector> collector_;
     FindingList findings_;

@@ -16,6 +16,8 @@ namespace dyadctx {
 class SourceText {
 public:
     explicit SourceText(const VELUnicodeString& file);
+    // The text outlives the object.
+    explicit SourceText(std::string_view text);
 
     Place InCharacters(Place place) const;
     // Where an attribute of the element at `element` begins; the element where it is not written
@@ -26,6 +28,7 @@ private:
     static constexpr std::size_t Nowhere = static_cast<std::size_t>(-1);
 
     void Read(const VELUnicodeString& file);
+    void Index();
     void FindLines();
     void CountCharacters();
     std::size_t OffsetOf(Place place) const noexcept;

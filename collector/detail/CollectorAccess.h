@@ -62,6 +62,12 @@ struct CollectorAccess {
                                                  VELUnicodeString& message) {
         return Collector::CreateCollectorFromXMLFile(file, isDefault, message);
     }
+    // What a factory makes of a file whose path is known to be that of a context file. Where `text`
+    // is not null it is read in place of the file. Defined in Creation.cpp.
+    static Collector* CreateCollectorFromContents(const VELUnicodeString& file,
+                                                  unsigned char isDefault,
+                                                  const VELUnicodeString* text,
+                                                  VELUnicodeString& message);
     static VELResult CheckXMLFile(const VELUnicodeString& file) {
         return Collector::CheckXMLFile(file);
     }

@@ -13,6 +13,7 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <string_view>
 
 using dyadctx::DomCall;
 using dyadctx::DomDocument;
@@ -27,6 +28,19 @@ public:
 
 private:
     dyadctx::FileReader& file_;
+};
+
+class TextSource final : public dyadctx::XmlSource {
+public:
+    explicit TextSource(std::string_view text) : rest_(text) {}
+    std::int64_t Read(void* buffer, std::size_t size) override {
+        const std::size_t count = rest_.copy(static_cast<char*>(buffer), size);
+        rest_.remove_prefix(count);
+        return static_cast<std::int64_t>(count);
+    }
+
+private:
+    std::string_view rest_;
 };
 
 std::unique_ptr<DomDocument> ParseFile(const VELUnicodeString& path,
@@ -46,14 +60,18 @@ std::unique_ptr<DomDocument> ParseFile(const VELUnicodeString& path,
 }
 
 // The handler is the caller's code, and what it throws goes no further.
-void Tell(VELISAXErrorHandler* errors, const dyadctx::XmlFailure& failure) noexcept {
+VELResult TellUnlessParsed(const VELIDOMDocument& document, const dyadctx::XmlFailure& failure,
+                           VELISAXErrorHandler* errors) noexcept {
+    if (!document.IsNull())
+        return S_OK;
     if (errors == nullptr)
-        return;
+        return E_FAIL;
     try {
         errors->FatalError(static_cast<int>(failure.position.line),
                            static_cast<int>(failure.position.column), failure.reason);
+        return E_FAIL;
     } catch (...) {
-        return;
+        return E_FAIL;
     }
 }
 
@@ -98,14 +116,19 @@ VELResult VELIXMLDOMDocumentBuilder::Parse(const VELUnicodeString& file,
     if (IsNull())
         VELBaseUnknown_var::ThrowErrorNullVar();
     dyadctx::XmlFailure failure;
-    std::unique_ptr<DomDocument> parsed = ParseFile(file, failure);
-    if (parsed == nullptr) {
-        document = VELIDOMDocument();
-        Tell(errors, failure);
-        return E_FAIL;
-    }
-    document = VELIDOMDocument(parsed.release());
-    return S_OK;
+    document = VELIDOMDocument(ParseFile(file, failure).release());
+    return TellUnlessParsed(document, failure, errors);
+}
+
+VELResult VELIXMLDOMDocumentBuilder::ParseText(const VELUnicodeString& text,
+                                               VELISAXErrorHandler* errors,
+                                               VELIDOMDocument& document) const {
+    if (IsNull())
+        VELBaseUnknown_var::ThrowErrorNullVar();
+    dyadctx::XmlFailure failure;
+    TextSource source(text.AsView());
+    document = VELIDOMDocument(dyadctx::ParseXml(source, failure).release());
+    return TellUnlessParsed(document, failure, errors);
 }
 
 VELResult VELIXMLDOMDocumentBuilder::CreateDocument(VELIDOMDocument& document) const {

@@ -10,6 +10,7 @@
 #include <random>
 #include <set>
 #include <sstream>
+#include <utility>
 
 namespace dyadctx::test {
 
@@ -102,6 +103,28 @@ std::set<std::string> ErrorTexts(const VELDyadCtxFileCheck& check) {
     return texts;
 }
 
+// Everything a check finds, to compare two checks.
+std::vector<std::string> FindingsOf(const VELDyadCtxFileCheck& check) {
+    std::vector<std::string> lines = PlacesOf(check);
+    for (int pos = 1; pos <= check.GetNbFindings(); ++pos)
+        lines[static_cast<std::size_t>(pos) - 1] += " " + Text(check.GetFindingAt(pos).text);
+    return lines;
+}
+
+void ExpectTheSameOfTheText(const VELDyadCtxFileCheck& check, const Creation& creation,
+                            const std::string& file, const std::string& text) {
+    VELDyadCtxFileCheck ofText;
+    EXPECT_EQ(ofText.Run(file.c_str(), VELUnicodeString(text)),
+              creation.collector != nullptr ? S_OK : S_FALSE);
+    EXPECT_EQ(FindingsOf(ofText), FindingsOf(check));
+    EXPECT_EQ(ViewOf(*ofText.GetCollector()), ViewOf(*check.GetCollector()));
+    for (const VELDyadCtxFileCheck* one : {&check, &std::as_const(ofText)}) {
+        VELUnicodeString message;
+        EXPECT_EQ(one->GetFactoryMessage(message), S_OK);
+        EXPECT_EQ(Text(message), creation.message);
+    }
+}
+
 // How many of the files a factory refused.
 int CompareOnRandomFiles(std::uint32_t firstSeed) {
     const KeyCatalog catalog;
@@ -109,8 +132,8 @@ int CompareOnRandomFiles(std::uint32_t firstSeed) {
     int refused = 0;
     for (std::uint32_t seed = firstSeed; seed < firstSeed + Files; ++seed) {
         SCOPED_TRACE(seed);
-        const std::string file =
-            folder.Write("file.xml", DocumentWith(FaultyContexts(seed).Make()));
+        const std::string text = DocumentWith(FaultyContexts(seed).Make());
+        const std::string file = folder.Write("file.xml", text);
         const Creation creation = CreateFromFile(file);
         VELDyadCtxFileCheck check;
         EXPECT_EQ(check.Run(file.c_str()), creation.collector != nullptr ? S_OK : S_FALSE);
@@ -122,6 +145,7 @@ int CompareOnRandomFiles(std::uint32_t firstSeed) {
         if (creation.collector != nullptr) {
             EXPECT_EQ(ViewOf(*check.GetCollector()), ViewOf(*creation.collector));
         }
+        ExpectTheSameOfTheText(check, creation, file, text);
         refused += creation.collector == nullptr ? 1 : 0;
         if (testing::Test::HasFailure())
             break;

@@ -44,14 +44,15 @@ bool IsUnreadable(const VELDyadCtxFileCheck& check) {
     return id == "Ctx.Collector.XMLFileNotValid" || id == "Ctx.Parse.XMLSyntaxError";
 }
 
-int CheckWithFailures(const VELUnicodeString& file, const std::string& expected) {
+int CheckWithFailures(const VELUnicodeString& file, const VELUnicodeString* text,
+                      const std::string& expected) {
     return ForEachAllocation([&](int number) {
         VELDyadCtxFileCheck check;
         VELResult result = S_OK;
         bool failed = false;
         {
             const FailingAllocation failing(number);
-            result = check.Run(file);
+            result = text != nullptr ? check.Run(file, *text) : check.Run(file);
             failed = failing.HasFailed();
         }
         if (result < 0) {
@@ -72,7 +73,9 @@ void ExpectNothingHalf() {
     const std::string expected = Describe(whole);
     ASSERT_NE(expected.find("nearest-name"), std::string::npos) << expected;
     ASSERT_NE(expected.find("friend-ring"), std::string::npos) << expected;
-    EXPECT_GT(CheckWithFailures(file.c_str(), expected), 50);
+    EXPECT_GT(CheckWithFailures(file.c_str(), nullptr, expected), 50);
+    const VELUnicodeString text(DocumentWith(Contexts));
+    EXPECT_GT(CheckWithFailures(file.c_str(), &text, expected), 50);
 }
 
 } // namespace

@@ -41,6 +41,52 @@ TEST(FileCheck, RunAnswersWhetherAFactoryTakesTheFile) {
     EXPECT_EQ(check.GetNbFindings(Error), 0);
 }
 
+TEST(FileCheck, ATextIsCheckedUnderAnyNameAndNoFileIsOpened) {
+    const TemporaryFolder folder;
+    const std::string file =
+        folder.Write("file.xml", DocumentWith(R"(<Context Name="A" Parameter="a"/>)"));
+    for (const std::string& name : {file, std::string("<stdin>"), std::string()}) {
+        VELDyadCtxFileCheck check;
+        EXPECT_EQ(check.Run(name.c_str(), "<DyAdDescription>\n <CtxDate/></DyAdDescription>"),
+                  S_FALSE);
+        EXPECT_EQ(PlacesOf(check, Error), Lines({"1:1 Ctx.Parse.TagNotFound"}));
+        unsigned char isDefault = 1;
+        EXPECT_EQ(Text(check.GetCollector()->GetXMLFile(isDefault)), name);
+        EXPECT_EQ(isDefault, 0);
+    }
+}
+
+TEST(FileCheck, ATextMayHoldTheBytesOfAnyEncoding) {
+    const std::string latin = "<?xml version='1.0' encoding='ISO-8859-1'?>\n"
+                              "<DyAdDescription><CtxData><Context Name='\xE4' Parameter='a' "
+                              "ParameterType='Path'/></CtxData></DyAdDescription>";
+    VELDyadCtxFileCheck check;
+    EXPECT_EQ(check.Run("latin", VELUnicodeString(latin)), S_OK);
+    EXPECT_EQ(ViewOf(*check.GetCollector()), Lines({"\xC3\xA4"}));
+    const std::string wide = "\xFE\xFF" + std::string("\0<\0/\0>", 6);
+    EXPECT_EQ(check.Run("wide", VELUnicodeString(wide)), S_FALSE);
+    EXPECT_EQ(PlacesOf(check), Lines({"1:2 Ctx.Parse.XMLSyntaxError"}));
+    EXPECT_EQ(check.Run("empty", ""), S_FALSE);
+    EXPECT_EQ(PlacesOf(check), Lines({"1:1 Ctx.Parse.XMLSyntaxError"}));
+}
+
+TEST(FileCheck, TheMessageIsThatOfAFactory) {
+    VELDyadCtxFileCheck check;
+    VELUnicodeString message("before");
+    EXPECT_EQ(check.GetFactoryMessage(message), E_FAIL);
+    EXPECT_EQ(Text(message), "before");
+    EXPECT_EQ(check.Run("text", "<DyAdDescription><CtxData/></DyAdDescription>"), S_FALSE);
+    EXPECT_EQ(check.GetFactoryMessage(message), S_OK);
+    EXPECT_EQ(
+        Text(message),
+        "The context file cannot be read : The element <CtxData> is missing, empty or present "
+        "more than once. Write exactly one <CtxData> element and put the contexts inside "
+        "it.\n");
+    EXPECT_EQ(check.Run("/nowhere/file.xml"), S_FALSE);
+    EXPECT_EQ(check.GetFactoryMessage(message), S_OK);
+    EXPECT_EQ(Text(message), CreateFromFile("/nowhere/file.xml").message);
+}
+
 TEST(FileCheck, AFileThatCannotBeReadIsTheOnlyFinding) {
     VELDyadCtxFileCheck check;
     EXPECT_EQ(check.Run("/nowhere/file.xml"), S_FALSE);

@@ -304,6 +304,36 @@ TEST(VELIXMLDOM, ANullBuilderThrows) {
 
     EXPECT_THROW(builder.Parse("x.xml", nullptr, nullptr, NoOptions, NoOptions, document),
                  VELNullHandleError);
+    EXPECT_THROW(builder.ParseText("<a/>", nullptr, document), VELNullHandleError);
     EXPECT_THROW(builder.CreateDocument(document), VELNullHandleError);
     EXPECT_THROW(builder.Write(document, "x.xml", NoOptions, NoOptions), VELNullHandleError);
+}
+
+TEST(VELIXMLDOM, ATextIsReadAsTheFileThatHoldsIt) {
+    const std::string wide("\xFF\xFE<\0a\0/\0>\0", 10);
+    for (const std::string& text :
+         {NestedXml(3), wide, "<a>" + std::string(300000, 'x') + "</a>"}) {
+        const DomReading file = ReadXml(text);
+        VELIDOMDocument document;
+        ASSERT_EQ(MakeBuilder().ParseText(VELUnicodeString(text), nullptr, document), S_OK);
+        EXPECT_EQ(OutlineOf(RootOf(document)), OutlineOf(RootOf(file.document)));
+        EXPECT_EQ(RootOf(document).GetColumn(), RootOf(file.document).GetColumn());
+    }
+}
+
+TEST(VELIXMLDOM, ATextThatIsNoDocumentIsRefusedAsAFileIs) {
+    class Recorder : public VELISAXErrorHandler {
+    public:
+        void FatalError(int line, int column, const char* reason) override {
+            failures.push_back({line, column, reason});
+        }
+        std::vector<DomFailure> failures;
+    };
+    VELIDOMDocument document = MakeDocument();
+    Recorder errors;
+    EXPECT_EQ(MakeBuilder().ParseText("<a>\n <b x='1' x='2'/></a>", &errors, document), E_FAIL);
+    EXPECT_TRUE(document.IsNull());
+    EXPECT_EQ(errors.failures,
+              std::vector<DomFailure>({{2, 11, "the element has the same attribute twice"}}));
+    EXPECT_EQ(MakeBuilder().ParseText("", nullptr, document), E_FAIL);
 }

@@ -18,6 +18,8 @@ struct ReadState {
     ContextPlaces* places;
     // Null unless somebody wants to know every fault.
     ReadObserver* observer = nullptr;
+    // The bytes of the collector's file; null where the file itself is to be read.
+    const VELUnicodeString* text = nullptr;
     // Set once there is a document.
     const FormatIds* ids = nullptr;
 

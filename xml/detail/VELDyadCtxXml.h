@@ -28,6 +28,8 @@ public:
 
     // Reads the collector's own file.
     VELResult Unstream(VELUnicodeString& message);
+    // The same from the bytes of that file, which is not opened then.
+    VELResult Unstream(const VELUnicodeString& text, VELUnicodeString& message);
     // Writes the collector's current view. Adds no message.
     VELResult Stream(const VELUnicodeString& target, VELUnicodeString& message);
 
@@ -39,6 +41,9 @@ public:
                                                          const VELListValVELUnicodeString& values);
 
 private:
+    // Reads the file where `text` is null.
+    VELResult Read(const VELUnicodeString* text, VELUnicodeString& message);
+
     VELDyadCtxCollector* collector_;
     dyadctx::ContextPlaces* places_;
     dyadctx::ReadObserver* observer_;
