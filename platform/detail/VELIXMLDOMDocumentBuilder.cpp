@@ -1,10 +1,10 @@
 #include "platform/VELIXMLDOM.h"
 
 #include "platform/VELBaseUnknown_var.h"
+#include "platform/VELFileSystem.h"
 #include "platform/detail/DomDocument.h"
 #include "platform/detail/DomFaults.h"
 #include "platform/detail/FileReader.h"
-#include "platform/detail/FileWriter.h"
 #include "platform/detail/XmlParser.h"
 #include "platform/detail/XmlReasons.h"
 #include "platform/detail/XmlSerializer.h"
@@ -100,7 +100,7 @@ VELResult WriteFile(const DomDocument& document, const VELUnicodeString& file,
         std::string text;
         if (!dyadctx::SerializeXml(document, layout, text))
             return E_FAIL;
-        return dyadctx::ReplaceFile(file, text);
+        return VELReplaceFile(file, text);
     } catch (...) {
         return E_FAIL;
     }

@@ -1,89 +1,58 @@
-#include "platform/detail/FileWriter.h"
+#include "platform/VELFileSystem.h"
 
 #include "platform/detail/NativePath.h"
 #include "platform/posix/Descriptor.h"
+#include "platform/posix/FileTarget.h"
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdint>
 #include <cstdio>
+#include <ctime>
 #include <exception>
 #include <fcntl.h>
+#include <poll.h>
 #include <string>
 #include <sys/random.h>
-#include <sys/stat.h>
 
 namespace dyadctx {
 
 namespace {
 
-constexpr int MostLinks = 40;
+using Kind = Refusal::Kind;
+
+constexpr int MostLooks = 100;
 constexpr int MostAttempts = 100;
 constexpr mode_t RightsMask = 07777;
+constexpr mode_t SetIdBits = S_ISUID | S_ISGID;
 constexpr mode_t RightsOfNewFile = 0666;
 constexpr mode_t RightsWhileReplacing = 0600;
 
-struct Target {
-    std::string path;
-    bool exists = false;
-    struct stat status {};
-};
-
-// With the separator at its end; empty for a name without folder.
-std::string FolderOf(const std::string& path) {
-    return path.substr(0, path.rfind('/') + 1);
+Refusal NotWritten() {
+    return {Kind::NotWritten, errno};
 }
 
-bool ReadLink(const std::string& path, std::string& leadsTo) {
-    std::array<char, 4096> text;
-    const ssize_t length = readlink(path.c_str(), text.data(), text.size());
-    if (length <= 0 || static_cast<std::size_t>(length) == text.size())
-        return false;
-    leadsTo.assign(text.data(), static_cast<std::size_t>(length));
-    return true;
+// A descriptor may be set not to wait; what cannot take more just now is waited for.
+bool WaitUntilWritable(int descriptor) {
+    pollfd waited{descriptor, POLLOUT, 0};
+    return poll(&waited, 1, -1) >= 0 || errno == EINTR;
 }
 
-// Follows the symbolic links at the end of the path, also to a file that does not exist yet.
-bool FollowLinks(std::string& path) {
-    for (int links = 0; links <= MostLinks; ++links) {
-        struct stat status {};
-        if (lstat(path.c_str(), &status) != 0)
-            return errno == ENOENT;
-        if (!S_ISLNK(status.st_mode))
-            return true;
-        std::string leadsTo;
-        if (!ReadLink(path, leadsTo))
-            return false;
-        path = leadsTo.front() == '/' ? leadsTo : FolderOf(path).append(leadsTo);
+Refusal WriteAll(int descriptor, std::string_view content) {
+    while (!content.empty()) {
+        const ssize_t written = write(descriptor, content.data(), content.size());
+        if (written > 0)
+            content.remove_prefix(static_cast<std::size_t>(written));
+        else if (written == 0)
+            return {Kind::NotWritten, ENOSPC};
+        else if (errno == EAGAIN ? !WaitUntilWritable(descriptor) : errno != EINTR)
+            return NotWritten();
     }
-    return false;
+    return {};
 }
 
-bool IsSameFile(const struct stat& one, const struct stat& other) {
-    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
-}
-
-bool MayBeWritten(const std::string& path) {
-    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
-}
-
-// Finds the file to replace behind the links; false for what must not be replaced.
-bool FindTarget(const std::string& path, Target& target) {
-    struct stat status {};
-    target.exists = stat(path.c_str(), &status) == 0;
-    if (!target.exists && errno != ENOENT)
-        return false;
-    if (target.exists && !S_ISREG(status.st_mode))
-        return false;
-    target.path = path;
-    if (!FollowLinks(target.path))
-        return false;
-    if (!target.exists)
-        return !target.path.empty() && target.path.back() != '/';
-    // The text of a link in /proc does not always lead where the link leads.
-    return stat(target.path.c_str(), &target.status) == 0 && IsSameFile(status, target.status) &&
-           MayBeWritten(target.path);
-}
+// ---- Replacing a regular file ---------------------------------------------------------------
 
 // The file that takes the new content. It stands beside the target, as only there a rename is
 // atomic, and goes with this object unless it became the target.
@@ -97,73 +66,115 @@ public:
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    bool Create(const std::string& folder, mode_t mode);
-    bool Write(std::string_view content);
-    bool TakeRightsOf(const struct stat& status);
-    bool Finish();
-    bool Become(const std::string& target);
+    Refusal Create(const std::string& folder, mode_t mode);
+    Refusal Write(std::string_view content) { return WriteAll(file_.Get(), content); }
+    Refusal TakeRightsOf(const struct stat& status);
+    Refusal Finish();
+    Refusal Become(const std::string& target);
 
 private:
     std::string path_;
     Descriptor file_;
 };
 
-bool TemporaryFile::Create(const std::string& folder, mode_t mode) {
+Refusal FolderRefusal() {
+    switch (errno) {
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return {Kind::FolderNotPermitted, errno, "the folder permits no new file"};
+    case ENOENT:
+    case ENOTDIR:
+        return {Kind::PathNotUsable, errno, "the folder does not exist"};
+    default:
+        return NotWritten();
+    }
+}
+
+Refusal TemporaryFile::Create(const std::string& folder, mode_t mode) {
+    constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
     for (int attempt = 0; attempt < MostAttempts; ++attempt) {
         std::uint64_t number = 0;
         if (getentropy(&number, sizeof number) != 0)
-            return false;
+            return NotWritten();
         std::array<char, 40> name;
         std::snprintf(name.data(), name.size(), ".dyadctx-%016llx.tmp",
                       static_cast<unsigned long long>(number));
         std::string path = folder + name.data();
-        file_ = Descriptor(
-            open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
+        file_ = Descriptor(open(path.c_str(), flags, mode));
         if (file_.IsOpen()) {
             path_.swap(path);
-            return true;
+            return {};
         }
         if (errno != EEXIST && errno != EINTR)
-            return false;
+            return FolderRefusal();
     }
-    return false;
+    return NotWritten();
 }
 
-bool TemporaryFile::Write(std::string_view content) {
-    while (!content.empty()) {
-        const ssize_t written = write(file_.Get(), content.data(), content.size());
-        if (written > 0)
-            content.remove_prefix(static_cast<std::size_t>(written));
-        else if (written == 0 || errno != EINTR)
-            return false;
+// No one gets a right through this that he did not have before.
+mode_t RightsToKeep(mode_t mode, bool ownerKept, bool groupKept) {
+    mode_t rights = mode & RightsMask;
+    if (!ownerKept || !groupKept)
+        rights &= ~SetIdBits;
+    if (!groupKept) {
+        // Who was in the group before is one of the others now.
+        const mode_t others = rights & (rights >> 3U) & S_IRWXO;
+        rights = (rights & ~static_cast<mode_t>(S_IRWXG | S_IRWXO)) | others;
     }
-    return true;
+    return rights;
 }
 
-bool TemporaryFile::TakeRightsOf(const struct stat& status) {
+// Gives a file away; `kept` tells whether that could be done.
+Refusal GiveTo(int file, uid_t owner, gid_t group, bool& kept) {
+    kept = fchown(file, owner, group) == 0;
+    // EINVAL: an owner that this user namespace does not know.
+    return kept || errno == EPERM || errno == EINVAL ? Refusal{} : NotWritten();
+}
+
+Refusal TemporaryFile::TakeRightsOf(const struct stat& status) {
     struct stat own {};
     if (fstat(file_.Get(), &own) != 0)
-        return false;
-    const bool sameOwner = own.st_uid == status.st_uid && own.st_gid == status.st_gid;
-    // The owner first: changing it clears bits of the mode.
-    return (sameOwner || fchown(file_.Get(), status.st_uid, status.st_gid) == 0) &&
-           fchmod(file_.Get(), status.st_mode & RightsMask) == 0;
+        return NotWritten();
+    bool ownerKept = own.st_uid == status.st_uid;
+    bool groupKept = own.st_gid == status.st_gid;
+    if (!ownerKept || !groupKept) {
+        bool bothKept = false;
+        const Refusal refusal = GiveTo(file_.Get(), status.st_uid, status.st_gid, bothKept);
+        if (refusal.IsRefusal())
+            return refusal;
+        ownerKept = ownerKept || bothKept;
+        groupKept = groupKept || bothKept;
+    }
+    if (!groupKept) {
+        const Refusal refusal =
+            GiveTo(file_.Get(), static_cast<uid_t>(-1), status.st_gid, groupKept);
+        if (refusal.IsRefusal())
+            return refusal;
+    }
+    // Last, as a change of the owner clears bits of the mode.
+    const mode_t rights = RightsToKeep(status.st_mode, ownerKept, groupKept);
+    return fchmod(file_.Get(), rights) == 0 ? Refusal{} : NotWritten();
 }
 
 // Sees to it that the content has reached the disk before the name leads to it.
-bool TemporaryFile::Finish() {
+Refusal TemporaryFile::Finish() {
     int result = -1;
     do {
         result = fsync(file_.Get());
     } while (result != 0 && errno == EINTR);
-    return result == 0 && file_.Close();
+    return result == 0 && file_.Close() ? Refusal{} : NotWritten();
 }
 
-bool TemporaryFile::Become(const std::string& target) {
-    if (rename(path_.c_str(), target.c_str()) != 0)
-        return false;
+Refusal TemporaryFile::Become(const std::string& target) {
+    if (rename(path_.c_str(), target.c_str()) != 0) {
+        if (errno == EPERM || errno == EACCES)
+            return {Kind::FolderNotPermitted, errno,
+                    "the folder does not permit to replace the file"};
+        return NotWritten();
+    }
     path_.clear();
-    return true;
+    return {};
 }
 
 // Makes the rename last. Not every file system can do that, and a folder may be writable without
@@ -175,33 +186,136 @@ void FlushFolder(const std::string& folder) {
         fsync(opened.Get());
 }
 
-bool Replace(const Target& target, std::string_view content) {
+Refusal Replace(const FileTarget& target, std::string_view content) {
     const std::string folder = FolderOf(target.path);
     TemporaryFile file;
-    if (!file.Create(folder, target.exists ? RightsWhileReplacing : RightsOfNewFile))
-        return false;
-    if (!file.Write(content))
-        return false;
-    if (target.exists && !file.TakeRightsOf(target.status))
-        return false;
-    if (!file.Finish() || !file.Become(target.path))
-        return false;
-    FlushFolder(folder);
-    return true;
+    Refusal refusal = file.Create(folder, target.exists ? RightsWhileReplacing : RightsOfNewFile);
+    if (!refusal.IsRefusal())
+        refusal = file.Write(content);
+    if (!refusal.IsRefusal() && target.exists)
+        refusal = file.TakeRightsOf(target.status);
+    if (!refusal.IsRefusal())
+        refusal = file.Finish();
+    if (!refusal.IsRefusal())
+        refusal = file.Become(target.path);
+    if (!refusal.IsRefusal())
+        FlushFolder(folder);
+    return refusal;
+}
+
+// ---- Writing directly -----------------------------------------------------------------------
+
+// Holds SIGPIPE back in the calling thread, so that a reader that goes away is an error of the
+// write and not the end of the process.
+class PipeSignalHeldBack {
+public:
+    PipeSignalHeldBack() {
+        sigemptyset(&pipe_);
+        sigaddset(&pipe_, SIGPIPE);
+        sigset_t pending;
+        sigpending(&pending);
+        wasPending_ = sigismember(&pending, SIGPIPE) == 1;
+        pthread_sigmask(SIG_BLOCK, &pipe_, &former_);
+    }
+    ~PipeSignalHeldBack() {
+        // The signal that the write raised is taken away, not one that waited before.
+        const timespec noTime{};
+        while (!wasPending_ && sigtimedwait(&pipe_, nullptr, &noTime) < 0 && errno == EINTR) {
+        }
+        pthread_sigmask(SIG_SETMASK, &former_, nullptr);
+    }
+    PipeSignalHeldBack(const PipeSignalHeldBack&) = delete;
+    PipeSignalHeldBack& operator=(const PipeSignalHeldBack&) = delete;
+
+private:
+    sigset_t pipe_;
+    sigset_t former_;
+    bool wasPending_ = false;
+};
+
+Refusal WriteAndClose(Descriptor file, std::string_view content) {
+    const PipeSignalHeldBack held;
+    const Refusal refusal = WriteAll(file.Get(), content);
+    if (refusal.IsRefusal())
+        return refusal;
+    return file.Close() ? Refusal{} : NotWritten();
+}
+
+Refusal WriteToDescriptor(int number, std::string_view content) {
+    // Above the standard streams, which others expect to find where they are.
+    Descriptor copy(fcntl(number, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+    if (!copy.IsOpen())
+        return {Kind::PathNotUsable, errno};
+    return WriteAndClose(std::move(copy), content);
+}
+
+Refusal OpeningRefusal(const FileTarget& target) {
+    if (errno == ENXIO && S_ISFIFO(target.status.st_mode))
+        return {Kind::NoReader, 0, "nobody reads from it"};
+    if (errno == EACCES || errno == EPERM || errno == EROFS)
+        return {Kind::NotPermitted, errno};
+    return NotWritten();
+}
+
+// Nothing when something else took the place of the device or FIFO.
+std::optional<Refusal> WriteToDevice(const FileTarget& target, std::string_view content) {
+    constexpr int flags = O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    Descriptor device(open(target.path.c_str(), flags));
+    if (!device.IsOpen())
+        return errno == ENOENT ? std::nullopt : std::optional(OpeningRefusal(target));
+    struct stat opened {};
+    if (fstat(device.Get(), &opened) != 0)
+        return NotWritten();
+    if (!IsSameFile(opened, target.status))
+        return std::nullopt;
+    return WriteAndClose(std::move(device), content);
+}
+
+// ---- Which of the two -----------------------------------------------------------------------
+
+const char* WhyNotReplaceable(mode_t mode) {
+    if (S_ISDIR(mode))
+        return "it is a folder";
+    return S_ISSOCK(mode) ? "it is a socket" : "it is a block device";
+}
+
+std::optional<Refusal> WriteTo(const FileTarget& target, std::string_view content) {
+    if (target.descriptor)
+        return WriteToDescriptor(*target.descriptor, content);
+    const mode_t mode = target.status.st_mode;
+    if (!target.exists || S_ISREG(mode))
+        return Replace(target, content);
+    if (S_ISCHR(mode) || S_ISFIFO(mode))
+        return WriteToDevice(target, content);
+    return Refusal{Kind::NotReplaceable, 0, WhyNotReplaceable(mode)};
+}
+
+// Others may replace the file too: what changes between two looks at it is looked at again.
+Refusal PutContent(const std::string& path, std::string_view content) {
+    for (int look = 0; look < MostLooks; ++look) {
+        FileTarget target;
+        std::optional<Refusal> result = LookAt(path, target);
+        if (result && !result->IsRefusal())
+            result = WriteTo(target, content);
+        if (result)
+            return *result;
+    }
+    return {Kind::NotReplaceable, 0, "it is another file at each look"};
 }
 
 } // namespace
 
-VELResult ReplaceFile(const VELUnicodeString& path, std::string_view content) noexcept {
+} // namespace dyadctx
+
+VELResult VELReplaceFile(const VELUnicodeString& path, std::string_view content,
+                         VELFileRefusal* refusal) noexcept {
+    using dyadctx::Refusal;
     try {
-        const auto native = NativePath(path.AsView());
-        Target target;
-        if (!native || !FindTarget(*native, target))
-            return E_FAIL;
-        return Replace(target, content) ? S_OK : E_FAIL;
+        const auto native = dyadctx::NativePath(path.AsView());
+        if (!native)
+            return dyadctx::Answer({Refusal::Kind::PathNotUsable, EINVAL}, refusal);
+        return dyadctx::Answer(dyadctx::PutContent(*native, content), refusal);
     } catch (const std::exception&) {
-        return E_FAIL;
+        return dyadctx::Answer({Refusal::Kind::NoMemory, 0, "out of memory"}, refusal);
     }
 }
-
-} // namespace dyadctx

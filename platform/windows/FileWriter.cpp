@@ -1,6 +1,6 @@
-#include "platform/detail/FileWriter.h"
-
 #include "platform/VELFileSystem.h"
+
+#include "platform/detail/FileRefusal.h"
 #include "platform/windows/WindowsApi.h"
 
 #include <algorithm>
@@ -14,6 +14,8 @@ namespace dyadctx {
 
 namespace {
 
+using Kind = Refusal::Kind;
+
 constexpr int MostAttempts = 100;
 constexpr std::size_t LargestWrite = std::size_t{1} << 30;
 constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
@@ -21,46 +23,117 @@ constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELET
 struct Target {
     std::wstring path;
     bool exists = false;
+    // An open stream, device or pipe to be written directly.
+    Handle stream;
 };
+
+Refusal SystemRefusal(Kind kind, const char* what = nullptr) {
+    return {kind, static_cast<int>(GetLastError()), what};
+}
+
+Refusal WriteAll(HANDLE file, std::string_view content) {
+    while (!content.empty()) {
+        DWORD written = 0;
+        const auto wanted = static_cast<DWORD>(std::min(content.size(), LargestWrite));
+        if (WriteFile(file, content.data(), wanted, &written, nullptr) == 0)
+            return SystemRefusal(Kind::NotWritten);
+        if (written == 0)
+            return {Kind::NotWritten, ERROR_DISK_FULL};
+        content.remove_prefix(written);
+    }
+    return {};
+}
+
+// ---- Where the path leads -------------------------------------------------------------------
 
 // With the separator at its end; empty for a name without folder.
 std::wstring FolderOf(const std::wstring& path) {
     return path.substr(0, path.rfind(L'\\') + 1);
 }
 
-// The path of an existing file behind the links that lead to it.
-bool FollowLinks(std::wstring& path) {
-    const Handle file(CreateFileW(path.c_str(), 0, ShareAll, nullptr, OPEN_EXISTING,
-                                  FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-    if (!file.IsOpen())
-        return false;
-    const DWORD needed = GetFinalPathNameByHandleW(file.Get(), nullptr, 0, FILE_NAME_NORMALIZED);
-    std::wstring found(needed, L'\0');
-    const DWORD length =
-        GetFinalPathNameByHandleW(file.Get(), found.data(), needed, FILE_NAME_NORMALIZED);
-    if (length == 0 || length >= needed)
-        return false;
-    found.resize(length);
-    path.swap(found);
-    return true;
+// Names such as "\\.\pipe\x": opening one can already wake another process.
+bool IsDeviceName(const std::wstring& path) {
+    return path.starts_with(L"\\\\.\\");
 }
 
-// Finds the file to replace behind the links; false for what must not be replaced.
-bool FindTarget(const VELUnicodeString& path, Target& target) {
+// The number that GetStdHandle knows; 0 for a path that is no standard stream.
+DWORD StandardStream(const std::wstring& path) {
+    if (path == L"\\dev\\stdout" || path == L"\\dev\\fd\\1")
+        return STD_OUTPUT_HANDLE;
+    return path == L"\\dev\\stderr" || path == L"\\dev\\fd\\2" ? STD_ERROR_HANDLE : 0;
+}
+
+Refusal OpenStandardStream(DWORD number, Target& target) {
+    HANDLE copy = INVALID_HANDLE_VALUE;
+    if (DuplicateHandle(GetCurrentProcess(), GetStdHandle(number), GetCurrentProcess(), &copy, 0,
+                        FALSE, DUPLICATE_SAME_ACCESS) == 0)
+        return SystemRefusal(Kind::PathNotUsable);
+    target.stream.Reset(copy);
+    return {};
+}
+
+// Never waits for the other end of a pipe.
+Refusal OpenDevice(Target& target) {
+    target.stream.Reset(CreateFileW(target.path.c_str(), GENERIC_WRITE, ShareAll, nullptr,
+                                    OPEN_EXISTING, 0, nullptr));
+    if (!target.stream.IsOpen())
+        return SystemRefusal(Kind::NoReader, "nobody reads from it");
+    if (GetFileType(target.stream.Get()) == FILE_TYPE_DISK)
+        return {Kind::NotReplaceable, 0, "it is a block device"};
+    return {};
+}
+
+// The path of an existing file behind the links that lead to it.
+Refusal FollowLinks(HANDLE file, std::wstring& path) {
+    const DWORD needed = GetFinalPathNameByHandleW(file, nullptr, 0, FILE_NAME_NORMALIZED);
+    std::wstring found(needed, L'\0');
+    const DWORD length =
+        GetFinalPathNameByHandleW(file, found.data(), needed, FILE_NAME_NORMALIZED);
+    if (length == 0 || length >= needed)
+        return SystemRefusal(Kind::PathNotUsable);
+    found.resize(length);
+    path.swap(found);
+    return {};
+}
+
+Refusal LookAtExisting(HANDLE file, Target& target) {
+    BY_HANDLE_FILE_INFORMATION description{};
+    if (GetFileType(file) != FILE_TYPE_DISK)
+        return OpenDevice(target);
+    if (GetFileInformationByHandle(file, &description) == 0)
+        return SystemRefusal(Kind::PathNotUsable);
+    if ((description.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+        return {Kind::NotReplaceable, 0, "it is a folder"};
+    const Handle writable(CreateFileW(target.path.c_str(), FILE_WRITE_DATA, ShareAll, nullptr,
+                                      OPEN_EXISTING, 0, nullptr));
+    if (!writable.IsOpen())
+        return SystemRefusal(Kind::NotPermitted);
+    target.exists = true;
+    return FollowLinks(file, target.path);
+}
+
+// Finds the file to replace behind the links, or the stream to write.
+Refusal LookAt(const VELUnicodeString& path, Target& target) {
     auto native = WidePath(path.AsView());
     if (!native || native->empty() || native->back() == L'\\')
-        return false;
+        return {Kind::PathNotUsable, ERROR_INVALID_NAME};
     target.path.swap(*native);
-    VELFileInfo info;
-    target.exists = VELGetFileInfo(path, info) == 0;
-    if (!target.exists) {
-        const DWORD attributes = GetFileAttributesW(target.path.c_str());
-        // What is there and yet cannot be described, such as a link that leads nowhere, is left.
-        return attributes == INVALID_FILE_ATTRIBUTES;
-    }
-    return info.mode == VELFileInfo::RegularFile && VELFileAccess(path, 2) == 0 &&
-           FollowLinks(target.path);
+    const DWORD standard = StandardStream(target.path);
+    if (standard != 0)
+        return OpenStandardStream(standard, target);
+    if (IsDeviceName(target.path))
+        return OpenDevice(target);
+    const Handle file(CreateFileW(target.path.c_str(), 0, ShareAll, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    if (file.IsOpen())
+        return LookAtExisting(file.Get(), target);
+    const Refusal refusal = SystemRefusal(Kind::PathNotUsable);
+    // What is there and yet cannot be described, such as a link that leads nowhere, is left.
+    const bool isThere = GetFileAttributesW(target.path.c_str()) != INVALID_FILE_ATTRIBUTES;
+    return isThere || refusal.code != ERROR_FILE_NOT_FOUND ? refusal : Refusal{};
 }
+
+// ---- Replacing a regular file ---------------------------------------------------------------
 
 // The file that takes the new content. It stands beside the target, as only there taking its place
 // is atomic, and goes with this object unless it became the target.
@@ -75,17 +148,17 @@ public:
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    bool Create(const std::wstring& folder);
-    bool Write(std::string_view content);
-    bool Finish();
-    bool Become(const Target& target);
+    Refusal Create(const std::wstring& folder);
+    Refusal Write(std::string_view content) { return WriteAll(file_.Get(), content); }
+    Refusal Finish();
+    Refusal Become(const Target& target);
 
 private:
     std::wstring path_;
     Handle file_;
 };
 
-bool TemporaryFile::Create(const std::wstring& folder) {
+Refusal TemporaryFile::Create(const std::wstring& folder) {
     std::random_device random;
     for (int attempt = 0; attempt < MostAttempts; ++attempt) {
         std::array<wchar_t, 40> name;
@@ -95,54 +168,70 @@ bool TemporaryFile::Create(const std::wstring& folder) {
                                 FILE_ATTRIBUTE_NORMAL, nullptr));
         if (file_.IsOpen()) {
             path_.swap(path);
-            return true;
+            return {};
         }
-        if (GetLastError() != ERROR_FILE_EXISTS)
-            return false;
+        const DWORD code = GetLastError();
+        if (code == ERROR_PATH_NOT_FOUND)
+            return SystemRefusal(Kind::PathNotUsable, "the folder does not exist");
+        if (code == ERROR_ACCESS_DENIED)
+            return SystemRefusal(Kind::FolderNotPermitted, "the folder permits no new file");
+        if (code != ERROR_FILE_EXISTS)
+            break;
     }
-    return false;
-}
-
-bool TemporaryFile::Write(std::string_view content) {
-    while (!content.empty()) {
-        DWORD written = 0;
-        const auto wanted = static_cast<DWORD>(std::min(content.size(), LargestWrite));
-        if (WriteFile(file_.Get(), content.data(), wanted, &written, nullptr) == 0 || written == 0)
-            return false;
-        content.remove_prefix(written);
-    }
-    return true;
+    return SystemRefusal(Kind::NotWritten);
 }
 
 // Sees to it that the content has reached the disk before the name leads to it.
-bool TemporaryFile::Finish() {
-    return FlushFileBuffers(file_.Get()) != 0 && file_.Close();
+Refusal TemporaryFile::Finish() {
+    const bool done = FlushFileBuffers(file_.Get()) != 0 && file_.Close();
+    return done ? Refusal{} : SystemRefusal(Kind::NotWritten);
 }
 
 // Taking the place of an existing file hands on its owner, rights and attributes.
-bool TemporaryFile::Become(const Target& target) {
+Refusal TemporaryFile::Become(const Target& target) {
     const BOOL done =
         target.exists
             ? ReplaceFileW(target.path.c_str(), path_.c_str(), nullptr, 0, nullptr, nullptr)
             : MoveFileExW(path_.c_str(), target.path.c_str(), MOVEFILE_WRITE_THROUGH);
     if (done == 0)
-        return false;
+        return SystemRefusal(Kind::NotWritten);
     path_.clear();
-    return true;
+    return {};
+}
+
+Refusal Replace(const Target& target, std::string_view content) {
+    TemporaryFile file;
+    Refusal refusal = file.Create(FolderOf(target.path));
+    if (!refusal.IsRefusal())
+        refusal = file.Write(content);
+    if (!refusal.IsRefusal())
+        refusal = file.Finish();
+    return refusal.IsRefusal() ? refusal : file.Become(target);
+}
+
+Refusal PutContent(const VELUnicodeString& path, std::string_view content) {
+    Target target;
+    Refusal refusal = LookAt(path, target);
+    if (refusal.IsRefusal())
+        return refusal;
+    if (!target.stream.IsOpen())
+        return Replace(target, content);
+    refusal = WriteAll(target.stream.Get(), content);
+    if (!refusal.IsRefusal() && !target.stream.Close())
+        refusal = SystemRefusal(Kind::NotWritten);
+    return refusal;
 }
 
 } // namespace
 
-VELResult ReplaceFile(const VELUnicodeString& path, std::string_view content) noexcept {
+} // namespace dyadctx
+
+VELResult VELReplaceFile(const VELUnicodeString& path, std::string_view content,
+                         VELFileRefusal* refusal) noexcept {
+    using dyadctx::Refusal;
     try {
-        Target target;
-        TemporaryFile file;
-        const bool done = FindTarget(path, target) && file.Create(FolderOf(target.path)) &&
-                          file.Write(content) && file.Finish() && file.Become(target);
-        return done ? S_OK : E_FAIL;
+        return dyadctx::Answer(dyadctx::PutContent(path, content), refusal);
     } catch (const std::exception&) {
-        return E_FAIL;
+        return dyadctx::Answer({Refusal::Kind::NoMemory, 0, "out of memory"}, refusal);
     }
 }
-
-} // namespace dyadctx

@@ -8,8 +8,6 @@
 #define NOMINMAX
 #endif
 #include <windows.h>
-// A macro that would rename our own function of this name.
-#undef ReplaceFile
 
 #include <optional>
 #include <string>

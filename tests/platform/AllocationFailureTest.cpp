@@ -6,7 +6,6 @@
 #include "platform/VELRawColl.h"
 #include "platform/VELSysSettingRepository.h"
 #include "platform/VELSysSimpleHashTable.h"
-#include "platform/detail/FileWriter.h"
 #include "platform/detail/InMemoryDbProvider.h"
 #include "support/EnvironmentVariable.h"
 #include "support/FailingAllocation.h"
@@ -262,8 +261,7 @@ TEST(AllocationFailure, AFileIsReplacedWhollyOrNot) {
     const TemporaryFolder folder;
     const VELUnicodeString path(folder.Write("a.xml", "former"));
     const int allocations = ForEachAllocation([&](int number) {
-        const bool failed =
-            RefusesWithout(number, [&] { return dyadctx::ReplaceFile(path, "new"); });
+        const bool failed = RefusesWithout(number, [&] { return VELReplaceFile(path, "new"); });
         EXPECT_EQ(failed ? "former" : "new", folder.Read("a.xml"));
         return failed;
     });

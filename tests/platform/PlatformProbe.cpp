@@ -3,7 +3,8 @@
 //   environment                  the DB context environment's answer
 //   setting REPOSITORY ATTRIBUTE the value, "absent" without repository, "refused" without value
 //   access PATH MODE             what VELFileAccess answers
-//   replace PATH TEXT            replaces a file; exit status 1 when that is refused
+//   replace PATH TEXT            replaces a file; when that is refused, the reason on standard
+//                                error and exit status 1
 //   replace-counted PATH TEXT    the same, seen by a tracer
 //   replace-without CALL PATH TEXT    the same while a system call fails
 //   replace-limited BYTES PATH TEXT   the same while files cannot grow beyond a size
@@ -13,7 +14,6 @@
 #include "platform/VELFileSystem.h"
 #include "platform/VELSysSettingRepository.h"
 #include "platform/detail/FileReader.h"
-#include "platform/detail/FileWriter.h"
 #include "support/SystemCalls.h"
 
 #include <array>
@@ -31,7 +31,11 @@ constexpr int WrongUse = 2;
 constexpr int NotPossibleHere = 77;
 
 int Replace(const std::string& path, const std::string& text) {
-    return dyadctx::ReplaceFile(VELUnicodeString(path), text) >= 0 ? Done : Refused;
+    VELFileRefusal refusal;
+    if (VELReplaceFile(VELUnicodeString(path), text, &refusal) >= 0)
+        return Done;
+    std::fputs(refusal.reason.ConvertToChar(), stderr);
+    return Refused;
 }
 
 int ReadSetting(const std::string& repository, const std::string& attribute) {

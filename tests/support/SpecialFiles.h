@@ -7,6 +7,36 @@ namespace dyadctx::test {
 
 void MakeFifo(const std::string& path);
 void MakeSocket(const std::string& path);
+// False where this process may not make one.
+bool MakeBlockDevice(const std::string& path);
+
+// An open file, FIFO or end of a pipe, which goes with this object. Opening never waits.
+class OpenFile {
+public:
+    enum class Way { Read, Write };
+    OpenFile(const std::string& path, Way way);
+    // The writing end of a pipe from which nobody reads any more.
+    static OpenFile ToClosedPipe();
+    ~OpenFile();
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+
+    int Number() const { return number_; }
+    void Write(const std::string& text) const;
+    // What comes, waiting for it, up to that size.
+    std::string Read(std::size_t size) const;
+
+private:
+    explicit OpenFile(int number) : number_(number) {}
+    int number_;
+};
+
+// The signal of a write that nobody reads, in this thread.
+bool IsPipeSignalPending();
+bool IsPipeSignalBlocked();
+// Blocks the signal and lets it wait, or takes that back.
+void RaiseBlockedPipeSignal();
+void DropBlockedPipeSignal();
 
 struct FileRights {
     unsigned int mode;

@@ -2,6 +2,7 @@
 #include "support/ChildProcess.h"
 #include "support/ContextFile.h"
 #include "support/EnvironmentVariable.h"
+#include "support/SpecialFiles.h"
 #include "support/SystemCallKiller.h"
 #include "support/TemporaryFolder.h"
 #include "xml/ReaderSupport.h"
@@ -29,13 +30,6 @@ VELResult WriteTo(const std::string& target) {
 
 std::size_t EntriesOf(const fs::path& folder) {
     return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), {}));
-}
-
-void MakeFifo(const std::string& path) {
-    ChildRun run;
-    run.program = "/usr/bin/mkfifo";
-    run.arguments = {path};
-    ASSERT_EQ(RunChild(run).status, 0);
 }
 
 } // namespace
@@ -87,17 +81,27 @@ TEST(WriterTargets, FolderIsRefused) {
     EXPECT_EQ(EntriesOf(folder.Path()), 1U);
 }
 
-TEST(WriterTargets, DevicesAndPipesAreNeverReplaced) {
+TEST(WriterTargets, DevicesAndPipesAreWrittenAndNeverReplaced) {
     const TemporaryFolder folder;
     MakeFifo(folder.PathOf("pipe"));
-    EXPECT_EQ(WriteTo(folder.PathOf("pipe")), E_FAIL);
-    EXPECT_TRUE(fs::is_fifo(folder.PathOf("pipe")));
-    for (const std::string device : {"/dev/null", "/dev/full"}) {
-        fs::create_symlink(device, folder.Path() / device.substr(5));
-        EXPECT_EQ(WriteTo(folder.PathOf(device.substr(5))), E_FAIL);
-        EXPECT_EQ(WriteTo(device), E_FAIL);
-        EXPECT_TRUE(fs::is_character_file(device));
+    EXPECT_EQ(WriteTo(folder.PathOf("pipe")), E_FAIL) << "without a reader";
+    {
+        const OpenFile reader(folder.PathOf("pipe"), OpenFile::Way::Read);
+        EXPECT_EQ(WriteTo(folder.PathOf("pipe")), S_OK);
+        EXPECT_EQ(reader.Read(OneContext.size()), OneContext);
     }
+    EXPECT_TRUE(fs::is_fifo(folder.PathOf("pipe")));
+    EXPECT_EQ(WriteTo("/dev/null"), S_OK);
+    EXPECT_EQ(WriteTo("/dev/full"), E_FAIL);
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
+    EXPECT_TRUE(fs::is_character_file("/dev/full"));
+}
+
+TEST(WriterTargets, ARefusalAddsNothingToTheMessage) {
+    const CollectorPtr collector = EmptyCollector();
+    VELUnicodeString message("before");
+    EXPECT_EQ(collector->Stream("/dev/full", message), E_FAIL);
+    EXPECT_STREQ(message.ConvertToChar(), "before");
 }
 
 TEST(WriterTargets, FolderThatIsMissingIsNotMade) {

@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <grp.h>
 #include <poll.h>
 #include <stdexcept>
 #include <string_view>
@@ -89,7 +90,7 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
     if (!run.workingFolder.empty() && chdir(run.workingFolder.c_str()) != 0)
         _exit(CannotStart);
     if (run.asOrdinaryUser && geteuid() == 0 &&
-        (setgid(OrdinaryUser) != 0 || setuid(OrdinaryUser) != 0))
+        (setgroups(0, nullptr) != 0 || setgid(OrdinaryUser) != 0 || setuid(OrdinaryUser) != 0))
         _exit(CannotStart);
     execve(run.program.c_str(), arguments, environment);
     _exit(CannotStart);

@@ -1,9 +1,15 @@
 #include "support/SpecialFiles.h"
 
+#include <array>
+#include <cerrno>
+#include <csignal>
 #include <cstring>
+#include <fcntl.h>
+#include <poll.h>
 #include <stdexcept>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <sys/un.h>
 #include <unistd.h>
 
@@ -16,6 +22,13 @@ constexpr unsigned int ModeBits = 07777;
 void Require(bool done, const std::string& path) {
     if (!done)
         throw std::runtime_error("cannot prepare " + path);
+}
+
+sigset_t PipeSignal() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGPIPE);
+    return signals;
 }
 
 } // namespace
@@ -33,6 +46,72 @@ void MakeSocket(const std::string& path) {
     const int bound = bind(made, reinterpret_cast<const sockaddr*>(&address), sizeof address);
     close(made);
     Require(bound == 0, path);
+}
+
+bool MakeBlockDevice(const std::string& path) {
+    // A number that no driver has, so that nothing is behind it.
+    return mknod(path.c_str(), S_IFBLK | 0666, makedev(240, 240)) == 0;
+}
+
+OpenFile::OpenFile(const std::string& path, Way way)
+    : number_(
+          open(path.c_str(), (way == Way::Read ? O_RDONLY : O_WRONLY) | O_NONBLOCK | O_CLOEXEC)) {
+    Require(number_ >= 0, path);
+}
+
+OpenFile OpenFile::ToClosedPipe() {
+    std::array<int, 2> ends{};
+    Require(pipe2(ends.data(), O_CLOEXEC) == 0, "a pipe");
+    close(ends[0]);
+    return OpenFile(ends[1]);
+}
+
+OpenFile::~OpenFile() {
+    close(number_);
+}
+
+void OpenFile::Write(const std::string& text) const {
+    Require(write(number_, text.data(), text.size()) == static_cast<ssize_t>(text.size()), text);
+}
+
+std::string OpenFile::Read(std::size_t size) const {
+    std::string text(size, '\0');
+    std::size_t done = 0;
+    while (done < size) {
+        pollfd waited{number_, POLLIN, 0};
+        poll(&waited, 1, 1000);
+        const ssize_t got = read(number_, text.data() + done, size - done);
+        if (got == 0 || (got < 0 && errno != EAGAIN && errno != EINTR))
+            break;
+        done += got > 0 ? static_cast<std::size_t>(got) : 0;
+    }
+    text.resize(done);
+    return text;
+}
+
+bool IsPipeSignalPending() {
+    sigset_t pending;
+    sigpending(&pending);
+    return sigismember(&pending, SIGPIPE) == 1;
+}
+
+bool IsPipeSignalBlocked() {
+    sigset_t blocked;
+    pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
+    return sigismember(&blocked, SIGPIPE) == 1;
+}
+
+void RaiseBlockedPipeSignal() {
+    const sigset_t signals = PipeSignal();
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    raise(SIGPIPE);
+}
+
+void DropBlockedPipeSignal() {
+    const sigset_t signals = PipeSignal();
+    const timespec noTime{};
+    sigtimedwait(&signals, nullptr, &noTime);
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
 FileRights RightsOf(const std::string& path) {

@@ -1,0 +1,34 @@
+#include "platform/detail/FileRefusal.h"
+
+#include <exception>
+#include <string>
+#include <system_error>
+
+namespace dyadctx {
+
+namespace {
+
+std::string ReasonOf(const Refusal& result) {
+    const std::string system =
+        result.code != 0 ? std::system_category().message(result.code) : std::string();
+    if (result.what == nullptr)
+        return system;
+    return system.empty() ? result.what : std::string(result.what) + " (" + system + ")";
+}
+
+} // namespace
+
+VELResult Answer(const Refusal& result, VELFileRefusal* refusal) noexcept {
+    if (refusal != nullptr) {
+        *refusal = VELFileRefusal();
+        refusal->kind = result.kind;
+        try {
+            refusal->reason = VELUnicodeString(ReasonOf(result));
+        } catch (const std::exception&) {
+            refusal->reason = VELUnicodeString();
+        }
+    }
+    return result.IsRefusal() ? E_FAIL : S_OK;
+}
+
+} // namespace dyadctx
