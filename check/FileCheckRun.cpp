@@ -98,7 +98,7 @@ const Place* FileCheckRun::ElementOf(const VELDyadContext* context) const noexce
 }
 
 void FileCheckRun::Run() {
-    if (!contents_ && JudgeContextFile(file_) != ContextFileVerdict::Usable) {
+    if (!contents_ && JudgeContextFile(file_) != VELDyadCtxPathVerdict::Usable) {
         findings_.Add(key::XMLFileNotValid, {&file_, 1}, {});
         return;
     }

@@ -8,7 +8,6 @@
 #include "collector/detail/Finding.h"
 #include "platform/VELDyadTrace.h"
 #include "platform/VELEnvironment.h"
-#include "platform/VELSysSettingRepository.h"
 #include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/ProcessSettings.h"
 #include "trace/detail/TraceLine.h"
@@ -24,25 +23,15 @@ using OwnedCollector = std::unique_ptr<VELDyadCtxCollector>;
 
 constexpr const char* CreateMethod = "VELDyadCtxCollector::CreateCollector";
 constexpr const char* DeleteMethod = "VELDyadCtxCollector::DeleteCollectorAtCreate";
-constexpr const char* NoContextFile = "0";
 
 struct ChosenFile {
     VELUnicodeString path;
     unsigned char isDefault = 0;
 };
 
-VELUnicodeString FileOfSettings() {
-    VELUnicodeString file;
-    VELSysSettingRepository* settings =
-        VELSysSettingRepository::GetRepository(dyadctx::SettingsRepository, 0);
-    if (settings != nullptr)
-        settings->ReadAttr(dyadctx::SettingsAttribute, file);
-    return file;
-}
-
 // Leaves `file` as it is when no installation folder holds a default file.
 void FindInstalledFile(VELUnicodeString& file) {
-    const VELUnicodeString& roots = dyadctx::InstallationRoots();
+    const VELUnicodeString& roots = dyadctx::InstallationRoots().text;
     if (roots.IsEmpty())
         return;
     VELUnicodeString found = dyadctx::FindDefaultContextFile(roots);
@@ -57,7 +46,7 @@ bool ChooseInstalledFile(ChosenFile& chosen, VELUnicodeString& message) {
     FindInstalledFile(installed);
     TRACE_LOG("VELDyadCtxCollector:CreateCollector XMLFile (settings)=<%s>",
               installed.ConvertToChar());
-    chosen.path = FileOfSettings();
+    chosen.path = dyadctx::FileOfSettings();
     if (chosen.path.IsEmpty() && installed.IsEmpty()) {
         dyadctx::LogCollectorError(CreateMethod, dyadctx::key::XMLFileNotSet, message, nullptr, 0,
                                    1);
@@ -72,16 +61,19 @@ bool ChooseInstalledFile(ChosenFile& chosen, VELUnicodeString& message) {
 }
 
 bool ChooseFile(ChosenFile& chosen, VELUnicodeString& message) {
-    const VELUnicodeString& setting = dyadctx::InitSetting();
-    if (setting.GetLengthInChar() != 1) {
+    const VELUnicodeString& setting = dyadctx::InitSetting().text;
+    switch (dyadctx::InitChoiceOf(setting)) {
+    case dyadctx::InitChoice::Path:
         chosen.path = setting;
         TRACE_LOG("VELDyadCtxCollector:CreateCollector XMLFile (VELDyadCtxInit)=<%s>",
                   chosen.path.ConvertToChar());
         return true;
-    }
-    // No file at all: the check of the file refuses the empty path.
-    if (setting.AsView() == NoContextFile)
+    case dyadctx::InitChoice::NoFile:
+        // The check of the file refuses the empty path.
         return true;
+    case dyadctx::InitChoice::Installed:
+        break;
+    }
     return ChooseInstalledFile(chosen, message);
 }
 
@@ -178,7 +170,7 @@ VELDyadCtxCollector* dyadctx::CollectorAccess::CreateCollectorFromContents(
 }
 
 VELResult VELDyadCtxCollector::CheckXMLFile(const VELUnicodeString& file) {
-    return dyadctx::JudgeContextFile(file) == dyadctx::ContextFileVerdict::Usable ? S_OK : E_FAIL;
+    return dyadctx::JudgeContextFile(file) == VELDyadCtxPathVerdict::Usable ? S_OK : E_FAIL;
 }
 
 void VELDyadCtxCollector::DeleteCollectorAtCreate(VELDyadCtxCollector*& collector, const char* step,

@@ -36,6 +36,8 @@ public:
     // Puts a host's source in place of the built-in files and gives the one it replaces (null for
     // the built-in files). Null puts the files back. The source stays the host's.
     static VELSysSettingSource* SetSource(VELSysSettingSource* source) noexcept;
+    // Whether a host's source is there.
+    static bool HasHostSource() noexcept;
 
 private:
     VELSysSettingRepository() = default;

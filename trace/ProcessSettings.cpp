@@ -13,13 +13,13 @@ namespace {
 
 constexpr const char* TracerVariable = "VELDyadCtxTracer";
 
-VELUnicodeString ReadText(const char* variable, const char* textWhenNotSet) noexcept {
+TextSetting ReadText(const char* variable, const char* textWhenNotSet) noexcept {
     const char* value = VELGetEnv(variable);
     try {
-        return VELUnicodeString(value != nullptr ? value : textWhenNotSet);
+        return {value != nullptr, VELUnicodeString(value != nullptr ? value : textWhenNotSet)};
     } catch (const std::exception&) {
         // Loading must not end the process; short of memory the setting counts as empty.
-        return {};
+        return {value != nullptr, {}};
     }
 }
 
@@ -36,9 +36,9 @@ int ReadLeadingNumber(const char* variable) noexcept {
 // Read when the library is loaded, in this order, and never again. What they call uses no other
 // static object, so it does not matter which file is initialised first.
 const bool multisiteFlag = VELGetEnv("TE_MULTISITE_DBCONTEXT") != nullptr;
-const VELUnicodeString initSetting = ReadText("VELDyadCtxInit", "2");
-const VELUnicodeString outputSetting = ReadText("VELDyadCtxOut", "");
-const VELUnicodeString installationRoots = ReadText("VELInstallPath", "");
+const TextSetting initSetting = ReadText(InitVariable, "2");
+const TextSetting outputSetting = ReadText("VELDyadCtxOut", "");
+const TextSetting installationRoots = ReadText(RootsVariable, "");
 const int tracerLevel = ReadLeadingNumber(TracerVariable);
 
 } // namespace
@@ -47,15 +47,15 @@ bool MultisiteFlag() noexcept {
     return multisiteFlag;
 }
 
-const VELUnicodeString& InitSetting() noexcept {
+const TextSetting& InitSetting() noexcept {
     return initSetting;
 }
 
 const VELUnicodeString& OutputSetting() noexcept {
-    return outputSetting;
+    return outputSetting.text;
 }
 
-const VELUnicodeString& InstallationRoots() noexcept {
+const TextSetting& InstallationRoots() noexcept {
     return installationRoots;
 }
 

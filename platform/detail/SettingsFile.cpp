@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 namespace dyadctx {
 
@@ -17,13 +18,6 @@ namespace {
 constexpr std::string_view FileEnding = ".toml";
 // Far more than settings need; nothing larger is taken into memory.
 constexpr std::size_t LargestFile = std::size_t{4} << 20;
-
-VELUnicodeString SettingsFolder() {
-    const char* named = VELGetEnv("VELSettingPath");
-    if (named != nullptr && *named != '\0')
-        return VELUnicodeString(named);
-    return DefaultSettingsFolder();
-}
 
 bool IsPlainName(std::string_view name) {
     return !name.empty() && name.find('\0') == std::string_view::npos &&
@@ -56,62 +50,94 @@ SettingsAnswer ReadContent(const VELUnicodeString& path, std::string& content,
     return SettingsAnswer::NotReadable;
 }
 
-std::string Describe(const toml::parse_error& error) {
-    const toml::source_position place = error.source().begin;
-    return "line " + std::to_string(place.line) + ", column " + std::to_string(place.column) +
-           ": " + std::string(error.description());
+void SetPlace(SettingsEntry& entry, const toml::source_position& place) {
+    entry.line = static_cast<int>(place.line);
+    entry.column = static_cast<int>(place.column);
 }
 
-SettingsAnswer ParseFile(const VELUnicodeString& path, toml::table& settings, std::string& reason) {
+// Leaves in `entry` what keeps the file from being settings, or Found.
+void ParseFile(const VELUnicodeString& path, toml::table& settings, SettingsEntry& entry) {
     std::string content;
-    const SettingsAnswer answer = ReadContent(path, content, reason);
-    if (answer != SettingsAnswer::Found)
-        return answer;
+    entry.answer = ReadContent(path, content, entry.reason);
+    if (entry.answer != SettingsAnswer::Found)
+        return;
     try {
         settings = toml::parse(std::string_view(content));
-        return SettingsAnswer::Found;
+        return;
     } catch (const toml::parse_error& error) {
-        reason = Describe(error);
+        SetPlace(entry, error.source().begin);
+        entry.reason = error.description();
     } catch (const TomlFault&) {
-        reason = "the file is not TOML";
+        entry.reason = "the file is not TOML";
     }
-    return SettingsAnswer::Broken;
+    entry.answer = SettingsAnswer::Broken;
+}
+
+// The reason with its place.
+std::string Describe(const SettingsEntry& entry) {
+    if (entry.reason.empty() || entry.line == 0)
+        return entry.reason;
+    const bool isBroken = entry.answer == SettingsAnswer::Broken;
+    return "line " + std::to_string(entry.line) +
+           (isBroken ? ", column " + std::to_string(entry.column) : "") + ": " + entry.reason;
 }
 
 } // namespace
 
+SettingsFolder FindSettingsFolder() {
+    constexpr const char* variable = "VELSettingPath";
+    const char* named = VELGetEnv(variable);
+    if (named != nullptr && *named != '\0')
+        return {VELUnicodeString(named), variable};
+    return UserSettingsFolder();
+}
+
 VELUnicodeString SettingsFilePath(const VELUnicodeString& repository) {
-    const VELUnicodeString folder = SettingsFolder();
-    if (folder.IsEmpty() || !IsPlainName(repository.AsView()))
+    VELUnicodeString path = FindSettingsFolder().path;
+    if (path.IsEmpty() || !IsPlainName(repository.AsView()))
         return {};
-    VELUnicodeString path(folder);
     path.Append("/").Append(repository).Append(FileEnding);
     return path;
 }
 
 SettingsAnswer CheckSettingsFile(const VELUnicodeString& path, std::string& reason) {
     toml::table settings;
-    return ParseFile(path, settings, reason);
+    SettingsEntry entry;
+    ParseFile(path, settings, entry);
+    reason = Describe(entry);
+    return entry.answer;
+}
+
+SettingsEntry FindSetting(const VELUnicodeString& path, const char* attribute) {
+    toml::table settings;
+    SettingsEntry entry;
+    ParseFile(path, settings, entry);
+    if (entry.answer != SettingsAnswer::Found)
+        return entry;
+    const toml::node* node = settings.get(attribute);
+    if (node == nullptr) {
+        entry.answer = SettingsAnswer::NoAttribute;
+        entry.reason = "the attribute is not set";
+        return entry;
+    }
+    SetPlace(entry, node->source().begin);
+    if (const auto* text = node->as_string()) {
+        entry.value = VELUnicodeString(std::string_view(text->get()));
+        return entry;
+    }
+    entry.answer = SettingsAnswer::NotText;
+    entry.reason = "the value is not a text";
+    return entry;
 }
 
 SettingsAnswer ReadSettingsFile(const VELUnicodeString& path, const char* attribute,
                                 VELUnicodeString& value, std::string& reason) {
-    toml::table settings;
-    const SettingsAnswer answer = ParseFile(path, settings, reason);
-    if (answer != SettingsAnswer::Found)
-        return answer;
-    const toml::node* node = settings.get(attribute);
-    if (node == nullptr) {
-        reason = "the attribute is not set";
-        return SettingsAnswer::NoAttribute;
-    }
-    const auto* text = node->as_string();
-    if (text == nullptr) {
-        reason = "line " + std::to_string(node->source().begin.line) + ": the value is not a text";
-        return SettingsAnswer::NotText;
-    }
-    value = VELUnicodeString(std::string_view(text->get()));
-    return SettingsAnswer::Found;
+    SettingsEntry entry = FindSetting(path, attribute);
+    if (entry.answer == SettingsAnswer::Found)
+        value = std::move(entry.value);
+    else
+        reason = Describe(entry);
+    return entry.answer;
 }
 
 } // namespace dyadctx

@@ -16,8 +16,16 @@ enum class SettingsAnswer {
     NotText      // the attribute is something other than a text
 };
 
-// The folder of the user's settings where VELSettingPath names none; empty when there is none.
-VELUnicodeString DefaultSettingsFolder();
+// A folder of settings, and the environment variable it comes from; empty and null without one.
+struct SettingsFolder {
+    VELUnicodeString path;
+    const char* variable = nullptr;
+};
+
+// The folder that VELSettingPath names, else that of the user.
+SettingsFolder FindSettingsFolder();
+// The folder of the user's settings.
+SettingsFolder UserSettingsFolder();
 
 // The file of a repository: `<repository>.toml` in the folder named by VELSettingPath, else in the
 // user's folder. Empty when there is no folder, or when the name is empty or would lead out of it.
@@ -31,6 +39,19 @@ SettingsAnswer CheckSettingsFile(const VELUnicodeString& path, std::string& reas
 // `reason` is set as above for all others.
 SettingsAnswer ReadSettingsFile(const VELUnicodeString& path, const char* attribute,
                                 VELUnicodeString& value, std::string& reason);
+
+struct SettingsEntry {
+    SettingsAnswer answer = SettingsAnswer::NoFile;
+    VELUnicodeString value;
+    // Of the attribute, or of what is no TOML; 0 without a place.
+    int line = 0;
+    int column = 0;
+    // Why there is no value, without the place.
+    std::string reason;
+};
+
+// The same with the place.
+SettingsEntry FindSetting(const VELUnicodeString& path, const char* attribute);
 
 // All of these may throw std::bad_alloc.
 

@@ -79,3 +79,7 @@ VELResult VELSysSettingRepository::GetRepositoryFile(const char* name, VELUnicod
 VELSysSettingSource* VELSysSettingRepository::SetSource(VELSysSettingSource* source) noexcept {
     return hostSource.exchange(source, std::memory_order_acq_rel);
 }
+
+bool VELSysSettingRepository::HasHostSource() noexcept {
+    return hostSource.load(std::memory_order_acquire) != nullptr;
+}

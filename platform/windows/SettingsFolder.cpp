@@ -3,11 +3,12 @@
 
 namespace dyadctx {
 
-VELUnicodeString DefaultSettingsFolder() {
-    const char* applicationData = VELGetEnv("APPDATA");
+SettingsFolder UserSettingsFolder() {
+    constexpr const char* variable = "APPDATA";
+    const char* applicationData = VELGetEnv(variable);
     if (applicationData == nullptr || *applicationData == '\0')
         return {};
-    return VELUnicodeString(applicationData).Append("\\dyadctx");
+    return {VELUnicodeString(applicationData).Append("\\dyadctx"), variable};
 }
 
 } // namespace dyadctx

@@ -15,7 +15,7 @@ struct FileCase {
     const char* what;
     // Behind the test's folder and a separator.
     const char* path;
-    ContextFileVerdict verdict;
+    VELDyadCtxPathVerdict verdict;
 };
 
 std::ostream& operator<<(std::ostream& out, const FileCase& tested) {
@@ -45,38 +45,38 @@ protected:
 TEST_P(ContextFileVerdicts, AreGivenWithoutOpeningTheFile) {
     EXPECT_EQ(JudgeContextFile(Path()), GetParam().verdict);
     EXPECT_EQ(CollectorAccess::CheckXMLFile(Path()),
-              GetParam().verdict == ContextFileVerdict::Usable ? S_OK : E_FAIL);
+              GetParam().verdict == VELDyadCtxPathVerdict::Usable ? S_OK : E_FAIL);
 }
 
 const FileCase FileCases[] = {
-    {"a file", "a.xml", ContextFileVerdict::Usable},
-    {"an extension alone", ".xml", ContextFileVerdict::Usable},
-    {"two dots", "a.b.xml", ContextFileVerdict::Usable},
-    {"backslashes", "inner\\b.xml", ContextFileVerdict::Usable},
-    {"a link to a file", "link.xml", ContextFileVerdict::Usable},
-    {"a doubled separator", "/a.xml", ContextFileVerdict::Usable},
-    {"capital letters", "a.XML", ContextFileVerdict::WrongExtension},
-    {"the extension before the last dot", "a.xml.bak", ContextFileVerdict::WrongExtension},
-    {"no dot", "a", ContextFileVerdict::WrongExtension},
-    {"no dot before the extension", "axml", ContextFileVerdict::WrongExtension},
-    {"nothing behind the dot", "a.", ContextFileVerdict::WrongExtension},
-    {"a longer extension", "a.xmlx", ContextFileVerdict::WrongExtension},
-    {"a separator at the end", "a.xml/", ContextFileVerdict::FolderMissing},
-    {"a folder with a separator at the end", "inner/", ContextFileVerdict::NoName},
-    {"a missing folder", "none/a.xml", ContextFileVerdict::FolderMissing},
-    {"a file in place of a folder", "a.xml/b.xml", ContextFileVerdict::FolderMissing},
-    {"a missing file", "none.xml", ContextFileVerdict::NoRegularFile},
-    {"a folder", "folder.xml", ContextFileVerdict::NoRegularFile},
-    {"a link to nothing", "loose.xml", ContextFileVerdict::NoRegularFile},
-    {"a pipe", "fifo.xml", ContextFileVerdict::NoRegularFile},
-    {"a socket", "socket.xml", ContextFileVerdict::NoRegularFile},
+    {"a file", "a.xml", VELDyadCtxPathVerdict::Usable},
+    {"an extension alone", ".xml", VELDyadCtxPathVerdict::Usable},
+    {"two dots", "a.b.xml", VELDyadCtxPathVerdict::Usable},
+    {"backslashes", "inner\\b.xml", VELDyadCtxPathVerdict::Usable},
+    {"a link to a file", "link.xml", VELDyadCtxPathVerdict::Usable},
+    {"a doubled separator", "/a.xml", VELDyadCtxPathVerdict::Usable},
+    {"capital letters", "a.XML", VELDyadCtxPathVerdict::WrongExtension},
+    {"the extension before the last dot", "a.xml.bak", VELDyadCtxPathVerdict::WrongExtension},
+    {"no dot", "a", VELDyadCtxPathVerdict::WrongExtension},
+    {"no dot before the extension", "axml", VELDyadCtxPathVerdict::WrongExtension},
+    {"nothing behind the dot", "a.", VELDyadCtxPathVerdict::WrongExtension},
+    {"a longer extension", "a.xmlx", VELDyadCtxPathVerdict::WrongExtension},
+    {"a separator at the end", "a.xml/", VELDyadCtxPathVerdict::FolderMissing},
+    {"a folder with a separator at the end", "inner/", VELDyadCtxPathVerdict::NoName},
+    {"a missing folder", "none/a.xml", VELDyadCtxPathVerdict::FolderMissing},
+    {"a file in place of a folder", "a.xml/b.xml", VELDyadCtxPathVerdict::FolderMissing},
+    {"a missing file", "none.xml", VELDyadCtxPathVerdict::Missing},
+    {"a folder", "folder.xml", VELDyadCtxPathVerdict::IsFolder},
+    {"a link to nothing", "loose.xml", VELDyadCtxPathVerdict::Missing},
+    {"a pipe", "fifo.xml", VELDyadCtxPathVerdict::NotRegular},
+    {"a socket", "socket.xml", VELDyadCtxPathVerdict::NotRegular},
 };
 
 INSTANTIATE_TEST_SUITE_P(Files, ContextFileVerdicts, testing::ValuesIn(FileCases));
 
 TEST(ContextFileVerdict, OfANameWithoutFolderIsARefusal) {
-    EXPECT_EQ(JudgeContextFile(""), ContextFileVerdict::NoFolder);
-    EXPECT_EQ(JudgeContextFile("a.xml"), ContextFileVerdict::NoFolder);
+    EXPECT_EQ(JudgeContextFile(""), VELDyadCtxPathVerdict::NoFolder);
+    EXPECT_EQ(JudgeContextFile("a.xml"), VELDyadCtxPathVerdict::NoFolder);
 }
 
 TEST(ContextFileVerdict, OfAFileBelowTheWorkingFolderNeedsADot) {
@@ -85,11 +85,11 @@ TEST(ContextFileVerdict, OfAFileBelowTheWorkingFolderNeedsADot) {
     const std::string relative = std::filesystem::relative(path).string();
 
     EXPECT_EQ(JudgeContextFile(VELUnicodeString(("./" + relative).c_str())),
-              ContextFileVerdict::Usable);
+              VELDyadCtxPathVerdict::Usable);
 }
 
 TEST(ContextFileVerdict, OfAFileInTheRootLooksAtTheRoot) {
-    EXPECT_EQ(JudgeContextFile("/no such file.xml"), ContextFileVerdict::NoRegularFile);
+    EXPECT_EQ(JudgeContextFile("/no such file.xml"), VELDyadCtxPathVerdict::Missing);
 }
 
 TEST(DefaultContextFile, OfNoRootIsEmpty) {

@@ -5,8 +5,12 @@
 //                    of single contexts
 //   message TEXT     the message text holds that before the call
 //   set NAME VALUE   changes the environment before the call, but after the library was loaded
+//   host FILE        the settings are a host's and name that file, or none where it is empty
+//   choice           tells all candidates of the choice first, and any line of trace they cost
 
 #include "collector/VELDyadCtxCollector.h"
+#include "collector/VELDyadCtxFileChoice.h"
+#include "platform/VELSysSettingRepository.h"
 #include "support/ContextFile.h"
 #include "support/EnvironmentVariable.h"
 #include "support/KeyCatalog.h"
@@ -22,8 +26,24 @@ namespace test = dyadctx::test;
 
 namespace {
 
+// A host's settings with one attribute.
+class HostSettings final : public VELSysSettingSource {
+public:
+    explicit HostSettings(const std::string& file) : file_(file) {}
+    bool HasRepository(const char*) override { return true; }
+    VELResult Read(const char*, const char*, VELUnicodeString& value) override {
+        value = file_;
+        return S_OK;
+    }
+
+private:
+    VELUnicodeString file_;
+};
+
 struct Question {
     bool traced = false;
+    bool choice = false;
+    std::unique_ptr<HostSettings> settings;
     std::string message;
     std::list<test::EnvironmentVariable> changes;
 };
@@ -32,6 +52,10 @@ void Read(const std::vector<std::string>& words, Question& question) {
     for (std::size_t i = 0; i < words.size(); ++i) {
         if (words[i] == "trace")
             question.traced = true;
+        else if (words[i] == "choice")
+            question.choice = true;
+        else if (words[i] == "host")
+            question.settings = std::make_unique<HostSettings>(words.at(++i));
         else if (words[i] == "message")
             question.message = words.at(++i);
         else if (words[i] == "set") {
@@ -66,7 +90,36 @@ void Tell(VELDyadCtxCollector& collector) {
     std::printf("\n");
 }
 
+void Tell(const VELDyadCtxFileCandidate& candidate) {
+    constexpr const char* origins[] = {"variable", "settings", "folder"};
+    constexpr const char* verdicts[] = {"chosen", "rejected", "absent", "ignored"};
+    std::printf("%s %d %s", origins[static_cast<int>(candidate.origin)], candidate.folder,
+                verdicts[static_cast<int>(candidate.verdict)]);
+    std::printf(" %s=%s", candidate.variable.ConvertToChar(),
+                candidate.isSet ? candidate.value.ConvertToChar() : "(not set)");
+    if (!candidate.settingsFile.IsEmpty())
+        std::printf(" at %s:%d", candidate.settingsFile.ConvertToChar(), candidate.settingsLine);
+    std::printf(" path=%s\n", candidate.hasPath ? candidate.path.ConvertToChar() : "(none)");
+}
+
+void TellChoice() {
+    test::RecordingTrace trace;
+    VELDyadCtxFileChoice choice;
+    const VELResult result = choice.Run();
+    Tell(trace.TakeLines());
+    for (int i = 1; i <= choice.GetNbCandidates(); ++i)
+        Tell(choice.GetCandidateAt(i));
+    unsigned char isDefault = 2;
+    const std::string file = test::Text(choice.GetFile(isDefault));
+    std::printf("result=%d deciding=%d usable=%d\n", static_cast<int>(result),
+                choice.GetDecidingIndex(), choice.IsUsable() ? 1 : 0);
+    std::printf("file=%s\ndefault=%d\n", file.c_str(), isDefault);
+}
+
 void Ask(const Question& question) {
+    VELSysSettingRepository::SetSource(question.settings.get());
+    if (question.choice)
+        TellChoice();
     const test::KeyCatalog catalog;
     VELUnicodeString message(question.message.c_str());
     auto trace = question.traced ? std::make_unique<test::RecordingTrace>() : nullptr;

@@ -50,7 +50,7 @@ TEST(SettingsFile, LiesInTheUsersFolderElse) {
     const EnvironmentVariable named("VELSettingPath", std::nullopt);
     const EnvironmentVariable configuration("XDG_CONFIG_HOME", "/some/where");
     EXPECT_STREQ("/some/where/dyadctx/R.toml", dyadctx::SettingsFilePath("R").ConvertToChar());
-    EXPECT_STREQ("/some/where/dyadctx", dyadctx::DefaultSettingsFolder().ConvertToChar());
+    EXPECT_STREQ("/some/where/dyadctx", dyadctx::UserSettingsFolder().path.ConvertToChar());
 }
 
 TEST(SettingsFile, GivesAText) {

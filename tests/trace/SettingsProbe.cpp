@@ -13,9 +13,9 @@ namespace {
 
 void Print() {
     std::printf("multisite [%d]\n", dyadctx::MultisiteFlag() ? 1 : 0);
-    std::printf("init [%s]\n", dyadctx::InitSetting().ConvertToChar());
+    std::printf("init [%s]\n", dyadctx::InitSetting().text.ConvertToChar());
     std::printf("output [%s]\n", dyadctx::OutputSetting().ConvertToChar());
-    std::printf("roots [%s]\n", dyadctx::InstallationRoots().ConvertToChar());
+    std::printf("roots [%s]\n", dyadctx::InstallationRoots().text.ConvertToChar());
     std::printf("tracer [%d]\n", dyadctx::TracerLevel());
     std::printf("tracer set now [%d]\n", dyadctx::IsTracerVariableSet() ? 1 : 0);
 }

@@ -1,6 +1,6 @@
 #include "tools/dyadctx/Diagnosis.h"
 
-#include "tools/dyadctx/Candidates.h"
+#include "tools/dyadctx/FileChoiceText.h"
 
 #include <algorithm>
 #include <new>
@@ -103,8 +103,11 @@ Finding ToFinding(const IdleVariable& variable) {
 
 std::vector<Finding> VariablesWithoutEffect(bool fileIsNamed) {
     std::vector<IdleVariable> idle;
-    if (!fileIsNamed)
-        idle = IdleVariablesOfChoice(ChooseFile());
+    if (!fileIsNamed) {
+        VELDyadCtxFileChoice choice;
+        MakeChoice(choice);
+        idle = IdleVariablesOfChoice(choice);
+    }
     const std::vector<IdleVariable> ofReading = IdleVariablesOfReading();
     idle.insert(idle.end(), ofReading.begin(), ofReading.end());
     std::vector<Finding> findings;

@@ -4,7 +4,9 @@
 #include "platform/VELEnvironment.h"
 #include "platform/VELFileSystem.h"
 #include "platform/VELMsgCatalog.h"
+#include "tools/dyadctx/ContextFacts.h"
 #include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/FileChoiceText.h"
 #include "tools/dyadctx/Source.h"
 #include "trace/VELDyadMessageKeys.h"
 
@@ -12,7 +14,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
-#include <iterator>
 #include <string_view>
 #include <system_error>
 
@@ -22,7 +23,6 @@ namespace {
 
 constexpr const char* Empty = "it is empty";
 constexpr const char* DecidedBefore = "an earlier source decides which file is taken";
-constexpr const char* SettingsOrigin = "settings";
 constexpr const char* SettingsVariable = "VELSettingPath";
 constexpr const char* RootsVariable = "VELInstallPath";
 
@@ -46,14 +46,20 @@ void JudgedUnlessEmpty(std::vector<IdleVariable>& idle, const char* name, const 
     });
 }
 
+using Candidate = VELDyadCtxFileCandidate;
+using Origin = VELDyadCtxFileOrigin;
+using Verdict = VELDyadCtxFileVerdict;
+
 bool Decides(const Candidate& candidate) {
     return candidate.verdict == Verdict::Chosen || candidate.verdict == Verdict::Rejected;
 }
 
-std::vector<Candidate> CandidatesFrom(const FileChoice& choice, std::string_view origin) {
+std::vector<Candidate> CandidatesFrom(const VELDyadCtxFileChoice& choice, Origin origin) {
     std::vector<Candidate> found;
-    std::copy_if(choice.candidates.begin(), choice.candidates.end(), std::back_inserter(found),
-                 [origin](const Candidate& candidate) { return candidate.origin == origin; });
+    for (int i = 1; i <= choice.GetNbCandidates(); ++i) {
+        if (choice.GetCandidateAt(i).origin == origin)
+            found.push_back(choice.GetCandidateAt(i));
+    }
     return found;
 }
 
@@ -62,25 +68,27 @@ std::string AgainstInit(const std::string& value) {
     return oneCharacter && value != "0" ? "a single character names no file" : "";
 }
 
-std::string AgainstSettingsFolder(const FileChoice& choice) {
-    const Candidate settings = CandidatesFrom(choice, SettingsOrigin).front();
+std::string AgainstSettingsFolder(const VELDyadCtxFileChoice& choice) {
+    const Candidate settings = CandidatesFrom(choice, Origin::Settings).front();
     if (Decides(settings))
         return "";
-    return settings.verdict == Verdict::Ignored ? DecidedBefore : settings.reason;
+    const bool isTooLate = Decides(CandidatesFrom(choice, Origin::Variable).front());
+    return isTooLate ? DecidedBefore : ReasonOf(settings);
 }
 
-std::string AgainstRoots(const FileChoice& choice) {
-    const std::vector<Candidate> roots = CandidatesFrom(choice, RootsVariable);
+std::string AgainstRoots(const VELDyadCtxFileChoice& choice) {
+    const std::vector<Candidate> roots = CandidatesFrom(choice, Origin::InstallationFolder);
     if (std::any_of(roots.begin(), roots.end(), Decides))
         return "";
     if (roots.front().verdict == Verdict::Ignored)
         return DecidedBefore;
-    return roots.size() == 1 ? roots.front().reason : "none of its folders holds a default file";
+    return roots.size() == 1 ? ReasonOf(roots.front()) : "none of its folders holds a default file";
 }
 
 // The desktop's own rule for this variable.
-std::string AgainstConfigurationFolder(const FileChoice& choice, const std::string& value) {
-    const std::string used = CandidatesFrom(choice, SettingsOrigin).front().variable;
+std::string AgainstConfigurationFolder(const VELDyadCtxFileChoice& choice,
+                                       const std::string& value) {
+    const std::string used = ToText(CandidatesFrom(choice, Origin::Settings).front().variable);
     const bool asked = used.empty() || used == "HOME";
     const bool isRelative = !value.empty() && !value.starts_with('/');
     return asked && isRelative ? "it is not an absolute path" : "";
@@ -154,7 +162,7 @@ std::string AgainstNothing(const std::string&) {
 
 } // namespace
 
-std::vector<IdleVariable> IdleVariablesOfChoice(const FileChoice& choice) {
+std::vector<IdleVariable> IdleVariablesOfChoice(const VELDyadCtxFileChoice& choice) {
     std::vector<IdleVariable> idle;
     Judged(idle, "VELDyadCtxInit", AgainstInit);
     JudgedUnlessEmpty(idle, SettingsVariable,
@@ -164,7 +172,7 @@ std::vector<IdleVariable> IdleVariablesOfChoice(const FileChoice& choice) {
     JudgedUnlessEmpty(idle, RootsVariable,
                       [&](const std::string&) { return AgainstRoots(choice); });
     JudgedUnlessEmpty(idle, "VELDyadCtxOut", [&](const std::string&) -> std::string {
-        return choice.usable ? "" : "no context file can be read, so none is written";
+        return choice.IsUsable() ? "" : "no context file can be read, so none is written";
     });
     return idle;
 }

@@ -1,7 +1,7 @@
 // Environment variables that are set and change nothing.
 #pragma once
 
-#include "tools/dyadctx/Candidates.h"
+#include "collector/VELDyadCtxFileChoice.h"
 
 #include <string>
 #include <vector>
@@ -16,7 +16,7 @@ struct IdleVariable {
 };
 
 // Those that are there to choose the file, or to write it elsewhere.
-std::vector<IdleVariable> IdleVariablesOfChoice(const FileChoice& choice);
+std::vector<IdleVariable> IdleVariablesOfChoice(const VELDyadCtxFileChoice& choice);
 
 // Those that have their say whichever file is read: what takes part, messages, traces, colours.
 std::vector<IdleVariable> IdleVariablesOfReading();

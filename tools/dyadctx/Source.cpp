@@ -2,9 +2,9 @@
 
 #include "platform/VELDbContextEnvironment.h"
 #include "platform/VELEnvironment.h"
-#include "tools/dyadctx/Candidates.h"
 #include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/FileChoiceText.h"
 #include "tools/dyadctx/SystemServices.h"
 
 #include <algorithm>
@@ -63,9 +63,11 @@ Source LoadChosen() {
         source.file = source.collector->GetXMLFile(isDefault).AsView();
         source.isDefault = isDefault != 0;
     } else {
-        const FileChoice choice = ChooseFile();
-        source.file = choice.file.value_or("");
-        source.isDefault = choice.isDefault;
+        VELDyadCtxFileChoice choice;
+        MakeChoice(choice);
+        unsigned char isDefault = 0;
+        source.file = choice.GetFile(isDefault).AsView();
+        source.isDefault = isDefault != 0;
     }
     source.path = source.file;
     return source;

@@ -1,14 +1,17 @@
 // `which`: the file CreateCollector chooses, and why.
-#include "tools/dyadctx/Candidates.h"
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/ContextFacts.h"
 #include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/FileChoiceText.h"
 #include "tools/dyadctx/IdleVariables.h"
 #include "tools/dyadctx/SettingsText.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <filesystem>
 
 namespace dyadctx::tool {
 
@@ -18,19 +21,40 @@ class Which final : public Command {
 public:
     const char* Name() const override { return "which"; }
     const char* Summary() const override { return "Tell which context file is in use, and why"; }
-    const char* Synopsis() const override { return "[--explain] [--format text|json]"; }
+    const char* Synopsis() const override { return "[--explain|--path] [--format text|json]"; }
     std::vector<Example> Examples() const override;
     void Declare(CLI::App& arguments) override;
     ExitStatus Run(Output& output) override;
 
 private:
-    void WriteAnswer(const FileChoice& choice, Output& output) const;
+    void WriteAnswer(const VELDyadCtxFileChoice& choice, Output& output) const;
 
     std::string format_ = "text";
     bool explain_ = false;
+    bool path_ = false;
 };
 
-std::vector<IdleVariable> VariablesOf(const FileChoice& choice) {
+using Candidate = VELDyadCtxFileCandidate;
+
+// The line on which the settings name a file; 0 when they do not.
+int LineOfAttribute(const Candidate& candidate) {
+    return candidate.absence == VELDyadCtxFileAbsence::SettingsBroken ? 0 : candidate.settingsLine;
+}
+
+std::string FileOf(const VELDyadCtxFileChoice& choice) {
+    unsigned char isDefault = 0;
+    return ToText(choice.GetFile(isDefault));
+}
+
+// The library takes both separators on every system; other programs do not.
+std::string InSystemForm(std::string path) {
+    constexpr auto separator = static_cast<char>(std::filesystem::path::preferred_separator);
+    std::replace(path.begin(), path.end(), '\\', separator);
+    std::replace(path.begin(), path.end(), '/', separator);
+    return path;
+}
+
+std::vector<IdleVariable> VariablesOf(const VELDyadCtxFileChoice& choice) {
     std::vector<IdleVariable> idle = IdleVariablesOfChoice(choice);
     for (const std::vector<IdleVariable>& more : {IdleExchangeChannel(), IdleVariablesOfReading()})
         idle.insert(idle.end(), more.begin(), more.end());
@@ -39,30 +63,30 @@ std::vector<IdleVariable> VariablesOf(const FileChoice& choice) {
 
 // ---- JSON --------------------------------------------------------------------------------------
 
-Json TextOrNull(const std::string& text) {
+Json TextOrNull(std::string_view text) {
     return text.empty() ? Json(nullptr) : Json(text);
 }
 
-Json ToJson(const std::optional<SettingsEntry>& entry) {
-    if (!entry)
+Json SettingsOf(const Candidate& candidate) {
+    if (candidate.settingsFile.IsEmpty())
         return nullptr;
     Json json;
-    json["file"] = entry->file;
-    json["line"] = NumberOrNull(entry->line);
+    json["file"] = candidate.settingsFile.AsView();
+    json["line"] = NumberOrNull(LineOfAttribute(candidate));
     return json;
 }
 
 Json ToJson(const Candidate& candidate) {
     Json json;
-    json["origin"] = candidate.origin;
-    json["root"] = NumberOrNull(candidate.root);
-    json["path"] = candidate.path ? Json(*candidate.path) : Json(nullptr);
+    json["origin"] = NameOf(candidate.origin);
+    json["root"] = NumberOrNull(candidate.folder);
+    json["path"] = candidate.hasPath ? Json(candidate.path.AsView()) : Json(nullptr);
     json["verdict"] = NameOf(candidate.verdict);
-    json["reason"] = candidate.reason;
-    json["variable"] = TextOrNull(candidate.variable);
-    json["value"] = candidate.value ? Json(*candidate.value) : Json(nullptr);
-    json["settings"] = ToJson(candidate.settings);
-    json["fault"] = TextOrNull(candidate.fault);
+    json["reason"] = ReasonOf(candidate);
+    json["variable"] = TextOrNull(candidate.variable.AsView());
+    json["value"] = candidate.isSet ? Json(candidate.value.AsView()) : Json(nullptr);
+    json["settings"] = SettingsOf(candidate);
+    json["fault"] = TextOrNull(FaultOf(candidate));
     return json;
 }
 
@@ -74,15 +98,16 @@ Json ToJson(const IdleVariable& variable) {
     return json;
 }
 
-Json DocumentOf(const FileChoice& choice) {
+Json DocumentOf(const VELDyadCtxFileChoice& choice) {
+    unsigned char isDefault = 0;
     Json document;
     document["schema"] = "dyadctx/which/1";
-    document["file"] = choice.file && !choice.file->empty() ? Json(*choice.file) : Json(nullptr);
-    document["isDefault"] = choice.isDefault;
-    document["usable"] = choice.usable;
+    document["file"] = TextOrNull(choice.GetFile(isDefault).AsView());
+    document["isDefault"] = isDefault != 0;
+    document["usable"] = choice.IsUsable();
     document["candidates"] = Json::array();
-    for (const Candidate& candidate : choice.candidates)
-        document["candidates"].push_back(ToJson(candidate));
+    for (int i = 1; i <= choice.GetNbCandidates(); ++i)
+        document["candidates"].push_back(ToJson(choice.GetCandidateAt(i)));
     document["withoutEffect"] = Json::array();
     for (const IdleVariable& variable : VariablesOf(choice))
         document["withoutEffect"].push_back(ToJson(variable));
@@ -92,58 +117,66 @@ Json DocumentOf(const FileChoice& choice) {
 // ---- Text --------------------------------------------------------------------------------------
 
 std::string OriginOf(const Candidate& candidate) {
-    const bool root = candidate.root > 0;
-    return candidate.origin + (root ? " " + std::to_string(candidate.root) : "");
+    const bool isFolder = candidate.folder > 0;
+    return NameOf(candidate.origin) + (isFolder ? " " + std::to_string(candidate.folder) : "");
 }
 
-void WriteTable(const FileChoice& choice, Output& output) {
+const char* VerdictOf(const Candidate& candidate) {
+    const bool isSetting = candidate.origin == VELDyadCtxFileOrigin::Settings;
+    const bool isAbsent = candidate.verdict == VELDyadCtxFileVerdict::Absent;
+    return isSetting && isAbsent ? "not set" : NameOf(candidate.verdict);
+}
+
+void WriteTable(const VELDyadCtxFileChoice& choice, Output& output) {
     Table table({"#", "ORIGIN", "VERDICT", "PATH", "REASON"});
-    int number = 0;
-    for (const Candidate& candidate : choice.candidates)
-        table.AddRow({std::to_string(++number), OriginOf(candidate), NameOf(candidate.verdict),
-                      Visible(candidate.path.value_or("")), candidate.reason});
+    for (int i = 1; i <= choice.GetNbCandidates(); ++i) {
+        const Candidate& candidate = choice.GetCandidateAt(i);
+        table.AddRow({std::to_string(i), OriginOf(candidate), VerdictOf(candidate),
+                      Visible(candidate.path.AsView()), ReasonOf(candidate)});
+    }
     output.Write(table.Render(output));
 }
 
-std::string Quoted(const std::string& text) {
-    return "\"" + Visible(text) + "\"";
+std::string Quoted(const VELUnicodeString& text) {
+    return "\"" + Visible(text.AsView()) + "\"";
 }
 
 std::string PlaceOfSettings(const Candidate& candidate) {
-    if (!candidate.settings)
+    if (candidate.settingsFile.IsEmpty())
         return "no settings file";
-    const SettingsEntry& entry = *candidate.settings;
-    const std::string line = entry.line > 0 ? ":" + std::to_string(entry.line) : "";
-    const std::string folder =
-        candidate.variable.empty() ? "" : " (the folder by " + candidate.variable + ")";
-    return Visible(entry.file) + line + ", attribute " + FileAttribute + folder;
+    const int line = LineOfAttribute(candidate);
+    return Visible(candidate.settingsFile.AsView()) + (line > 0 ? ":" + std::to_string(line) : "") +
+           ", attribute " + FileAttribute + " (the folder by " +
+           Visible(candidate.variable.AsView()) + ")";
 }
 
 // Where the candidate was found or looked for.
 std::string FoundIn(const Candidate& candidate) {
-    if (candidate.origin == "settings")
+    if (candidate.origin == VELDyadCtxFileOrigin::Settings)
         return PlaceOfSettings(candidate);
-    if (!candidate.value)
-        return candidate.variable;
+    const std::string variable = NameOf(candidate.origin);
+    if (!candidate.isSet)
+        return variable;
     const std::string entry =
-        candidate.root > 0 ? ", entry " + std::to_string(candidate.root) + ":" : " =";
-    return candidate.variable + entry + " " + Quoted(*candidate.value);
+        candidate.folder > 0 ? ", entry " + std::to_string(candidate.folder) + ":" : " =";
+    return variable + entry + " " + Quoted(candidate.value);
 }
 
 // What is to be known about the path beside the reason.
 std::string RemarkOnPath(const Candidate& candidate) {
-    if (candidate.fault == candidate.reason)
+    const std::string fault = FaultOf(candidate);
+    if (fault == ReasonOf(candidate))
         return "";
-    if (!candidate.fault.empty())
-        return " (" + candidate.fault + ")";
-    return candidate.verdict == Verdict::Ignored ? " (it could be read)" : "";
+    if (!fault.empty())
+        return " (" + fault + ")";
+    return candidate.verdict == VELDyadCtxFileVerdict::Ignored ? " (it could be read)" : "";
 }
 
-Paint PaintOf(Verdict verdict) {
+Paint PaintOf(VELDyadCtxFileVerdict verdict) {
     switch (verdict) {
-    case Verdict::Chosen:
+    case VELDyadCtxFileVerdict::Chosen:
         return Paint::Good;
-    case Verdict::Rejected:
+    case VELDyadCtxFileVerdict::Rejected:
         return Paint::Bad;
     default:
         return Paint::Dim;
@@ -153,18 +186,17 @@ Paint PaintOf(Verdict verdict) {
 std::string Explained(const Candidate& candidate, int number, const Output& output) {
     std::string text =
         output.Painted(Paint::Heading, std::to_string(number) + ". " + OriginOf(candidate)) + ": " +
-        output.Painted(PaintOf(candidate.verdict), NameOf(candidate.verdict)) + "\n";
-    text += "   reason  " + candidate.reason + "\n";
+        output.Painted(PaintOf(candidate.verdict), VerdictOf(candidate)) + "\n";
+    text += "   reason  " + ReasonOf(candidate) + "\n";
     text += "   from    " + FoundIn(candidate) + "\n";
-    if (!candidate.path)
+    if (!candidate.hasPath)
         return text;
-    return text + "   path    " + Quoted(*candidate.path) + RemarkOnPath(candidate) + "\n";
+    return text + "   path    " + Quoted(candidate.path) + RemarkOnPath(candidate) + "\n";
 }
 
-void WriteExplanation(const FileChoice& choice, Output& output) {
-    int number = 0;
-    for (const Candidate& candidate : choice.candidates)
-        output.Write(Explained(candidate, ++number, output));
+void WriteExplanation(const VELDyadCtxFileChoice& choice, Output& output) {
+    for (int i = 1; i <= choice.GetNbCandidates(); ++i)
+        output.Write(Explained(choice.GetCandidateAt(i), i, output));
     for (const IdleVariable& variable : VariablesOf(choice))
         output.Note(Visible(ToFinding(variable).text));
 }
@@ -173,10 +205,15 @@ void Which::Declare(CLI::App& arguments) {
     arguments.add_flag("--explain", explain_,
                        "Tell of each source where it was found, and of each environment\n"
                        "variable that is set without effect why it has none");
+    CLI::Option* path = arguments.add_flag(
+        "--path", path_,
+        "Print the path of the file and nothing else, for other programs; the status is 3\n"
+        "when there is none that can be read");
     DeclareFormat(arguments, format_, {"text", "json"});
+    path->excludes("--explain")->excludes("--format");
 }
 
-void Which::WriteAnswer(const FileChoice& choice, Output& output) const {
+void Which::WriteAnswer(const VELDyadCtxFileChoice& choice, Output& output) const {
     if (format_ == "json") {
         output.WriteJson(DocumentOf(choice));
         return;
@@ -185,24 +222,28 @@ void Which::WriteAnswer(const FileChoice& choice, Output& output) const {
         WriteExplanation(choice, output);
     else
         WriteTable(choice, output);
-    if (choice.usable)
-        output.Write("\n" + output.Painted(Paint::Good, Visible(*choice.file)) + "\n");
+    if (choice.IsUsable())
+        output.Write("\n" + output.Painted(Paint::Good, Visible(FileOf(choice))) + "\n");
 }
 
 std::vector<Example> Which::Examples() const {
     return {
         {"dyadctx which", "The file that commands take without FILE, and every place looked at"},
-        {"dyadctx which --explain", "The same with the places in full, and idle variables"}};
+        {"dyadctx which --explain", "The same with the places in full, and idle variables"},
+        {"dyadctx which --path", "The path alone"}};
 }
 
 ExitStatus Which::Run(Output& output) {
-    const FileChoice choice = ChooseFile();
-    WriteAnswer(choice, output);
-    if (choice.usable)
+    VELDyadCtxFileChoice choice;
+    MakeChoice(choice);
+    if (!path_)
+        WriteAnswer(choice, output);
+    else if (choice.IsUsable())
+        output.Write(InSystemForm(FileOf(choice)) + "\n");
+    if (choice.IsUsable())
         return ExitStatus::Done;
-    output.Error(choice.file && !choice.file->empty()
-                     ? "the library takes a file that it cannot read"
-                     : "no source names a context file");
+    output.Error(FileOf(choice).empty() ? "no source names a context file"
+                                        : "the library takes a file that it cannot read");
     return ExitStatus::NoFile;
 }
 

@@ -209,8 +209,7 @@ TEST_F(Which, SettingsThatNameNoFileAreToldWithTheReason) {
         {"other = 'x'\n", "DYAD_Ctx_XmlFile is missing in " + file},
         {"DYAD_Ctx_XmlFile = ''\n", "DYAD_Ctx_XmlFile is empty in " + file},
         {"\nDYAD_Ctx_XmlFile = 7\n",
-         file + ":2:20: DYAD_Ctx_XmlFile is no text (it is of the type integer); the library takes "
-                "texts only"},
+         file + ":2:20: the value of DYAD_Ctx_XmlFile is not a text; put it in quotes"},
     };
     for (const auto& [content, reason] : contents) {
         const Json settings = RunForJson({"which"}, 3, Settings(content))["candidates"][1];
@@ -287,6 +286,53 @@ TEST_F(Which, TextHasARowPerCandidateAndTheFileAtTheEnd) {
         std::string::npos)
         << result.standardOutput;
     EXPECT_TRUE(result.standardOutput.ends_with("\n\n" + folder_.PathOf("named.xml") + "\n"));
+}
+
+TEST_F(Which, SettingsWithoutAFileAreNotSetWhoeverDecides) {
+    const std::string file = folder_.PathOf("settings") + "/DyadSettingsRep.toml";
+    Environment environment = Settings("other = 'x'\n");
+    environment["VELDyadCtxInit"] = folder_.PathOf("named.xml");
+    const Json settings = RunForJson({"which"}, 0, environment)["candidates"][1];
+    EXPECT_EQ(settings["verdict"], "absent");
+    EXPECT_EQ(settings["reason"], "DYAD_Ctx_XmlFile is missing in " + file);
+    const std::string table = Run({"which"}, environment).standardOutput;
+    EXPECT_NE(table.find("2  settings        not set "), std::string::npos) << table;
+    const std::string explained = Run({"which", "--explain"}, environment).standardOutput;
+    EXPECT_NE(explained.find("2. settings: not set\n"), std::string::npos) << explained;
+}
+
+TEST_F(Which, ThePathAloneIsThatOfTheFileInUse) {
+    Expect({"named",
+            {"which", "--path"},
+            0,
+            folder_.PathOf("named.xml") + "\n",
+            {},
+            {{"VELDyadCtxInit", folder_.PathOf("named.xml")}}});
+    Expect({"installed, with the separators of the system",
+            {"which", "--path"},
+            0,
+            folder_.PathOf("two") + "/resources/xml/DYAD/CONTEXT/Default.xml\n",
+            {},
+            {{"VELInstallPath", Roots()}}});
+}
+
+TEST_F(Which, WithoutAUsablePathNothingIsPrinted) {
+    ExpectEach({{"none", {"which", "--path"}, 3, "", {"no source names a context file"}, {}},
+                {"not there",
+                 {"which", "--path"},
+                 3,
+                 "",
+                 {"the library takes a file that it cannot read"},
+                 {{"VELDyadCtxInit", folder_.PathOf("missing.xml")}}}});
+}
+
+TEST_F(Which, ThePathAloneGoesWithNoOtherForm) {
+    for (const std::vector<std::string>& other :
+         {std::vector<std::string>{"--explain"}, std::vector<std::string>{"--format", "json"}}) {
+        std::vector<std::string> arguments{"which", "--path"};
+        arguments.insert(arguments.end(), other.begin(), other.end());
+        EXPECT_EQ(Run(arguments).status, 2) << other.front();
+    }
 }
 
 } // namespace dyadctx::test

@@ -1,0 +1,198 @@
+#include "collector/VELDyadCtxFileChoice.h"
+
+#include "collector/detail/ContextFileSource.h"
+#include "platform/VELEnvironment.h"
+#include "platform/VELFileSystem.h"
+#include "platform/VELSysSettingRepository.h"
+#include "platform/detail/SettingsFile.h"
+#include "trace/detail/ProcessSettings.h"
+
+#include <utility>
+
+namespace {
+
+using Absence = VELDyadCtxFileAbsence;
+using Candidate = VELDyadCtxFileCandidate;
+using Origin = VELDyadCtxFileOrigin;
+using Verdict = VELDyadCtxFileVerdict;
+
+void SetPath(Candidate& candidate, VELUnicodeString path) {
+    candidate.hasPath = true;
+    candidate.path = std::move(path);
+    candidate.pathVerdict = dyadctx::JudgeContextFile(candidate.path);
+}
+
+void SetVariable(Candidate& candidate, const char* variable, const dyadctx::TextSetting& setting) {
+    candidate.variable = variable;
+    candidate.isSet = setting.isSet;
+    if (setting.isSet)
+        candidate.value = setting.text;
+}
+
+Candidate FromVariable() {
+    const dyadctx::TextSetting& setting = dyadctx::InitSetting();
+    Candidate candidate;
+    SetVariable(candidate, dyadctx::InitVariable, setting);
+    switch (dyadctx::InitChoiceOf(setting.text)) {
+    case dyadctx::InitChoice::Path:
+        SetPath(candidate, setting.text);
+        break;
+    case dyadctx::InitChoice::NoFile:
+        candidate.absence = Absence::TurnedOff;
+        break;
+    case dyadctx::InitChoice::Installed:
+        candidate.absence = setting.isSet ? Absence::LeftToNext : Absence::NotSet;
+        break;
+    }
+    return candidate;
+}
+
+Absence AbsenceBy(dyadctx::SettingsAnswer answer) {
+    switch (answer) {
+    case dyadctx::SettingsAnswer::NoFile:
+        return Absence::SettingsMissing;
+    case dyadctx::SettingsAnswer::NotReadable:
+        return Absence::SettingsUnreadable;
+    case dyadctx::SettingsAnswer::Broken:
+        return Absence::SettingsBroken;
+    case dyadctx::SettingsAnswer::NotText:
+        return Absence::AttributeNotText;
+    case dyadctx::SettingsAnswer::NoAttribute:
+        return Absence::AttributeMissing;
+    case dyadctx::SettingsAnswer::Found:
+        break;
+    }
+    return Absence::AttributeEmpty;
+}
+
+// Where the built-in settings have the attribute, or what is wrong with them.
+void SetSettingsPlace(Candidate& candidate) {
+    const dyadctx::SettingsFolder folder = dyadctx::FindSettingsFolder();
+    if (folder.variable == nullptr) {
+        candidate.absence = Absence::NoSettingsFolder;
+        return;
+    }
+    SetVariable(candidate, folder.variable, {true, VELUnicodeString(VELGetEnv(folder.variable))});
+    candidate.settingsFile = dyadctx::SettingsFilePath(dyadctx::SettingsRepository);
+    const dyadctx::SettingsEntry entry =
+        dyadctx::FindSetting(candidate.settingsFile, dyadctx::SettingsAttribute);
+    candidate.settingsLine = entry.line;
+    candidate.settingsColumn = entry.column;
+    candidate.absence = AbsenceBy(entry.answer);
+    if (candidate.absence == Absence::SettingsBroken)
+        candidate.settingsFault = VELUnicodeString(entry.reason);
+}
+
+Candidate FromSettings() {
+    Candidate candidate;
+    candidate.origin = Origin::Settings;
+    candidate.absence = Absence::AttributeMissing;
+    if (!VELSysSettingRepository::HasHostSource())
+        SetSettingsPlace(candidate);
+    VELUnicodeString file = dyadctx::FileOfSettings();
+    if (!file.IsEmpty()) {
+        candidate.absence = Absence::None;
+        SetPath(candidate, std::move(file));
+    }
+    return candidate;
+}
+
+Candidate FromFolder(std::string_view folder, int number) {
+    Candidate candidate;
+    candidate.origin = Origin::InstallationFolder;
+    SetVariable(candidate, dyadctx::RootsVariable, {true, VELUnicodeString(folder)});
+    candidate.folder = number;
+    SetPath(candidate, dyadctx::DefaultFileBelow(folder));
+    if (dyadctx::IsThere(candidate.path))
+        return candidate;
+    VELFileInfo info;
+    const bool isFolder =
+        VELGetFileInfo(candidate.value, info) == 0 && (info.mode & VELFileInfo::Directory) != 0;
+    const bool isLookedInto = isFolder || folder.empty();
+    candidate.absence = isLookedInto ? Absence::NoDefaultFile : Absence::FolderMissing;
+    return candidate;
+}
+
+void AddFolders(VELListVal<Candidate>& candidates) {
+    const dyadctx::TextSetting& setting = dyadctx::InstallationRoots();
+    if (setting.text.IsEmpty()) {
+        Candidate candidate;
+        candidate.origin = Origin::InstallationFolder;
+        SetVariable(candidate, dyadctx::RootsVariable, setting);
+        candidate.absence = setting.isSet ? Absence::Empty : Absence::NotSet;
+        candidates.Append(candidate);
+        return;
+    }
+    dyadctx::RootList roots(setting.text.AsView());
+    std::string_view root;
+    for (int number = 1; roots.Next(root); ++number)
+        candidates.Append(FromFolder(root, number));
+}
+
+// Whether the library asks no further than this.
+bool Decides(const Candidate& candidate) {
+    return candidate.absence == Absence::None || candidate.absence == Absence::TurnedOff;
+}
+
+// The first that decides is the choice. Gives its position, 0 without one.
+int SetVerdicts(VELListVal<Candidate>& candidates) {
+    int deciding = 0;
+    for (int i = 1; i <= candidates.Size(); ++i) {
+        Candidate& candidate = candidates[i];
+        const bool isUsable = candidate.pathVerdict == VELDyadCtxPathVerdict::Usable;
+        if (deciding == 0 && Decides(candidate)) {
+            deciding = i;
+            candidate.verdict = isUsable ? Verdict::Chosen : Verdict::Rejected;
+        } else if (deciding != 0 && candidate.hasPath) {
+            candidate.verdict = Verdict::Ignored;
+        }
+    }
+    return deciding;
+}
+
+} // namespace
+
+VELDyadCtxFileChoice::VELDyadCtxFileChoice() noexcept = default;
+
+VELDyadCtxFileChoice::~VELDyadCtxFileChoice() = default;
+
+VELResult VELDyadCtxFileChoice::Run() {
+    candidates_.RemoveAll();
+    deciding_ = 0;
+    isDefault_ = 0;
+    try {
+        file_ = VELUnicodeString();
+        VELListVal<Candidate> candidates;
+        candidates.Append(FromVariable());
+        candidates.Append(FromSettings());
+        AddFolders(candidates);
+        const int deciding = SetVerdicts(candidates);
+        if (deciding != 0)
+            file_ = candidates[deciding].path;
+        candidates_ = std::move(candidates);
+        deciding_ = deciding;
+    } catch (...) {
+        return E_FAIL;
+    }
+    // A file the variable names never counts as the installation's default file.
+    const bool byVariable = deciding_ != 0 && candidates_[deciding_].origin == Origin::Variable;
+    isDefault_ = !byVariable && dyadctx::ContainsDefaultContextFile(file_) ? 1 : 0;
+    return S_OK;
+}
+
+const VELUnicodeString& VELDyadCtxFileChoice::GetFile(unsigned char& isDefault) const noexcept {
+    isDefault = isDefault_;
+    return file_;
+}
+
+bool VELDyadCtxFileChoice::IsUsable() const noexcept {
+    return deciding_ != 0 && candidates_[deciding_].verdict == Verdict::Chosen;
+}
+
+VELDyadCtxPathVerdict VELDyadCtxFileChoice::CheckPath(const VELUnicodeString& path) noexcept {
+    try {
+        return dyadctx::JudgeContextFile(path);
+    } catch (...) {
+        return VELDyadCtxPathVerdict::Unreadable;
+    }
+}

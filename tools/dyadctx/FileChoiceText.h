@@ -1,0 +1,27 @@
+// The choice of the context file in words.
+#pragma once
+
+#include "collector/VELDyadCtxFileChoice.h"
+
+#include <string>
+#include <string_view>
+
+namespace dyadctx::tool {
+
+// Asks every place. Throws std::bad_alloc.
+void MakeChoice(VELDyadCtxFileChoice& choice);
+
+// "VELDyadCtxInit", "settings" or "VELInstallPath".
+const char* NameOf(VELDyadCtxFileOrigin origin);
+// "chosen", "rejected", "absent" or "ignored".
+const char* NameOf(VELDyadCtxFileVerdict verdict);
+
+// Why the candidate has its verdict.
+std::string ReasonOf(const VELDyadCtxFileCandidate& candidate);
+// What would keep the library from reading the path; empty for nothing and without a path.
+std::string FaultOf(const VELDyadCtxFileCandidate& candidate);
+
+// Why the library would not open this file; empty when it would.
+std::string ReasonAgainst(std::string_view file);
+
+} // namespace dyadctx::tool
