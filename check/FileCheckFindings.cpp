@@ -55,15 +55,14 @@ constexpr std::array Spots{
 
 constexpr FindingSpot OfNoRule{{}, nullptr, Party::None, Nothing};
 
-const FindingSpot& RowOf(const Finding& finding) {
-    const auto* found = std::find_if(Spots.begin(), Spots.end(), [&](const FindingSpot& spot) {
-        return spot.key == finding.key;
-    });
+const FindingSpot& RowOf(const Fault& fault) {
+    const auto* found = std::find_if(
+        Spots.begin(), Spots.end(), [&](const FindingSpot& spot) { return spot.key == fault.key; });
     return found != Spots.end() ? *found : OfNoRule;
 }
 
-bool IsUnknownName(const Finding& finding) {
-    const std::string_view key = finding.key;
+bool IsUnknownName(const Fault& fault) {
+    const std::string_view key = fault.key;
     return key == key::CtxFriendNoMatchingCtx || key == key::CtxAssocNoMatchingCtx;
 }
 
@@ -73,91 +72,91 @@ VELUnicodeString Sentence(const VELDyadContext& context, const char* rest) {
 
 } // namespace
 
-void FileCheckRun::Report(const Finding& finding) {
-    if (IsFollowUp(finding))
+void FileCheckRun::Report(const Fault& fault) {
+    if (IsFollowUp(fault))
         return;
     const std::span<const VELUnicodeString> parameters(
-        finding.parameters.data(), static_cast<std::size_t>(finding.parameterCount));
+        fault.parameters.data(), static_cast<std::size_t>(fault.parameterCount));
     FindingList::Entry& entry =
-        findings_.AddAbout(finding.context->GetName(), finding.key, parameters, SpotOf(finding));
-    Relate(finding, entry);
-    if (IsUnknownName(finding))
-        unknown_.push_back({finding.context, finding.other});
+        findings_.AddAbout(fault.context->GetName(), fault.key, parameters, SpotOf(fault));
+    Relate(fault, entry);
+    if (IsUnknownName(fault))
+        unknown_.push_back({fault.context, fault.other});
 }
 
 // Whether the file lacks what the finding is about and has been told so already.
-bool FileCheckRun::IsFollowUp(const Finding& finding) const {
+bool FileCheckRun::IsFollowUp(const Fault& fault) const {
     if (missing_.empty())
         return false;
-    const FindingSpot& row = RowOf(finding);
+    const FindingSpot& row = RowOf(fault);
     const auto lacks = [this](const VELDyadContext* context, unsigned int values) {
         const auto found = missing_.find(context);
         return found != missing_.end() && (found->second & values) != 0;
     };
-    return lacks(finding.context, row.follows) ||
-           (row.party == Party::Later && lacks(finding.other, row.follows));
+    return lacks(fault.context, row.follows) ||
+           (row.party == Party::Later && lacks(fault.other, row.follows));
 }
 
-Spot FileCheckRun::SpotOf(const Finding& finding) const {
-    const FindingSpot& row = RowOf(finding);
-    const VELDyadContext* at = finding.context;
-    if (IsUnknownName(finding))
-        at = finding.other;
-    else if (finding.friendPosition > 0)
-        at = references_->FriendAt(checked_, finding.friendPosition);
+Spot FileCheckRun::SpotOf(const Fault& fault) const {
+    const FindingSpot& row = RowOf(fault);
+    const VELDyadContext* at = fault.context;
+    if (IsUnknownName(fault))
+        at = fault.other;
+    else if (fault.friendPosition > 0)
+        at = references_->FriendAt(checked_, fault.friendPosition);
     else if (row.party == Party::Associated)
         at = references_->AssociatedAt(checked_);
     return SpotOfContext(at, row.attribute);
 }
 
 Spot FileCheckRun::SpotOfContext(const VELDyadContext* context, const char* attribute) const {
-    const Place* element = ElementOf(context);
+    const VELPlace* element = ElementOf(context);
     return element != nullptr ? Spot{*element, attribute} : Spot{};
 }
 
-void FileCheckRun::Relate(const Finding& finding, FindingList::Entry& entry) {
-    const FindingSpot& row = RowOf(finding);
-    if (IsUnknownName(finding)) {
-        RelateUnknown(finding, entry);
+void FileCheckRun::Relate(const Fault& fault, FindingList::Entry& entry) {
+    const FindingSpot& row = RowOf(fault);
+    if (IsUnknownName(fault)) {
+        RelateUnknown(fault, entry);
     } else if (row.party == Party::Later) {
         const bool isNamesake = row.key == key::CtxAlreadyDefined;
         entry.related.push_back(
-            {SpotOfContext(finding.other, row.attribute),
-             Sentence(*finding.other, isNamesake ? "is declared again here"
-                                                 : "stands for the same database here")});
+            {SpotOfContext(fault.other, row.attribute),
+             Sentence(*fault.other, isNamesake ? "is declared again here"
+                                               : "stands for the same database here")});
     } else if (row.key == key::CtxAndFriendWithCyclicity ||
                row.key == key::CtxAndAssocWithCyclicity) {
-        RelateReturn(finding, entry);
+        RelateReturn(fault, entry);
     }
 }
 
 // The name may be that of a context that was left out.
-void FileCheckRun::RelateUnknown(const Finding& finding, FindingList::Entry& entry) {
+void FileCheckRun::RelateUnknown(const Fault& fault, FindingList::Entry& entry) {
     if (leftOutByName_.empty()) {
         for (std::size_t i = 0; i < leftOut_.size(); ++i)
             leftOutByName_.emplace(leftOut_[i].name.AsView(), i);
     }
-    const auto found = leftOutByName_.find(finding.other->GetName().AsView());
+    const auto found = leftOutByName_.find(fault.other->GetName().AsView());
     if (found != leftOutByName_.end())
         entry.related.push_back(
             {{leftOut_[found->second].place, format::NameAttribute},
-             Sentence(*finding.other,
+             Sentence(*fault.other,
                       "stands here, but is left out while the DB context environment is off")});
 }
 
 // Where the other party names this context.
-void FileCheckRun::RelateReturn(const Finding& finding, FindingList::Entry& entry) {
-    const int other = PositionOfName(finding.other->GetName());
-    const bool isFriend = finding.friendPosition > 0;
+void FileCheckRun::RelateReturn(const Fault& fault, FindingList::Entry& entry) {
+    const int other = PositionOfName(fault.other->GetName());
+    const bool isFriend = fault.friendPosition > 0;
     const VELDyadContext* reference =
-        isFriend ? references_->FriendNamed(other, finding.context->GetName())
+        isFriend ? references_->FriendNamed(other, fault.context->GetName())
                  : references_->AssociatedAt(other);
     // A context that names itself is one place only.
-    if (reference != nullptr && finding.other != finding.context)
+    if (reference != nullptr && fault.other != fault.context)
         entry.related.push_back(
             {SpotOfContext(reference, format::NameAttribute),
-             Sentence(*finding.other, isFriend ? "names it as a friend here"
-                                               : "names it as its associated context here")});
+             Sentence(*fault.other, isFriend ? "names it as a friend here"
+                                             : "names it as its associated context here")});
 }
 
 int FileCheckRun::PositionOfName(const VELUnicodeString& name) const {

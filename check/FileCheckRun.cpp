@@ -27,16 +27,12 @@ bool Is(const char* key, const char* other) {
     return std::string_view(key) == other;
 }
 
-std::span<const VELUnicodeString> ParametersOf(const Finding& finding) {
-    return {finding.parameters.data(), static_cast<std::size_t>(finding.parameterCount)};
+std::span<const VELUnicodeString> ParametersOf(const Fault& fault) {
+    return {fault.parameters.data(), static_cast<std::size_t>(fault.parameterCount)};
 }
 
 unsigned char IsDefaultFile(const VELUnicodeString& file) {
     return ContainsDefaultContextFile(file) ? 1 : 0;
-}
-
-Place PlaceOrNone(const VELIDOMNode& node) {
-    return node.IsNull() ? Place() : PlaceOf(node);
 }
 
 // The first elements that bear the name of the data element, at most two.
@@ -78,8 +74,8 @@ VELListVal<VELDyadCtxFinding> FileCheckRun::TakeFindings() {
     return findings_.IsEmpty() ? VELListVal<VELDyadCtxFinding>() : findings_.Finish(Text());
 }
 
-std::optional<Place> FileCheckRun::PlaceOf(const VELDyadContext* context) {
-    const Place* element = ElementOf(context);
+std::optional<VELPlace> FileCheckRun::FindPlace(const VELDyadContext* context) {
+    const VELPlace* element = ElementOf(context);
     if (element == nullptr)
         return std::nullopt;
     return Text().InCharacters(*element);
@@ -93,8 +89,8 @@ const SourceText& FileCheckRun::Text() {
     return *text_;
 }
 
-const Place* FileCheckRun::ElementOf(const VELDyadContext* context) const noexcept {
-    return places_.contexts.find(context);
+const VELPlace* FileCheckRun::ElementOf(const VELDyadContext* context) const noexcept {
+    return places_.Find(context);
 }
 
 void FileCheckRun::Run() {
@@ -114,7 +110,7 @@ void FileCheckRun::Run() {
 
 void FileCheckRun::ReadFile() {
     VELUnicodeString unused;
-    VELDyadCtxXml xml(collector_.get(), &places_, this);
+    VELDyadCtxXml xml(collector_.get(), this);
     const VELResult result = contents_ ? xml.Unstream(*contents_, unused) : xml.Unstream(unused);
     if (result < 0 && !hasReadingEnded_)
         throw std::bad_alloc();
@@ -129,7 +125,7 @@ void FileCheckRun::LinkAndCheck() {
                                  *this);
         CheckDeclared(count);
     } else if (!findings_.HasErrors()) {
-        findings_.Add(key::NoCtxDefined, {}, {PlaceOrNone(NodeAt(DataElements(root_), 0))});
+        findings_.Add(key::NoCtxDefined, {}, {PlaceOf(NodeAt(DataElements(root_), 0))});
     }
 }
 
@@ -154,24 +150,31 @@ void FileCheckRun::GiveHints() {
 
 // ---- Reading -----------------------------------------------------------------------------------
 
-void FileCheckRun::MeetDocument(const VELIDOMElement& root) {
+void FileCheckRun::OnSyntaxError(const VELPlace& place, const char* reason) {
+    syntaxErrorPlace_ = place;
+    syntaxError_ = reason;
+}
+
+void FileCheckRun::OnDocument(const VELIDOMElement& root) {
     root_ = root;
     ids_.emplace(root);
 }
 
-void FileCheckRun::MeetContext(const VELDyadContext& context, unsigned int missing) {
+void FileCheckRun::OnContext(const VELDyadContext& context, const VELIDOMElement& element,
+                             unsigned int missing) {
+    places_.Add(&context, PlaceOf(element));
     if (missing != 0)
         missing_.emplace(&context, missing);
 }
 
-void FileCheckRun::MeetFault(const Finding& fault, const VELIDOMNode& where) {
+void FileCheckRun::OnFault(const Fault& fault, const VELIDOMNode& where) {
     if (Is(fault.key, key::XMLSyntaxError))
         return AddSyntaxError(fault);
     if (Is(fault.key, key::TagNotFound))
         return AddDataFault(fault);
     if (Is(fault.key, key::InternalError))
         return AddInternalError(fault, where);
-    const Spot spot{PlaceOrNone(where)};
+    const Spot spot{PlaceOf(where)};
     if (Is(fault.key, key::NotAValidTag)) {
         hasReadingEnded_ = true;
         findings_.Add(fault.key, ParametersOf(fault), spot);
@@ -187,39 +190,37 @@ void FileCheckRun::MeetFault(const Finding& fault, const VELIDOMNode& where) {
     findings_.AddAbout(context, fault.key, ParametersOf(fault), spot);
 }
 
-void FileCheckRun::AddSyntaxError(const Finding& fault) {
+void FileCheckRun::AddSyntaxError(const Fault& fault) {
     hasReadingEnded_ = true;
-    const Spot spot{places_.fault};
+    const Spot spot{syntaxErrorPlace_};
     FindingList::Entry& entry = findings_.Add(fault.key, ParametersOf(fault), spot);
-    if (!places_.syntaxError.empty())
-        entry.related.push_back({spot, VELUnicodeString(places_.syntaxError)});
+    if (!syntaxError_.IsEmpty())
+        entry.related.push_back({spot, syntaxError_});
 }
 
 // There must be one such element and something in it.
-void FileCheckRun::AddDataFault(const Finding& fault) {
+void FileCheckRun::AddDataFault(const Fault& fault) {
     hasReadingEnded_ = true;
     const VELIDOMNodeList found = DataElements(root_);
     const int count = found.GetLength();
     const VELIDOMNode where = count > 0 ? NodeAt(found, count - 1) : root_;
-    FindingList::Entry& entry =
-        findings_.Add(fault.key, ParametersOf(fault), {dyadctx::PlaceOf(where)});
+    FindingList::Entry& entry = findings_.Add(fault.key, ParametersOf(fault), {PlaceOf(where)});
     if (count > 1)
         entry.related.push_back(
-            {{dyadctx::PlaceOf(NodeAt(found, 0))}, VELUnicodeString("the first one is here")});
+            {{PlaceOf(NodeAt(found, 0))}, VELUnicodeString("the first one is here")});
     else if (count == 1)
-        entry.related.push_back(
-            {{dyadctx::PlaceOf(where)}, VELUnicodeString("there is nothing in it")});
+        entry.related.push_back({{PlaceOf(where)}, VELUnicodeString("there is nothing in it")});
 }
 
 // A friend that has no context before it, unless memory has run out; the ones that follow it are
 // not told again.
-void FileCheckRun::AddInternalError(const Finding& fault, const VELIDOMNode& where) {
+void FileCheckRun::AddInternalError(const Fault& fault, const VELIDOMNode& where) {
     const bool isOwnerless = !leftOut_.empty() && collector_->GetNbCtxs() == 0;
     if (!isOwnerless)
         throw std::bad_alloc();
     if (isOwnerlessReported_)
         return;
-    FindingList::Entry& entry = findings_.Add(fault.key, ParametersOf(fault), {PlaceOrNone(where)});
+    FindingList::Entry& entry = findings_.Add(fault.key, ParametersOf(fault), {PlaceOf(where)});
     isOwnerlessReported_ = true;
     const LeftOut& owner = leftOut_.back();
     entry.related.push_back(
@@ -229,15 +230,15 @@ void FileCheckRun::AddInternalError(const Finding& fault, const VELIDOMNode& whe
                           "context stands before it")});
 }
 
-void FileCheckRun::MeetLeftOut(const VELDyadContext& context, const VELIDOMElement& element,
-                               bool isDeclared) {
-    leftOut_.push_back({context.GetName(), dyadctx::PlaceOf(element)});
+void FileCheckRun::OnLeftOut(const VELDyadContext& context, const VELIDOMElement& element,
+                             bool isDeclared) {
+    leftOut_.push_back({context.GetName(), PlaceOf(element)});
     isOwnerlessReported_ = false;
     if (isDeclared)
         WarnOfMovedFriends(id::FriendsOfLeftOut, context.GetName(), element);
 }
 
-void FileCheckRun::MeetRepeated(const VELDyadContext& first, const VELIDOMElement& element) {
+void FileCheckRun::OnRepeated(const VELDyadContext& first, const VELIDOMElement& element) {
     VELDyadContext* last = nullptr;
     collector_->GetCtxAtIndex(collector_->GetNbCtxs(), last);
     if (last != &first)
@@ -252,8 +253,7 @@ void FileCheckRun::WarnOfMovedFriends(const char* id, const VELUnicodeString& na
         collector_->GetCtxAtIndex(collector_->GetNbCtxs(), owner) < 0 || owner == nullptr)
         return;
     const std::array parameters{name, owner->GetName()};
-    FindingList::Entry& entry =
-        findings_.AddAbout(name, id, parameters, {dyadctx::PlaceOf(element)});
+    FindingList::Entry& entry = findings_.AddAbout(name, id, parameters, {PlaceOf(element)});
     entry.related.push_back({SpotOfContext(owner, format::NameAttribute),
                              VELUnicodeString("the context they go to is here")});
 }
@@ -301,7 +301,7 @@ void FileCheckRun::NoteLeftOut() {
 void FileCheckRun::NoteNoDefaultContext() {
     if (!findings_.HasErrors() && collector_->GetNbCtxs() > 0 &&
         PositionOfName(DefaultContextName) == 0)
-        findings_.Add(id::NoDefaultContext, {}, {PlaceOrNone(NodeAt(DataElements(root_), 0))});
+        findings_.Add(id::NoDefaultContext, {}, {PlaceOf(NodeAt(DataElements(root_), 0))});
 }
 
 } // namespace dyadctx

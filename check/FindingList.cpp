@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <string_view>
-#include <tuple>
 #include <utility>
 
 namespace dyadctx {
@@ -21,24 +20,19 @@ VELUnicodeString TextOf(const char* id, const FindingKind* kind,
                            : CatalogText(id, first, count);
 }
 
-Place PlaceOfSpot(const Spot& spot, const SourceText& text) {
+VELPlace PlaceOfSpot(const Spot& spot, const SourceText& text) {
     return spot.attribute != nullptr ? text.OfAttribute(spot.element, spot.attribute)
                                      : text.InCharacters(spot.element);
 }
 
 void SetPlaces(FindingList::Entry& entry, const SourceText& text) {
-    const Place place = PlaceOfSpot(entry.spot, text);
-    entry.finding.line = place.line;
-    entry.finding.column = place.column;
-    for (const FindingList::Related& related : entry.related) {
-        const Place other = PlaceOfSpot(related.spot, text);
-        entry.finding.related.Append({related.text, other.line, other.column});
-    }
+    entry.finding.place = PlaceOfSpot(entry.spot, text);
+    for (const FindingList::Related& related : entry.related)
+        entry.finding.related.Append({related.text, PlaceOfSpot(related.spot, text)});
 }
 
 bool StandsBefore(const FindingList::Entry& left, const FindingList::Entry& right) {
-    return std::tie(left.finding.line, left.finding.column) <
-           std::tie(right.finding.line, right.finding.column);
+    return left.finding.place < right.finding.place;
 }
 
 bool HaveSameParameters(const VELDyadCtxFinding& left, const VELDyadCtxFinding& right) {
@@ -52,15 +46,14 @@ bool HaveSameParameters(const VELDyadCtxFinding& left, const VELDyadCtxFinding& 
 }
 
 bool SaysTheSame(const VELDyadCtxFinding& left, const VELDyadCtxFinding& right) {
-    return left.line == right.line && left.column == right.column && left.id == right.id &&
-           HaveSameParameters(left, right);
+    return left.place == right.place && left.id == right.id && HaveSameParameters(left, right);
 }
 
 // The entries of one place stand together; there are few of them.
 bool IsSaid(const VELListVal<VELDyadCtxFinding>& findings, const VELDyadCtxFinding& finding) {
     for (int pos = findings.Size(); pos > 0; --pos) {
         const VELDyadCtxFinding& said = findings[pos];
-        if (said.line != finding.line || said.column != finding.column)
+        if (said.place != finding.place)
             return false;
         if (SaysTheSame(said, finding))
             return true;
@@ -116,7 +109,7 @@ VELListVal<VELDyadCtxFinding> FindingList::Finish(const SourceText& text) {
     std::stable_sort(entries_.begin(), entries_.end(), StandsBefore);
     VELListVal<VELDyadCtxFinding> findings;
     for (Entry& entry : entries_) {
-        if (entry.finding.line == 0 || !IsSaid(findings, entry.finding))
+        if (entry.finding.place == VELPlace() || !IsSaid(findings, entry.finding))
             findings.Append(std::move(entry.finding));
     }
     entries_.clear();

@@ -202,7 +202,7 @@ private:
     FindingList& findings_;
     std::vector<Pending> pending_;
     int associatedLeftOut_ = 0;
-    Place firstLeftOut_;
+    VELPlace firstLeftOut_;
     // Kept here so that they are not made anew for each element.
     VELUnicodeString tag_;
     VELUnicodeString name_;

@@ -216,8 +216,8 @@ public:
 
 private:
     Spot SpotOfFriend(int pos, int friendPos) const {
-        const Place* place =
-            places_.contexts.find(references_.FriendAt(pos, graph_.SlotOf(pos, friendPos)));
+        const VELPlace* place =
+            places_.Find(references_.FriendAt(pos, graph_.SlotOf(pos, friendPos)));
         return place != nullptr ? Spot{*place, format::NameAttribute} : Spot{};
     }
     VELUnicodeString TextOfStep(int pos, int friendPos) const {

@@ -36,7 +36,7 @@ void HintAtMissingTargets(VELDyadCtxCollector& collector, const ContextPlaces& p
             continue;
         const std::array parameters{context.GetName(), context.GetParameter()};
         findings.AddAbout(context.GetName(), kind, parameters,
-                          {places.contexts.at(&context), format::ParameterAttribute});
+                          {*places.Find(&context), format::ParameterAttribute});
     }
 }
 

@@ -89,7 +89,7 @@ std::size_t SourceText::CharactersBefore(std::size_t offset) const noexcept {
     return blocks_[block] + CountCharactersIn(text_.substr(block * BlockSize, offset % BlockSize));
 }
 
-std::size_t SourceText::OffsetOf(Place place) const noexcept {
+std::size_t SourceText::OffsetOf(VELPlace place) const noexcept {
     if (place.line < 1 || place.column < 1 || static_cast<std::size_t>(place.line) > lines_.size())
         return Nowhere;
     const std::size_t offset = lines_[static_cast<std::size_t>(place.line) - 1] +
@@ -97,17 +97,17 @@ std::size_t SourceText::OffsetOf(Place place) const noexcept {
     return offset <= text_.size() ? offset : Nowhere;
 }
 
-Place SourceText::PlaceAt(std::size_t offset, int line) const noexcept {
+VELPlace SourceText::PlaceAt(std::size_t offset, int line) const noexcept {
     const std::size_t start = lines_[static_cast<std::size_t>(line) - 1];
     return {line, static_cast<int>(CharactersBefore(offset) - CharactersBefore(start)) + 1};
 }
 
-Place SourceText::InCharacters(Place place) const {
+VELPlace SourceText::InCharacters(VELPlace place) const {
     const std::size_t offset = OffsetOf(place);
     return offset == Nowhere ? place : PlaceAt(offset, place.line);
 }
 
-Place SourceText::OfAttribute(Place element, std::string_view attribute) const {
+VELPlace SourceText::OfAttribute(VELPlace element, std::string_view attribute) const {
     const std::size_t tag = OffsetOf(element);
     const std::size_t found = tag == Nowhere ? Nowhere : FindInTag(tag, attribute);
     if (found == Nowhere)

@@ -96,15 +96,13 @@ VELDyadCtxCollector* VELDyadCtxFileCheck::GetCollector() const noexcept {
     return run_ != nullptr ? run_->Collector() : nullptr;
 }
 
-VELResult VELDyadCtxFileCheck::GetPlace(const VELDyadContext* context, int& line,
-                                        int& column) const {
+VELResult VELDyadCtxFileCheck::GetPlace(const VELDyadContext* context, VELPlace& place) const {
     try {
-        const std::optional<dyadctx::Place> place =
-            run_ != nullptr ? run_->PlaceOf(context) : std::nullopt;
-        if (!place)
+        const std::optional<VELPlace> found =
+            run_ != nullptr ? run_->FindPlace(context) : std::nullopt;
+        if (!found)
             return E_FAIL;
-        line = place->line;
-        column = place->column;
+        place = *found;
         return S_OK;
     } catch (...) {
         return E_FAIL;

@@ -12,6 +12,7 @@
 #include "collector/VELDyadCtxCollector.h"
 #include "platform/VELExport.h"
 #include "platform/VELListVal.h"
+#include "platform/VELPlace.h"
 #include "platform/VELResult.h"
 #include "platform/VELUnicodeString.h"
 #include "trace/VELDyadCtxFinding.h"
@@ -63,9 +64,9 @@ public:
     // placeholder that was read, which is not among the declared contexts. Never null after a Run
     // that had memory: without contexts where the file cannot be read.
     VELDyadCtxCollector* GetCollector() const noexcept;
-    // Where the element of a context of that collector stands, declared or placeholder. E_FAIL, and
-    // the outputs as before, for any other context.
-    VELResult GetPlace(const VELDyadContext* context, int& line, int& column) const;
+    // Where the element of a context of that collector is, declared or placeholder. E_FAIL, and
+    // `place` as before, for any other context.
+    VELResult GetPlace(const VELDyadContext* context, VELPlace& place) const;
     // The message of a factory for the same text, or for the file as it is now, which is read again
     // for it; empty where it takes the file. E_FAIL, and `message` as before, without memory, when
     // a host's provider throws, and before the first Run.

@@ -5,7 +5,7 @@
 #include "collector/detail/CollectorAccess.h"
 #include "collector/detail/CollectorIndex.h"
 #include "collector/detail/ContextFileSource.h"
-#include "collector/detail/Finding.h"
+#include "collector/detail/Fault.h"
 #include "platform/VELDyadTrace.h"
 #include "platform/VELEnvironment.h"
 #include "trace/VELDyadMessageKeys.h"

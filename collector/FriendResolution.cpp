@@ -13,8 +13,8 @@ namespace {
 
 using dyadctx::CollectorIndex;
 using dyadctx::ContextAccess;
-using dyadctx::Finding;
-using dyadctx::FindingReporter;
+using dyadctx::Fault;
+using dyadctx::FaultReporter;
 using dyadctx::LinkExtent;
 
 constexpr const char* LinkMethod = "VELDyadCtxCollector::SetFriendsAndAssociated";
@@ -22,7 +22,7 @@ constexpr const char* LinkMethod = "VELDyadCtxCollector::SetFriendsAndAssociated
 class LinkRun {
 public:
     LinkRun(const VELListPtrVELDyadContext& declared, CollectorIndex& index, LinkExtent extent,
-            FindingReporter& reporter)
+            FaultReporter& reporter)
         : declared_(declared), index_(index), reporter_(reporter),
           goesOn_(extent == LinkExtent::Everything) {}
 
@@ -147,28 +147,28 @@ private:
 
     void ReportUnknown(const char* key, const VELDyadContext& context,
                        const VELDyadContext& placeholder) {
-        Finding finding;
-        finding.method = LinkMethod;
-        finding.key = key;
-        finding.parameters = {context.GetName(), placeholder.GetName()};
-        finding.parameterCount = 2;
-        finding.context = &context;
-        finding.other = &placeholder;
-        reporter_.Report(finding);
+        Fault fault;
+        fault.method = LinkMethod;
+        fault.key = key;
+        fault.parameters = {context.GetName(), placeholder.GetName()};
+        fault.parameterCount = 2;
+        fault.context = &context;
+        fault.other = &placeholder;
+        reporter_.Report(fault);
     }
 
     void ReportInternalError(const VELDyadContext& context, const VELDyadContext* other) {
-        Finding finding;
-        finding.method = LinkMethod;
-        finding.key = dyadctx::key::InternalError;
-        finding.context = &context;
-        finding.other = other;
-        reporter_.Report(finding);
+        Fault fault;
+        fault.method = LinkMethod;
+        fault.key = dyadctx::key::InternalError;
+        fault.context = &context;
+        fault.other = other;
+        reporter_.Report(fault);
     }
 
     const VELListPtrVELDyadContext& declared_;
     CollectorIndex& index_;
-    FindingReporter& reporter_;
+    FaultReporter& reporter_;
     bool goesOn_;
     bool friendsLinked_ = true;
     bool associatedLinked_ = true;
@@ -178,7 +178,7 @@ private:
 
 bool dyadctx::LinkFriendsAndAssociated(const VELListPtrVELDyadContext& declared,
                                        CollectorIndex& index, int count, LinkExtent extent,
-                                       FindingReporter& reporter) {
+                                       FaultReporter& reporter) {
     return LinkRun(declared, index, extent, reporter).Link(count);
 }
 

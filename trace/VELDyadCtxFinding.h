@@ -2,19 +2,19 @@
 #pragma once
 
 #include "platform/VELListVal.h"
+#include "platform/VELPlace.h"
 #include "platform/VELUnicodeString.h"
 
 enum class VELDyadCtxSeverity { Error, Warning, Note };
 
-// The other party of a finding, in the same file. Line and column as in VELDyadCtxFinding.
+// The other party of a finding, in the same file.
 struct VELDyadCtxRelatedPlace {
     VELUnicodeString text;
-    int line = 0;
-    int column = 0;
+    VELPlace place;
 };
 
 struct VELDyadCtxFinding {
-    // The key of the library's message, or one of VELDyadCtxFileCheck::GetFindingKinds.
+    // The key of the library's message, or the id of a kind of finding.
     VELUnicodeString id;
     VELDyadCtxSeverity severity = VELDyadCtxSeverity::Error;
     VELListValVELUnicodeString parameters;
@@ -22,10 +22,8 @@ struct VELDyadCtxFinding {
     // The name of the context at fault; `hasContext` tells an empty name from none.
     bool hasContext = false;
     VELUnicodeString context;
-    // Of the attribute at fault, else of its element, from 1; columns count characters (in UTF-16
-    // units of two bytes). 0 for a finding without place.
-    int line = 0;
-    int column = 0;
+    // Of the attribute at fault, else of its element.
+    VELPlace place;
     VELListVal<VELDyadCtxRelatedPlace> related;
 };
 

@@ -38,15 +38,13 @@ VELResult ContextEntry::AddContext(const VELIDOMElement& element, ContextLevels 
     result = GetXMLValuesContext(element, levels, ownerName, state_, values_);
     if (result < 0 && !MayStandIn(owner))
         return result;
-    if (state_.places != nullptr)
-        place_ = PlaceOf(element);
     if (owner == nullptr)
         CollectorAccess::Index(state_.collector).Announce(values_.texts.name);
     auto context = maker_.Make(std::move(values_.texts));
     if (context->GetParameterType() == Names().databaseType)
         return AddDatabaseContext(element, std::move(context), owner, associated);
     const bool asAssociated = associated && IsDbEnvironmentOn();
-    return Enter(std::move(context), owner, asAssociated ? 1 : 0);
+    return Enter(element, std::move(context), owner, asAssociated ? 1 : 0);
 }
 
 // The owner is the context declared last, wherever the element stands in the file.
@@ -61,16 +59,18 @@ VELResult ContextEntry::FindOwner(const VELIDOMElement& element, ContextLevels l
     return E_FAIL;
 }
 
-// A declared context that lacks something is entered all the same where reading goes on.
+// A declared context that lacks something is entered all the same where reading continues after
+// faults.
 bool ContextEntry::MayStandIn(const VELDyadContext* owner) const noexcept {
-    return state_.GoesOn() && (owner == nullptr || (values_.missing & MissingName) == 0);
+    return state_.ContinuesAfterFault() &&
+           (owner == nullptr || (values_.missing & MissingName) == 0);
 }
 
 VELResult ContextEntry::AddDatabaseContext(const VELIDOMElement& element, ContextPtr context,
                                            VELDyadContext* owner, bool associated) {
     if (!IsDbEnvironmentOn()) {
         if (state_.observer != nullptr)
-            state_.observer->MeetLeftOut(*context, element, owner == nullptr);
+            state_.observer->OnLeftOut(*context, element, owner == nullptr);
         return S_OK;
     }
     VELIDyadDbProvider_var provider;
@@ -78,14 +78,14 @@ VELResult ContextEntry::AddDatabaseContext(const VELIDOMElement& element, Contex
     if ((values_.missing & MissingConnector) == 0)
         result = SetProvider(*context, provider);
     if (result < 0) {
-        if (!state_.GoesOn())
+        if (!state_.ContinuesAfterFault())
             return result;
         // The library has no message for it.
         LogReaderError(state_, "VELDyadCtxXml::AddContext", id::ProviderFailed, element,
                        &context->GetName(), 1);
     }
     if (associated && IsDbEnvironmentOn())
-        return Enter(std::move(context), owner, 1);
+        return Enter(element, std::move(context), owner, 1);
     if (provider.IsNull() || (!MultisiteFlag() && !VELIsTraceActive()))
         return EnterDatabaseContext(element, std::move(context), owner);
     const VELUnicodeString name = context->GetName();
@@ -107,25 +107,24 @@ VELResult ContextEntry::EnterDatabaseContext(const VELIDOMElement& element, Cont
     if (owner == nullptr && state_.collector.FindMatchingCtx(0, context.get(), &match) != 0 &&
         match != nullptr) {
         if (state_.observer != nullptr)
-            state_.observer->MeetRepeated(*match, element);
+            state_.observer->OnRepeated(*match, element);
         return S_OK;
     }
-    return Enter(std::move(context), owner, 0);
+    return Enter(element, std::move(context), owner, 0);
 }
 
 // The context is the collector's as soon as that knows it, whatever it answers; without memory it
 // may refuse to.
-VELResult ContextEntry::Enter(ContextPtr context, VELDyadContext* owner, int associated) {
-    if (state_.places != nullptr)
-        state_.places->contexts.emplace(context.get(), place_);
+VELResult ContextEntry::Enter(const VELIDOMElement& element, ContextPtr context,
+                              VELDyadContext* owner, int associated) {
     if (state_.observer != nullptr)
-        state_.observer->MeetContext(*context, values_.missing);
+        state_.observer->OnContext(*context, element, values_.missing);
     VELDyadContext* entered = context.get();
     const VELResult result = state_.collector.AddContext(entered, owner, associated);
     if (ContextAccess::WasRegistered(*entered))
         static_cast<void>(context.release());
     // Fails only without memory: what comes after would not be the file's fault.
-    if (result < 0 && state_.GoesOn())
+    if (result < 0 && state_.ContinuesAfterFault())
         throw std::bad_alloc();
     return result;
 }

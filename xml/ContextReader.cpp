@@ -99,7 +99,7 @@ VELResult ContextReader::ReadNode() {
         return GoToNextNode();
     pass.element = VELIDOMElement(node_);
     // A declared context is read once; only those who look for faults come back to it.
-    if (passes_.size() == 1 && state_.places == nullptr && state_.observer == nullptr)
+    if (passes_.size() == 1 && state_.observer == nullptr)
         DomAccess::ForgetBefore(pass.element);
     const FormatIds& ids = *state_.ids;
     if (tag == ids.context)
@@ -115,10 +115,9 @@ VELResult ContextReader::ReadContext() {
     Pass& pass = passes_.back();
     const bool associated = *pass.tag == Names().associated && IsDbEnvironmentOn();
     if (entry_.AddContext(pass.element, pass.levels, associated) < 0) {
-        RememberFault(pass.element);
         TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes: Add Context problem, node index=%d",
                     pass.nodeIndex);
-        if (!state_.GoesOn())
+        if (!state_.ContinuesAfterFault())
             return Abandon();
     }
     pass.step = Step::AssociatedOfContext;
@@ -144,7 +143,6 @@ VELResult ContextReader::ReadScenarios() {
     const VELUnicodeString name = AttributeOrEmpty(pass.element, state_.ids->name);
     if (scenarios_.ParseXMLExchangeScenarioNodes(pass.element, name) >= 0)
         return GoToNextNode();
-    RememberFault(pass.element);
     TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes : scenario parsing problem, node index=%d",
                 pass.nodeIndex);
     return Abandon();
@@ -159,13 +157,12 @@ VELResult ContextReader::ReadAssociatedContainer() {
         pass.step = Step::AssociatedContainer;
         return Begin(pass.element, Names().associated, {0, 1});
     }
-    RememberFault(pass.element);
     if (level > 1)
         return Reject(key::CtxAssociatedWithAssociated, pass.element);
     TRACE_WARNING("VELDyadCtxXml:ParseXMLNodes : Non supported RootTagName <%s> for CtxAssociated",
                   pass.tag->ConvertToChar());
     LogReaderError(state_, Method, key::NoCtxDefinedForAssociated, pass.element);
-    return state_.GoesOn() ? GoToNextNode() : Abandon();
+    return state_.ContinuesAfterFault() ? GoToNextNode() : Abandon();
 }
 
 VELResult ContextReader::ReadFriendsContainer() {
@@ -177,7 +174,6 @@ VELResult ContextReader::ReadFriendsContainer() {
         pass.step = Step::FriendsContainer;
         return Begin(pass.element, Names().friends, {1, 0});
     }
-    RememberFault(pass.element);
     return Reject(level > 1 ? key::CtxFriendWithFriend : key::NoCtxDefinedForFriend, pass.element);
 }
 
@@ -220,17 +216,12 @@ VELResult ContextReader::FailAfter(Step step) {
 VELResult ContextReader::Reject(const char* key, const VELIDOMNode& where) {
     LogReaderError(state_, Method, key, where);
     TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes <%s>", passes_.back().tag->ConvertToChar());
-    return state_.GoesOn() ? GoToNextNode() : Abandon();
+    return state_.ContinuesAfterFault() ? GoToNextNode() : Abandon();
 }
 
 VELResult ContextReader::Abandon() {
     passes_.pop_back();
     return E_FAIL;
-}
-
-void ContextReader::RememberFault(const VELIDOMNode& node) {
-    if (state_.places != nullptr)
-        state_.places->fault = PlaceOf(node);
 }
 
 } // namespace dyadctx

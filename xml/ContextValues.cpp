@@ -43,7 +43,7 @@ bool MayLackConnector(ContextLevels levels) {
 }
 
 bool MayGoOn(const ContextValues& values, const ReadState& state) {
-    return values.missing == 0 || state.GoesOn();
+    return values.missing == 0 || state.ContinuesAfterFault();
 }
 
 VELResult GetXMLDbValuesContext(const VELIDOMElement& element, ContextLevels levels,

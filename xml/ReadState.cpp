@@ -17,9 +17,9 @@ void Log(const char* method, const char* key, VELUnicodeString& message,
     TRACE_WARNING("VELDyadCtxXml:LogError Method <%s> Error <%s>", method, message.ConvertToChar());
 }
 
-Finding MakeFault(const char* method, const char* key, const VELUnicodeString* parameters,
-                  int count) {
-    Finding fault;
+Fault MakeFault(const char* method, const char* key, const VELUnicodeString* parameters,
+                int count) {
+    Fault fault;
     fault.method = method;
     fault.key = key;
     fault.parameterCount = count;
@@ -33,7 +33,7 @@ void LogReaderError(const ReadState& state, const char* method, const char* key,
                     const VELIDOMNode& where, const VELUnicodeString* parameters, int count,
                     LogText text) {
     if (state.observer != nullptr) {
-        state.observer->MeetFault(MakeFault(method, key, parameters, count), where);
+        state.observer->OnFault(MakeFault(method, key, parameters, count), where);
     } else if (text == LogText::Alone) {
         VELUnicodeString alone;
         Log(method, key, alone, parameters, count);

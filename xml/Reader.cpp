@@ -2,7 +2,6 @@
 
 #include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
-#include "xml/detail/ContextPlaces.h"
 #include "xml/detail/ContextReader.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/ReadState.h"
@@ -13,17 +12,15 @@ namespace {
 
 constexpr const char* Method = "VELDyadCtxXml::Unstream";
 
-// Keeps the first syntax error for those who asked for places.
-class SyntaxErrorPlace : public VELISAXErrorHandler {
+class SyntaxErrors : public VELISAXErrorHandler {
 public:
-    explicit SyntaxErrorPlace(ContextPlaces& places) : places_(places) {}
+    explicit SyntaxErrors(ReadObserver& observer) : observer_(observer) {}
     void FatalError(int line, int column, const char* reason) override {
-        places_.fault = {line, column};
-        places_.syntaxError = reason;
+        observer_.OnSyntaxError({line, column}, reason);
     }
 
 private:
-    ContextPlaces& places_;
+    ReadObserver& observer_;
 };
 
 VELResult ParseFile(const VELIXMLDOMDocumentBuilder& builder, VELISAXErrorHandler* errors,
@@ -42,9 +39,9 @@ VELResult ParseFile(const VELIXMLDOMDocumentBuilder& builder, VELISAXErrorHandle
 
 VELResult ParseFile(const VELIXMLDOMDocumentBuilder& builder, const ReadState& state,
                     VELIDOMDocument& document) {
-    if (state.places == nullptr)
+    if (state.observer == nullptr)
         return ParseFile(builder, nullptr, state, document);
-    SyntaxErrorPlace errors(*state.places);
+    SyntaxErrors errors(*state.observer);
     return ParseFile(builder, &errors, state, document);
 }
 
@@ -55,13 +52,11 @@ VELResult ReadDocument(const VELIDOMDocument& document, ReadState state) {
     VELUnicodeString tag;
     const bool isReadable = root.GetTagName(tag) >= 0;
     if (!isReadable || tag != Names().root) {
-        if (state.places != nullptr)
-            state.places->fault = PlaceOf(root);
         LogReaderError(state, Method, key::NotAValidTag, root, &tag, 1);
         return E_FAIL;
     }
     if (state.observer != nullptr)
-        state.observer->MeetDocument(root);
+        state.observer->OnDocument(root);
     const FormatIds ids(document);
     state.ids = &ids;
     const VELResult result = ContextReader(state).ParseXMLNodes(root);
@@ -84,9 +79,8 @@ VELResult ReadFile(const ReadState& state) {
 
 } // namespace
 
-VELDyadCtxXml::VELDyadCtxXml(VELDyadCtxCollector* collector, ContextPlaces* places,
-                             ReadObserver* observer) noexcept
-    : collector_(collector), places_(places), observer_(observer) {}
+VELDyadCtxXml::VELDyadCtxXml(VELDyadCtxCollector* collector, ReadObserver* observer) noexcept
+    : collector_(collector), observer_(observer) {}
 
 VELDyadCtxXml::~VELDyadCtxXml() {
     collector_ = nullptr;
@@ -104,7 +98,7 @@ VELResult VELDyadCtxXml::Read(const VELUnicodeString* text, VELUnicodeString& me
     if (collector_ == nullptr)
         return E_FAIL;
     try {
-        return ReadFile({*collector_, message, places_, observer_, text});
+        return ReadFile({*collector_, message, observer_, text});
     } catch (...) {
         return E_FAIL;
     }

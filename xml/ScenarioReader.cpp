@@ -110,7 +110,7 @@ VELResult ScenarioReader::ReadOption(const VELIDOMElement& element) {
     pass.optionValues.Append(value);
     if (hasName)
         return S_OK;
-    if (state_.GoesOn()) {
+    if (state_.ContinuesAfterFault()) {
         // The library has no message for it.
         LogReaderError(state_, Method, id::OptionWithoutName, element, contextName_, 1);
         return S_OK;

@@ -1,11 +1,11 @@
 // One check of one file: what stands behind VELDyadCtxFileCheck.
 #pragma once
 
+#include "check/detail/ContextPlaces.h"
 #include "check/detail/FindingList.h"
 #include "check/detail/ReferencePlaces.h"
 #include "collector/VELDyadCtxCollector.h"
-#include "collector/detail/Finding.h"
-#include "xml/detail/ContextPlaces.h"
+#include "collector/detail/Fault.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/ReadObserver.h"
 
@@ -24,7 +24,7 @@ struct FileCheckOptions {
     VELListValVELUnicodeString silenced;
 };
 
-class FileCheckRun final : private ReadObserver, private FindingReporter {
+class FileCheckRun final : private ReadObserver, private FaultReporter {
 public:
     // Runs the check, of the file where `text` is null. Throws std::bad_alloc.
     FileCheckRun(const VELUnicodeString& file, const VELUnicodeString* text,
@@ -38,14 +38,14 @@ public:
     VELDyadCtxCollector* Collector() const noexcept { return collector_.get(); }
     // The place of a context's element as a finding tells it; nothing for a context that is not of
     // the file. Throws std::bad_alloc.
-    std::optional<Place> PlaceOf(const VELDyadContext* context);
+    std::optional<VELPlace> FindPlace(const VELDyadContext* context);
     // What a factory says. Throws std::bad_alloc.
     VELUnicodeString FactoryMessage() const;
 
 private:
     struct LeftOut {
         VELUnicodeString name;
-        Place place;
+        VELPlace place;
     };
     // A friend or associated context whose name is not declared.
     struct Unknown {
@@ -53,7 +53,7 @@ private:
         const VELDyadContext* placeholder;
     };
 
-    const Place* ElementOf(const VELDyadContext* context) const noexcept;
+    const VELPlace* ElementOf(const VELDyadContext* context) const noexcept;
     const SourceText& Text();
 
     void Run();
@@ -62,17 +62,19 @@ private:
     void GiveHints();
     void CheckDeclared(int count);
 
-    void MeetDocument(const VELIDOMElement& root) override;
-    void MeetFault(const Finding& fault, const VELIDOMNode& where) override;
-    void MeetContext(const VELDyadContext& context, unsigned int missing) override;
-    void MeetLeftOut(const VELDyadContext& context, const VELIDOMElement& element,
-                     bool isDeclared) override;
-    void MeetRepeated(const VELDyadContext& first, const VELIDOMElement& element) override;
-    void Report(const Finding& finding) override;
+    void OnSyntaxError(const VELPlace& place, const char* reason) override;
+    void OnDocument(const VELIDOMElement& root) override;
+    void OnFault(const Fault& fault, const VELIDOMNode& where) override;
+    void OnContext(const VELDyadContext& context, const VELIDOMElement& element,
+                   unsigned int missing) override;
+    void OnLeftOut(const VELDyadContext& context, const VELIDOMElement& element,
+                   bool isDeclared) override;
+    void OnRepeated(const VELDyadContext& first, const VELIDOMElement& element) override;
+    void Report(const Fault& fault) override;
 
-    void AddSyntaxError(const Finding& fault);
-    void AddDataFault(const Finding& fault);
-    void AddInternalError(const Finding& fault, const VELIDOMNode& where);
+    void AddSyntaxError(const Fault& fault);
+    void AddDataFault(const Fault& fault);
+    void AddInternalError(const Fault& fault, const VELIDOMNode& where);
     void WarnOfMovedFriends(const char* id, const VELUnicodeString& name,
                             const VELIDOMElement& element);
     void SuggestNames();
@@ -80,12 +82,12 @@ private:
     void NoteLeftOut();
     void NoteNoDefaultContext();
 
-    bool IsFollowUp(const Finding& finding) const;
-    Spot SpotOf(const Finding& finding) const;
+    bool IsFollowUp(const Fault& fault) const;
+    Spot SpotOf(const Fault& fault) const;
     Spot SpotOfContext(const VELDyadContext* context, const char* attribute) const;
-    void Relate(const Finding& finding, FindingList::Entry& entry);
-    void RelateUnknown(const Finding& finding, FindingList::Entry& entry);
-    void RelateReturn(const Finding& finding, FindingList::Entry& entry);
+    void Relate(const Fault& fault, FindingList::Entry& entry);
+    void RelateUnknown(const Fault& fault, FindingList::Entry& entry);
+    void RelateReturn(const Fault& fault, FindingList::Entry& entry);
     // The first position among the declared contexts; 0 without one.
     int PositionOfName(const VELUnicodeString& name) const;
 
@@ -96,6 +98,8 @@ private:
     std::unique_ptr<VELDyadCtxCollector> collector_;
     FindingList findings_;
     ContextPlaces places_;
+    VELPlace syntaxErrorPlace_;
+    VELUnicodeString syntaxError_;
     std::optional<SourceText> text_;
     VELIDOMElement root_;
     std::optional<FormatIds> ids_;

@@ -1,11 +1,11 @@
 // Help beyond the rules: what in a file looks like a mistake although the library takes it.
 #pragma once
 
+#include "check/detail/ContextPlaces.h"
 #include "check/detail/FindingList.h"
 #include "check/detail/ReferencePlaces.h"
 #include "collector/VELDyadCtxCollector.h"
 #include "platform/VELIXMLDOM.h"
-#include "xml/detail/ContextPlaces.h"
 
 namespace dyadctx {
 

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "check/VELDyadCtxFileCheck.h"
+#include "check/detail/ContextPlaces.h"
 #include "check/detail/SourceText.h"
 #include "context/VELDyadContext.h"
 #include "platform/VELListVal.h"
 #include "platform/VELUnicodeString.h"
-#include "xml/detail/ContextPlaces.h"
 
 #include <functional>
 #include <set>
@@ -20,7 +20,7 @@ namespace dyadctx {
 // Where something stands: an element, or one of its attributes. The attribute's name outlives the
 // list.
 struct Spot {
-    Place element;
+    VELPlace element;
     const char* attribute = nullptr;
 };
 

@@ -1,8 +1,8 @@
 // The text of a file in which findings stand, to name their places exactly.
 #pragma once
 
+#include "check/detail/ContextPlaces.h"
 #include "platform/VELUnicodeString.h"
-#include "xml/detail/ContextPlaces.h"
 
 #include <cstddef>
 #include <memory>
@@ -19,10 +19,10 @@ public:
     // The text outlives the object.
     explicit SourceText(std::string_view text);
 
-    Place InCharacters(Place place) const;
+    VELPlace InCharacters(VELPlace place) const;
     // Where an attribute of the element at `element` begins; the element where it is not written
     // there.
-    Place OfAttribute(Place element, std::string_view attribute) const;
+    VELPlace OfAttribute(VELPlace element, std::string_view attribute) const;
 
 private:
     static constexpr std::size_t Nowhere = static_cast<std::size_t>(-1);
@@ -31,8 +31,8 @@ private:
     void Index();
     void FindLines();
     void CountCharacters();
-    std::size_t OffsetOf(Place place) const noexcept;
-    Place PlaceAt(std::size_t offset, int line) const noexcept;
+    std::size_t OffsetOf(VELPlace place) const noexcept;
+    VELPlace PlaceAt(std::size_t offset, int line) const noexcept;
     std::size_t CharactersBefore(std::size_t offset) const noexcept;
     std::size_t FindInTag(std::size_t tag, std::string_view attribute) const noexcept;
 

@@ -51,9 +51,9 @@ bool CheckRun::ApplyRule(const char* method, const ContextRule& rule, RuleSubjec
     const int breaches = rule.breaches(subject);
     if (breaches == 0)
         return true;
-    const Finding finding = MakeFinding(method, rule, subject);
+    const Fault fault = MakeFault(method, rule, subject);
     for (int i = 0; i < breaches; ++i)
-        reporter_.Report(finding);
+        reporter_.Report(fault);
     if (rule.trace != nullptr)
         rule.trace(subject);
     return false;
@@ -84,11 +84,11 @@ bool CheckRun::ApplyToAssociated(RuleSubject& subject) {
 }
 
 void CheckRun::ReportNullFriend(const RuleSubject& subject) {
-    Finding finding;
-    finding.method = CheckMethod;
-    finding.key = key::InternalError;
-    finding.context = subject.context;
-    reporter_.Report(finding);
+    Fault fault;
+    fault.method = CheckMethod;
+    fault.key = key::InternalError;
+    fault.context = subject.context;
+    reporter_.Report(fault);
 }
 
 } // namespace dyadctx

@@ -12,7 +12,7 @@ class CheckRun {
 public:
     // With CheckExtent::AllContexts each context is given with its own position.
     CheckRun(VELDyadCtxCollector& collector, const VELListPtrVELDyadContext& declared,
-             CollectorIndex& index, CheckExtent extent, FindingReporter& reporter)
+             CollectorIndex& index, CheckExtent extent, FaultReporter& reporter)
         : collector_(collector), lookups_(declared, index, extent), reporter_(reporter) {}
 
     // Whether the context keeps all rules. False without report for a null context or an index
@@ -35,7 +35,7 @@ private:
 
     VELDyadCtxCollector& collector_;
     RuleLookups lookups_;
-    FindingReporter& reporter_;
+    FaultReporter& reporter_;
 };
 
 } // namespace dyadctx

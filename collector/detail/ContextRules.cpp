@@ -177,19 +177,19 @@ RuleGroup AssociatedRules() noexcept {
     return {CheckMethod, AssociatedTable};
 }
 
-Finding MakeFinding(const char* method, const ContextRule& rule, const RuleSubject& subject) {
-    Finding finding;
-    finding.method = method;
-    finding.key = rule.key;
-    finding.context = subject.context;
-    finding.other = subject.other;
-    finding.friendPosition = subject.friendPosition;
+Fault MakeFault(const char* method, const ContextRule& rule, const RuleSubject& subject) {
+    Fault fault;
+    fault.method = method;
+    fault.key = rule.key;
+    fault.context = subject.context;
+    fault.other = subject.other;
+    fault.friendPosition = subject.friendPosition;
     for (const RuleText what : rule.parameters) {
         if (what != None)
-            finding.parameters[static_cast<std::size_t>(finding.parameterCount++)] =
+            fault.parameters[static_cast<std::size_t>(fault.parameterCount++)] =
                 TextOf(what, subject);
     }
-    return finding;
+    return fault;
 }
 
 } // namespace dyadctx

@@ -3,7 +3,7 @@
 // through a CheckRun with a reporter of its own.
 #pragma once
 
-#include "collector/detail/Finding.h"
+#include "collector/detail/Fault.h"
 #include "context/VELDyadContext.h"
 #include "platform/VELUnicodeString.h"
 
@@ -38,7 +38,7 @@ struct ContextRule {
     const char* key;
     // How many times the rule is broken, each with a message of its own; 0 when it is kept.
     int (*breaches)(RuleSubject& subject);
-    std::array<RuleText, Finding::MaxParameters> parameters;
+    std::array<RuleText, Fault::MaxParameters> parameters;
     // Writes a trace line after the message; may be null.
     void (*trace)(const RuleSubject& subject);
 };
@@ -64,6 +64,6 @@ RuleGroup FriendRules() noexcept;
 RuleGroup AssociatedRules() noexcept;
 
 // What `rule` reports of `subject`.
-Finding MakeFinding(const char* method, const ContextRule& rule, const RuleSubject& subject);
+Fault MakeFault(const char* method, const ContextRule& rule, const RuleSubject& subject);
 
 } // namespace dyadctx

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "collector/detail/CollectorIndex.h"
-#include "collector/detail/Finding.h"
+#include "collector/detail/Fault.h"
 #include "context/VELListPtrVELDyadContext.h"
 
 namespace dyadctx {
@@ -14,6 +14,6 @@ enum class LinkExtent { AsCollector, Everything };
 
 // Whether all is linked. Looks at the first `count` declared contexts.
 bool LinkFriendsAndAssociated(const VELListPtrVELDyadContext& declared, CollectorIndex& index,
-                              int count, LinkExtent extent, FindingReporter& reporter);
+                              int count, LinkExtent extent, FaultReporter& reporter);
 
 } // namespace dyadctx

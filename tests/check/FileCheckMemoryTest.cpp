@@ -33,8 +33,8 @@ std::string Describe(const VELDyadCtxFileCheck& check) {
         const VELDyadCtxFinding& finding = check.GetFindingAt(pos);
         if (finding.id.AsView() == "provider-failed")
             continue;
-        text += std::to_string(finding.line) + ":" + std::to_string(finding.column) + " " +
-                Text(finding.id) + "\n";
+        text += std::to_string(finding.place.line) + ":" + std::to_string(finding.place.column) +
+                " " + Text(finding.id) + "\n";
     }
     return text;
 }

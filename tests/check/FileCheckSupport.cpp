@@ -9,8 +9,8 @@ namespace dyadctx::test {
 
 namespace {
 
-std::string Where(int line, int column) {
-    return std::to_string(line) + ":" + std::to_string(column);
+std::string Where(const VELPlace& place) {
+    return std::to_string(place.line) + ":" + std::to_string(place.column);
 }
 
 std::vector<std::string> PlacesOfSome(const VELDyadCtxFileCheck& check,
@@ -19,7 +19,7 @@ std::vector<std::string> PlacesOfSome(const VELDyadCtxFileCheck& check,
     for (int pos = 1; pos <= check.GetNbFindings(); ++pos) {
         const VELDyadCtxFinding& finding = check.GetFindingAt(pos);
         if (!severity || finding.severity == *severity)
-            places.push_back(Where(finding.line, finding.column) + " " + Text(finding.id));
+            places.push_back(Where(finding.place) + " " + Text(finding.id));
     }
     return places;
 }
@@ -60,7 +60,7 @@ std::vector<std::string> RelatedOf(const VELDyadCtxFileCheck& check, std::string
     const VELDyadCtxFinding* finding = First(check, id);
     for (int pos = 1; finding != nullptr && pos <= finding->related.Size(); ++pos) {
         const VELDyadCtxRelatedPlace& related = finding->related[pos];
-        places.push_back(Where(related.line, related.column) + " " + Text(related.text));
+        places.push_back(Where(related.place) + " " + Text(related.text));
     }
     return places;
 }

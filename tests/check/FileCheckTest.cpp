@@ -172,14 +172,14 @@ TEST(FileCheck, AnUnknownFriendStaysAPlaceholderWithAPlace) {
     VELListPtrVELDyadContext friends;
     ASSERT_EQ(context->GetFriends(friends), 1);
     EXPECT_EQ(Text(friends[1]->GetName()), "X");
-    int line = 0;
-    int column = 0;
-    ASSERT_EQ(check.GetPlace(context, line, column), S_OK);
-    EXPECT_EQ(std::make_pair(line, column), std::make_pair(2, 1));
-    ASSERT_EQ(check.GetPlace(friends[1], line, column), S_OK);
-    EXPECT_EQ(std::make_pair(line, column), std::make_pair(2, 68));
+    VELPlace place;
+    ASSERT_EQ(check.GetPlace(context, place), S_OK);
+    EXPECT_EQ(place, (VELPlace{2, 1}));
+    ASSERT_EQ(check.GetPlace(friends[1], place), S_OK);
+    EXPECT_EQ(place, (VELPlace{2, 68}));
     VELDyadContext stranger("S", "s", "Path");
-    EXPECT_EQ(check.GetPlace(&stranger, line, column), E_FAIL);
+    EXPECT_EQ(check.GetPlace(&stranger, place), E_FAIL);
+    EXPECT_EQ(place, (VELPlace{2, 68}));
 }
 
 TEST(FileCheck, ADuplicateNamesTheOtherDeclaration) {

@@ -27,12 +27,12 @@ std::ostream& operator<<(std::ostream& out, const Said& said) {
     return out << ") of " << said.context << " and " << said.other << " by " << said.method;
 }
 
-class CollectingReporter final : public FindingReporter {
+class CollectingReporter final : public FaultReporter {
 public:
-    void Report(const Finding& finding) override {
-        Said said{finding.key, {}, NameOf(finding.context), NameOf(finding.other), finding.method};
-        for (int i = 0; i < finding.parameterCount; ++i)
-            said.parameters.push_back(Text(finding.parameters[static_cast<std::size_t>(i)]));
+    void Report(const Fault& fault) override {
+        Said said{fault.key, {}, NameOf(fault.context), NameOf(fault.other), fault.method};
+        for (int i = 0; i < fault.parameterCount; ++i)
+            said.parameters.push_back(Text(fault.parameters[static_cast<std::size_t>(i)]));
         said_.push_back(said);
     }
 

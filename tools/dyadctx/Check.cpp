@@ -74,9 +74,9 @@ void Check::Declare(CLI::App& arguments) {
 // An error cannot be left out: the file would be not valid for no reason.
 void Check::RefuseUnknownKinds() const {
     std::vector<std::string> known;
-    for (const FindingKind& kind : FindingKinds()) {
+    for (const VELDyadCtxFindingKind& kind : FindingKinds()) {
         if (kind.severity != Severity::Error)
-            known.push_back(kind.id);
+            known.push_back(ToText(kind.id));
     }
     for (const std::string& id : off_) {
         if (std::find(known.begin(), known.end(), id) == known.end())
@@ -112,7 +112,7 @@ ExitStatus Check::Run(Output& output) {
     if (files_.empty())
         files.push_back(CheckOne(std::nullopt));
     for (Finding& finding : VariablesWithoutEffect(!files_.empty())) {
-        if (std::find(off_.begin(), off_.end(), finding.key) == off_.end())
+        if (std::find(off_.begin(), off_.end(), finding.id.AsView()) == off_.end())
             files.front().findings.push_back(std::move(finding));
     }
     ExitStatus worst = ExitStatus::Done;

@@ -36,10 +36,10 @@ struct ContextFacts {
     std::optional<std::string> associated;
     std::optional<ProviderFacts> provider;
     std::vector<SiteFacts> sites;
-    FilePlace place;
+    VELPlace place;
 };
 
-using ContextPlaces = std::unordered_map<const VELDyadContext*, FilePlace>;
+using ContextPlaces = std::unordered_map<const VELDyadContext*, VELPlace>;
 
 struct ScenarioFacts {
     std::string channel;

@@ -12,35 +12,6 @@ namespace {
 constexpr const char* VariableKind = "variable-without-effect";
 constexpr const char* VariableText = "The variable {0} is set, but has no effect: {1}.";
 
-Severity SeverityOf(VELDyadCtxSeverity severity) {
-    switch (severity) {
-    case VELDyadCtxSeverity::Error:
-        return Severity::Error;
-    case VELDyadCtxSeverity::Warning:
-        return Severity::Warning;
-    case VELDyadCtxSeverity::Note:
-        break;
-    }
-    return Severity::Note;
-}
-
-Finding ToFinding(const VELDyadCtxFinding& found) {
-    Finding finding;
-    finding.key = ToText(found.id);
-    finding.severity = SeverityOf(found.severity);
-    for (int i = 1; i <= found.parameters.Size(); ++i)
-        finding.parameters.push_back(ToText(found.parameters[i]));
-    finding.text = ToText(found.text);
-    if (found.hasContext)
-        finding.context = ToText(found.context);
-    finding.place = {found.line, found.column};
-    for (int i = 1; i <= found.related.Size(); ++i) {
-        const VELDyadCtxRelatedPlace& related = found.related[i];
-        finding.related.push_back({ToText(related.text), {related.line, related.column}});
-    }
-    return finding;
-}
-
 // False without memory.
 bool RunCheck(const std::string& path, const DiagnosisOptions& options,
               std::vector<Finding>& findings) {
@@ -51,18 +22,17 @@ bool RunCheck(const std::string& path, const DiagnosisOptions& options,
     if (check.Run(VELUnicodeString(path)) < 0)
         return false;
     for (int i = 1; i <= check.GetNbFindings(); ++i)
-        findings.push_back(ToFinding(check.GetFindingAt(i)));
+        findings.push_back(check.GetFindingAt(i));
     return true;
 }
 
 } // namespace
 
-std::vector<FindingKind> FindingKinds() {
-    std::vector<FindingKind> kinds;
+std::vector<VELDyadCtxFindingKind> FindingKinds() {
+    std::vector<VELDyadCtxFindingKind> kinds;
     const VELListVal<VELDyadCtxFindingKind> known = VELDyadCtxFileCheck::GetFindingKinds();
     for (int i = 1; i <= known.Size(); ++i)
-        kinds.push_back(
-            {ToText(known[i].id), SeverityOf(known[i].severity), ToText(known[i].text)});
+        kinds.push_back(known[i]);
     kinds.push_back({VariableKind, Severity::Note, VariableText});
     return kinds;
 }
@@ -85,19 +55,20 @@ std::vector<Finding> Diagnose(const Source& source, const DiagnosisOptions& opti
 std::vector<Finding> ErrorsOf(const VELDyadCtxFileCheck& check) {
     std::vector<Finding> errors;
     for (int i = 1; i <= check.GetNbFindings(); ++i) {
-        if (check.GetFindingAt(i).severity == VELDyadCtxSeverity::Error)
-            errors.push_back(ToFinding(check.GetFindingAt(i)));
+        if (check.GetFindingAt(i).severity == Severity::Error)
+            errors.push_back(check.GetFindingAt(i));
     }
     return errors;
 }
 
 Finding ToFinding(const IdleVariable& variable) {
     Finding finding;
-    finding.key = VariableKind;
+    finding.id = VariableKind;
     finding.severity = Severity::Note;
-    finding.parameters = {variable.name, variable.reason};
-    finding.text =
-        "The variable " + variable.name + " is set, but has no effect: " + variable.reason + ".";
+    finding.parameters.Append(VELUnicodeString(variable.name));
+    finding.parameters.Append(VELUnicodeString(variable.reason));
+    finding.text = VELUnicodeString("The variable " + variable.name +
+                                    " is set, but has no effect: " + variable.reason + ".");
     return finding;
 }
 
@@ -128,10 +99,10 @@ ContextPlaces PlacesOfContexts(const Source& source) {
     for (int i = 1; i <= count; ++i) {
         VELDyadContext* mine = nullptr;
         VELDyadContext* theirs = nullptr;
-        FilePlace place;
+        VELPlace place;
         source.collector->GetCtxAtIndex(i, mine);
         placed.GetCtxAtIndex(i, theirs);
-        if (check.GetPlace(theirs, place.line, place.column) >= 0)
+        if (check.GetPlace(theirs, place) >= 0)
             places.emplace(mine, place);
     }
     return places;

@@ -20,15 +20,9 @@ struct DiagnosisOptions {
     std::vector<std::string> silenced;
 };
 
-// A kind of finding that is not a message of the library.
-struct FindingKind {
-    std::string id;
-    Severity severity = Severity::Error;
-    std::string text;
-};
-
-// Those of the library and those of the tool.
-std::vector<FindingKind> FindingKinds();
+// The kinds of findings that are not messages of the library: those of its check and those of the
+// tool.
+std::vector<VELDyadCtxFindingKind> FindingKinds();
 
 // The findings of one file, in its order. Empty without memory.
 std::vector<Finding> DiagnoseFile(const std::string& path, const DiagnosisOptions& options);

@@ -19,12 +19,9 @@ bool IsFinding(std::string_view catalog, std::string_view name) {
     return catalog == key::Catalog && !IsHeadingKey(name) && !IsLabelKey(name);
 }
 
-std::optional<std::string> ContextOf(const Finding& finding) {
-    const bool aboutNone = std::find(AboutNoContext.begin(), AboutNoContext.end(), finding.key) !=
-                           AboutNoContext.end();
-    if (aboutNone || finding.parameters.empty())
-        return std::nullopt;
-    return finding.parameters.front();
+bool IsAboutContext(const Finding& finding) {
+    return finding.parameters.Size() > 0 && std::find(AboutNoContext.begin(), AboutNoContext.end(),
+                                                      finding.id.AsView()) == AboutNoContext.end();
 }
 
 } // namespace
@@ -43,12 +40,14 @@ VELResult FindingRecorder::Build(const VELString& catalog, const VELString& key,
     if (!IsFinding(catalog.AsView(), key.AsView()))
         return result;
     Finding finding;
-    finding.key = key.AsView();
+    finding.id = VELUnicodeString(key.AsView());
     if (result >= 0)
-        finding.text = text.AsView();
+        finding.text = text;
     for (int i = 0; parameters != nullptr && i < count; ++i)
-        finding.parameters.emplace_back(parameters[i].AsView());
-    finding.context = ContextOf(finding);
+        finding.parameters.Append(parameters[i]);
+    finding.hasContext = IsAboutContext(finding);
+    if (finding.hasContext)
+        finding.context = finding.parameters[1];
     findings_.push_back(std::move(finding));
     return result;
 }
@@ -63,7 +62,8 @@ bool IsLabelKey(std::string_view key) {
 }
 
 bool IsAboutFileChoice(const Finding& finding) {
-    return finding.key == key::XMLFileNotSet || finding.key == key::XMLFileNotValid;
+    const std::string_view id = finding.id.AsView();
+    return id == key::XMLFileNotSet || id == key::XMLFileNotValid;
 }
 
 const char* NameOf(Severity severity) {
@@ -78,7 +78,7 @@ const char* NameOf(Severity severity) {
     return "note";
 }
 
-std::string PlacePrefix(const std::string& file, const FilePlace& place) {
+std::string PlacePrefix(const std::string& file, const VELPlace& place) {
     if (file.empty())
         return "";
     std::string prefix = Visible(file) + ":";
@@ -89,8 +89,8 @@ std::string PlacePrefix(const std::string& file, const FilePlace& place) {
 
 std::string FindingLine(const std::string& file, const std::string& severity,
                         const Finding& finding) {
-    return PlacePrefix(file, finding.place) + severity + ": " + Visible(finding.text) + " [" +
-           finding.key + "]";
+    return PlacePrefix(file, finding.place) + severity + ": " + Visible(finding.text.AsView()) +
+           " [" + std::string(finding.id.AsView()) + "]";
 }
 
 } // namespace dyadctx::tool

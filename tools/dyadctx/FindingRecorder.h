@@ -2,39 +2,16 @@
 #pragma once
 
 #include "platform/VELMsgCatalog.h"
+#include "trace/VELDyadCtxFinding.h"
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace dyadctx::tool {
 
-enum class Severity { Error, Warning, Note };
-
-// Line and column of a file from 1; 0 where there is none.
-struct FilePlace {
-    int line = 0;
-    int column = 0;
-};
-
-// The other party of a finding, in the same file.
-struct Related {
-    std::string text;
-    FilePlace place;
-};
-
-struct Finding {
-    // The key of a message of the library, or the id of another kind of finding.
-    std::string key;
-    std::vector<std::string> parameters;
-    std::string text;
-    // The context it is about, where there is one.
-    std::optional<std::string> context;
-    Severity severity = Severity::Error;
-    FilePlace place;
-    std::vector<Related> related;
-};
+using Finding = VELDyadCtxFinding;
+using Severity = VELDyadCtxSeverity;
 
 // "error", "warning" or "note".
 const char* NameOf(Severity severity);
@@ -66,7 +43,7 @@ bool IsLabelKey(std::string_view key);
 bool IsAboutFileChoice(const Finding& finding);
 
 // "FILE:LINE:COLUMN: ", without what is not known.
-std::string PlacePrefix(const std::string& file, const FilePlace& place);
+std::string PlacePrefix(const std::string& file, const VELPlace& place);
 
 // "FILE:LINE:COLUMN: error: TEXT [KEY]" with the text on one line.
 std::string FindingLine(const std::string& file, const std::string& severity,

@@ -96,6 +96,16 @@ std::string FailureText(const Source& source) {
     }
 }
 
+bool SayTheSame(const Finding& left, const Finding& right) {
+    if (!(left.id == right.id) || left.parameters.Size() != right.parameters.Size())
+        return false;
+    for (int i = 1; i <= left.parameters.Size(); ++i) {
+        if (!(left.parameters[i] == right.parameters[i]))
+            return false;
+    }
+    return true;
+}
+
 // What the library said, and where in the file it belongs.
 std::vector<Finding> WithPlaces(const Source& source) {
     std::vector<Finding> findings = source.findings;
@@ -104,7 +114,7 @@ std::vector<Finding> WithPlaces(const Source& source) {
     const std::vector<Finding> placed = DiagnoseFile(source.path, {});
     for (Finding& finding : findings) {
         const auto same = std::find_if(placed.begin(), placed.end(), [&](const Finding& one) {
-            return one.key == finding.key && one.parameters == finding.parameters;
+            return SayTheSame(one, finding);
         });
         if (same != placed.end())
             finding = *same;

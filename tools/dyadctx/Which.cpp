@@ -198,7 +198,7 @@ void WriteExplanation(const VELDyadCtxFileChoice& choice, Output& output) {
     for (int i = 1; i <= choice.GetNbCandidates(); ++i)
         output.Write(Explained(choice.GetCandidateAt(i), i, output));
     for (const IdleVariable& variable : VariablesOf(choice))
-        output.Note(Visible(ToFinding(variable).text));
+        output.Note(Visible(ToFinding(variable).text.AsView()));
 }
 
 void Which::Declare(CLI::App& arguments) {

@@ -35,6 +35,7 @@ inline constexpr const char* AssociatedLeftOut = "associated-left-out";
 
 } // namespace id
 
+// A row of their table.
 struct FindingKind {
     const char* id;
     VELDyadCtxSeverity severity;

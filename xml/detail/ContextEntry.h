@@ -31,14 +31,14 @@ private:
     VELResult SetProvider(VELDyadContext& context, VELIDyadDbProvider_var& provider) const;
     VELResult EnterDatabaseContext(const VELIDOMElement& element, ContextPtr context,
                                    VELDyadContext* owner);
-    VELResult Enter(ContextPtr context, VELDyadContext* owner, int associated);
+    VELResult Enter(const VELIDOMElement& element, ContextPtr context, VELDyadContext* owner,
+                    int associated);
     void FileSite(const VELUnicodeString& name, const VELIDyadDbProvider_var& provider);
 
     ReadState state_;
     // Those of the element being added. Kept here so that its list is not made anew each time.
     ContextValues values_;
     ContextMaker maker_;
-    Place place_;
 };
 
 } // namespace dyadctx

@@ -65,7 +65,6 @@ private:
     VELResult FailAfter(Step step);
     VELResult Reject(const char* key, const VELIDOMNode& where);
     VELResult Abandon();
-    void RememberFault(const VELIDOMNode& node);
 
     ReadState state_;
     ContextEntry entry_;

@@ -40,7 +40,7 @@ struct ContextValues {
 };
 
 // Reads the attributes into `values`, which is empty. E_FAIL, and a message, for the first required
-// attribute that is missing; where reading goes on behind a fault, a message for each. `ownerName`
+// attribute that is missing; where reading continues after a fault, a message for each. `ownerName`
 // is the context a friend or associated context belongs to.
 VELResult GetXMLValuesContext(const VELIDOMElement& element, ContextLevels levels,
                               const VELUnicodeString& ownerName, const ReadState& state,

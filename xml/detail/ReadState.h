@@ -4,7 +4,6 @@
 #include "collector/VELDyadCtxCollector.h"
 #include "platform/VELIXMLDOM.h"
 #include "platform/VELUnicodeString.h"
-#include "xml/detail/ContextPlaces.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/ReadObserver.h"
 
@@ -14,8 +13,6 @@ struct ReadState {
     VELDyadCtxCollector& collector;
     // The caller's text, to which every message is added.
     VELUnicodeString& message;
-    // Null unless somebody asked for places.
-    ContextPlaces* places;
     // Null unless somebody wants to know every fault.
     ReadObserver* observer = nullptr;
     // The bytes of the collector's file; null where the file itself is to be read.
@@ -23,8 +20,8 @@ struct ReadState {
     // Set once there is a document.
     const FormatIds* ids = nullptr;
 
-    // Whether reading goes on behind a fault.
-    bool GoesOn() const noexcept { return observer != nullptr; }
+    // Whether reading continues after a fault.
+    bool ContinuesAfterFault() const noexcept { return observer != nullptr; }
 };
 
 // Whether the texts so far stand in the trace line of a message.

@@ -12,15 +12,13 @@
 #include "platform/VELUnicodeString.h"
 
 namespace dyadctx {
-struct ContextPlaces;
 class ReadObserver;
-} // namespace dyadctx
+}
 
 class VELDyadCtxXml {
 public:
-    // With `places`, reading also fills in where in the file its contexts and its fault stand. With
-    // `observer`, reading goes on behind faults and tells the observer of each.
-    explicit VELDyadCtxXml(VELDyadCtxCollector* collector, dyadctx::ContextPlaces* places = nullptr,
+    // With `observer`, reading continues after faults and tells the observer of each.
+    explicit VELDyadCtxXml(VELDyadCtxCollector* collector,
                            dyadctx::ReadObserver* observer = nullptr) noexcept;
     ~VELDyadCtxXml();
     VELDyadCtxXml(const VELDyadCtxXml&) = delete;
@@ -45,6 +43,5 @@ private:
     VELResult Read(const VELUnicodeString* text, VELUnicodeString& message);
 
     VELDyadCtxCollector* collector_;
-    dyadctx::ContextPlaces* places_;
     dyadctx::ReadObserver* observer_;
 };

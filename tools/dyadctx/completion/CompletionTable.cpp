@@ -38,9 +38,9 @@ Offer OfferOfWords(const std::vector<std::string>& words) {
 // The findings that check can leave out.
 std::vector<std::string> SilencedKinds() {
     std::vector<std::string> ids;
-    for (const FindingKind& kind : FindingKinds()) {
+    for (const VELDyadCtxFindingKind& kind : FindingKinds()) {
         if (kind.severity != Severity::Error)
-            ids.push_back(kind.id);
+            ids.push_back(ToText(kind.id));
     }
     return ids;
 }

@@ -32,9 +32,9 @@ std::string_view WithoutBrackets(std::string_view key) {
     return key;
 }
 
-std::optional<FindingKind> OwnKind(const std::string& id) {
-    for (const FindingKind& kind : FindingKinds()) {
-        if (kind.id == id)
+std::optional<VELDyadCtxFindingKind> OwnKind(const std::string& id) {
+    for (const VELDyadCtxFindingKind& kind : FindingKinds()) {
+        if (kind.id.AsView() == id)
             return kind;
     }
     return std::nullopt;
@@ -72,7 +72,7 @@ bool Explanation::IsOfCatalog() const noexcept {
 
 std::string Explanation::Kind() const {
     if (!IsOfCatalog()) {
-        const std::optional<FindingKind> kind = OwnKind(key);
+        const std::optional<VELDyadCtxFindingKind> kind = OwnKind(key);
         return NameOf(kind ? kind->severity : Severity::Error);
     }
     if (IsLabelKey(key))
@@ -82,8 +82,8 @@ std::string Explanation::Kind() const {
 
 std::string Explanation::Message() const {
     if (!IsOfCatalog()) {
-        const std::optional<FindingKind> kind = OwnKind(key);
-        return kind ? kind->text : "";
+        const std::optional<VELDyadCtxFindingKind> kind = OwnKind(key);
+        return kind ? ToText(kind->text) : "";
     }
     // A count without parameters leaves the places as they are.
     const VELUnicodeString text =

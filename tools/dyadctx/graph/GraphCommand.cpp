@@ -71,7 +71,7 @@ std::vector<Example> GraphCommand::Examples() const {
 }
 
 bool IsSyntaxError(const Finding& finding) {
-    return finding.key == key::XMLSyntaxError;
+    return finding.id.AsView() == key::XMLSyntaxError;
 }
 
 void GraphCommand::Declare(CLI::App& arguments) {

@@ -12,10 +12,8 @@ namespace dyadctx::tool {
 
 namespace {
 
-// Line and column; places of one file compare in its order.
-using Place = std::pair<int, int>;
 // Where the elements of contexts begin, and the nodes that stand for these.
-using Starts = std::vector<std::pair<Place, std::size_t>>;
+using Starts = std::vector<std::pair<VELPlace, std::size_t>>;
 
 class Marker {
 public:
@@ -23,8 +21,8 @@ public:
            const VELDyadCtxFileCheck& check)
         : graph_(graph) {
         for (std::size_t i = 0; i < declared.size(); ++i) {
-            Place place;
-            if (check.GetPlace(declared[i], place.first, place.second) >= 0)
+            VELPlace place;
+            if (check.GetPlace(declared[i], place) >= 0)
                 starts_.emplace_back(place, i);
             byName_.emplace(graph_.nodes[i].name, i);
         }
@@ -33,14 +31,14 @@ public:
 
     void Mark(const VELDyadCtxFinding& finding) {
         if (!finding.hasContext) {
-            MarkElement({finding.line, finding.column}, finding);
+            MarkElement(finding.place, finding);
             return;
         }
         const std::string_view name = finding.context.AsView();
         std::set<std::size_t> nodes;
-        AddNodeAt({finding.line, finding.column}, name, nodes);
+        AddNodeAt(finding.place, name, nodes);
         for (int i = 1; i <= finding.related.Size(); ++i)
-            AddNodeAt({finding.related[i].line, finding.related[i].column}, name, nodes);
+            AddNodeAt(finding.related[i].place, name, nodes);
         const auto first = byName_.find(std::string(name));
         if (nodes.empty() && first != byName_.end())
             nodes.insert(first->second);
@@ -50,14 +48,15 @@ public:
 
 private:
     // The context whose element stands at that very place: one without a name.
-    void MarkElement(const Place& place, const VELDyadCtxFinding& finding) {
+    void MarkElement(const VELPlace& place, const VELDyadCtxFinding& finding) {
         const auto next = FirstBehind(place);
         if (next != starts_.begin() && std::prev(next)->first == place)
             graph_.nodes[std::prev(next)->second].faults.emplace_back(finding.text.AsView());
     }
 
     // The context in whose element that place is, if it has the name.
-    void AddNodeAt(const Place& place, std::string_view name, std::set<std::size_t>& nodes) const {
+    void AddNodeAt(const VELPlace& place, std::string_view name,
+                   std::set<std::size_t>& nodes) const {
         const auto next = FirstBehind(place);
         if (next == starts_.begin())
             return;
@@ -66,10 +65,10 @@ private:
             nodes.insert(node);
     }
 
-    Starts::const_iterator FirstBehind(const Place& place) const {
+    Starts::const_iterator FirstBehind(const VELPlace& place) const {
         return std::upper_bound(
             starts_.begin(), starts_.end(), place,
-            [](const Place& wanted, const auto& start) { return wanted < start.first; });
+            [](const VELPlace& wanted, const auto& start) { return wanted < start.first; });
     }
 
     Graph& graph_;

@@ -1,3 +1,4 @@
+#include "tools/dyadctx/ContextFacts.h"
 #include "tools/dyadctx/report/Report.h"
 
 #include <string_view>
@@ -27,11 +28,12 @@ const char* CommandOf(Severity severity) {
 }
 
 std::string TextOf(const Finding& finding) {
-    std::string text = finding.text;
-    for (const Related& related : finding.related) {
+    std::string text = ToText(finding.text);
+    for (int i = 1; i <= finding.related.Size(); ++i) {
+        const VELDyadCtxRelatedPlace& related = finding.related[i];
         const std::string line =
             related.place.line > 0 ? "line " + std::to_string(related.place.line) + ": " : "";
-        text += "\n" + line + related.text;
+        text += "\n" + line + ToText(related.text);
     }
     return text;
 }
@@ -43,7 +45,7 @@ std::string CommandFor(const std::string& file, const Finding& finding) {
     if (!file.empty() && finding.place.line > 0)
         properties += ",line=" + std::to_string(finding.place.line) +
                       ",col=" + std::to_string(finding.place.column);
-    properties += ",title=" + Escaped(finding.key, true);
+    properties += ",title=" + Escaped(finding.id.AsView(), true);
     return std::string("::") + CommandOf(finding.severity) + " " + properties.substr(1) +
            "::" + Escaped(TextOf(finding), false) + "\n";
 }

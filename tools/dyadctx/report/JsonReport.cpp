@@ -9,24 +9,26 @@ namespace {
 
 constexpr const char* Schema = "dyadctx/check/1";
 
-Json ToJson(const Related& related) {
-    return {{"text", related.text},
+Json ToJson(const VELDyadCtxRelatedPlace& related) {
+    return {{"text", ToText(related.text)},
             {"line", NumberOrNull(related.place.line)},
             {"column", NumberOrNull(related.place.column)}};
 }
 
 Json ToJson(const Finding& finding) {
     Json json;
-    json["key"] = finding.key;
-    json["parameters"] = finding.parameters;
+    json["key"] = ToText(finding.id);
+    json["parameters"] = Json::array();
+    for (int i = 1; i <= finding.parameters.Size(); ++i)
+        json["parameters"].push_back(ToText(finding.parameters[i]));
     json["severity"] = NameOf(finding.severity);
-    json["text"] = finding.text;
-    json["context"] = finding.context ? Json(*finding.context) : Json(nullptr);
+    json["text"] = ToText(finding.text);
+    json["context"] = finding.hasContext ? Json(ToText(finding.context)) : Json(nullptr);
     json["line"] = NumberOrNull(finding.place.line);
     json["column"] = NumberOrNull(finding.place.column);
     json["related"] = Json::array();
-    for (const Related& related : finding.related)
-        json["related"].push_back(ToJson(related));
+    for (int i = 1; i <= finding.related.Size(); ++i)
+        json["related"].push_back(ToJson(finding.related[i]));
     return json;
 }
 

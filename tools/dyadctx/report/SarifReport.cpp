@@ -1,3 +1,4 @@
+#include "tools/dyadctx/ContextFacts.h"
 #include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/explain/ExplanationPages.h"
 #include "tools/dyadctx/report/Report.h"
@@ -39,7 +40,7 @@ std::string UriOf(std::string_view path) {
     return uri;
 }
 
-Json PhysicalLocation(const std::string& file, const FilePlace& place) {
+Json PhysicalLocation(const std::string& file, const VELPlace& place) {
     Json location = {{"artifactLocation", {{"uri", UriOf(file)}}}};
     if (place.line > 0)
         location["region"] = {{"startLine", place.line}, {"startColumn", place.column}};
@@ -77,34 +78,37 @@ private:
 
 Json RelatedLocations(const std::string& file, const Finding& finding) {
     Json locations = Json::array();
-    for (const Related& related : finding.related)
+    for (int i = 1; i <= finding.related.Size(); ++i) {
+        const VELDyadCtxRelatedPlace& related = finding.related[i];
         locations.push_back({{"physicalLocation", PhysicalLocation(file, related.place)},
-                             {"message", {{"text", related.text}}}});
+                             {"message", {{"text", ToText(related.text)}}}});
+    }
     return locations;
 }
 
 Json ResultOf(const std::string& file, const Finding& finding, Rules& rules) {
     Json result;
-    result["ruleId"] = finding.key;
-    result["ruleIndex"] = rules.IndexOf(finding.key, finding.severity);
+    const std::string id = ToText(finding.id);
+    result["ruleId"] = id;
+    result["ruleIndex"] = rules.IndexOf(id, finding.severity);
     result["level"] = NameOf(finding.severity);
-    result["message"] = {{"text", finding.text}};
+    result["message"] = {{"text", ToText(finding.text)}};
     if (!file.empty()) {
         Json location = {{"physicalLocation", PhysicalLocation(file, finding.place)}};
-        if (finding.context)
+        if (finding.hasContext)
             location["logicalLocations"] =
-                Json::array({{{"name", *finding.context}, {"kind", "element"}}});
+                Json::array({{{"name", ToText(finding.context)}, {"kind", "element"}}});
         result["locations"] = Json::array({std::move(location)});
     }
-    if (!finding.related.empty())
+    if (finding.related.Size() > 0)
         result["relatedLocations"] = RelatedLocations(file, finding);
     return result;
 }
 
 Finding SilentFailure(const CheckedFile& file) {
     Finding finding;
-    finding.key = Unexplained;
-    finding.text = ReasonOfSilentFailure(file.source);
+    finding.id = Unexplained;
+    finding.text = VELUnicodeString(ReasonOfSilentFailure(file.source));
     return finding;
 }
 

@@ -25,9 +25,11 @@ std::string Painted(Severity severity, const Output& output) {
 
 void WriteFinding(const std::string& file, const Finding& finding, Output& output) {
     output.Write(FindingLine(file, Painted(finding.severity, output), finding) + "\n");
-    for (const Related& related : finding.related)
+    for (int i = 1; i <= finding.related.Size(); ++i) {
+        const VELDyadCtxRelatedPlace& related = finding.related[i];
         output.Write(PlacePrefix(file, related.place) + Painted(Severity::Note, output) + ": " +
-                     Visible(related.text) + "\n");
+                     Visible(related.text.AsView()) + "\n");
+    }
 }
 
 void WriteFindings(const CheckedFile& file, Output& output) {

@@ -1,14 +1,14 @@
-#include "collector/detail/Finding.h"
+#include "collector/detail/Fault.h"
 
 #include "trace/detail/TraceLine.h"
 #include "trace/detail/UserMessage.h"
 
 namespace dyadctx {
 
-void MessageReporter::Report(const Finding& finding) {
+void MessageReporter::Report(const Fault& fault) {
     const VELUnicodeString* parameters =
-        finding.parameterCount > 0 ? finding.parameters.data() : nullptr;
-    LogCollectorError(finding.method, finding.key, message_, parameters, finding.parameterCount, 1);
+        fault.parameterCount > 0 ? fault.parameters.data() : nullptr;
+    LogCollectorError(fault.method, fault.key, message_, parameters, fault.parameterCount, 1);
 }
 
 unsigned char LogCollectorError(const char* method, const char* key, VELUnicodeString& message,

@@ -1,4 +1,5 @@
-// What is wrong with a context, as a value: the key of the message and what goes into it.
+// What breaks a rule or the format, as rules, linking and reader report it: the key of its message,
+// what goes into that, and the contexts concerned.
 #pragma once
 
 #include "platform/VELUnicodeString.h"
@@ -9,7 +10,7 @@ class VELDyadContext;
 
 namespace dyadctx {
 
-struct Finding {
+struct Fault {
     static constexpr int MaxParameters = 3;
 
     // The operation that reports it, as the trace names it.
@@ -26,20 +27,20 @@ struct Finding {
     int friendPosition = 0;
 };
 
-// Receives findings in the order in which they are made. What it throws ends the run that reports.
-class FindingReporter {
+// Receives faults in the order in which they are met. What it throws ends the run that reports.
+class FaultReporter {
 public:
-    virtual void Report(const Finding& finding) = 0;
+    virtual void Report(const Fault& fault) = 0;
 
 protected:
-    ~FindingReporter() = default;
+    ~FaultReporter() = default;
 };
 
-// Adds each finding to a message text, as the collector does for its clients.
-class MessageReporter final : public FindingReporter {
+// Adds each fault to a message text, as the collector does for its clients.
+class MessageReporter final : public FaultReporter {
 public:
     explicit MessageReporter(VELUnicodeString& message) noexcept : message_(message) {}
-    void Report(const Finding& finding) override;
+    void Report(const Fault& fault) override;
 
 private:
     VELUnicodeString& message_;

@@ -1,0 +1,39 @@
+// Where in a file its contexts are, each known by its address. Columns count bytes, as the
+// document's nodes tell them. Adding a place costs next to nothing; the list is put in order when
+// one is first looked for.
+#pragma once
+
+#include "context/VELDyadContext.h"
+#include "platform/VELIXMLDOM.h"
+#include "platform/VELPlace.h"
+
+#include <functional>
+#include <utility>
+#include <vector>
+
+namespace dyadctx {
+
+class ContextPlaces {
+public:
+    using Entry = std::pair<const VELDyadContext*, VELPlace>;
+
+    // No context is added twice.
+    void Add(const VELDyadContext* context, const VELPlace& place) {
+        isSorted_ =
+            isSorted_ && (entries_.empty() || std::less<>()(entries_.back().first, context));
+        entries_.emplace_back(context, place);
+    }
+    // Null for a context that was not added.
+    const VELPlace* Find(const VELDyadContext* context) const noexcept;
+
+private:
+    mutable std::vector<Entry> entries_;
+    mutable bool isSorted_ = true;
+};
+
+// All zero for a null node.
+inline VELPlace PlaceOf(const VELIDOMNode& node) {
+    return node.IsNull() ? VELPlace() : VELPlace{node.GetLine(), node.GetColumn()};
+}
+
+} // namespace dyadctx
