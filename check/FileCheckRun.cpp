@@ -71,22 +71,34 @@ VELUnicodeString FileCheckRun::FactoryMessage() const {
 
 VELListVal<VELDyadCtxFinding> FileCheckRun::TakeFindings() {
     findings_.LeaveOut(options_.silenced);
-    return findings_.IsEmpty() ? VELListVal<VELDyadCtxFinding>() : findings_.Finish(Text());
+    if (findings_.IsEmpty())
+        return {};
+    SourceReader text = ReadText();
+    return findings_.Finish(text);
 }
 
 std::optional<VELPlace> FileCheckRun::FindPlace(const VELDyadContext* context) {
+    if (!areElementsPlaced_)
+        PlaceElements();
     const VELPlace* element = ElementOf(context);
-    if (element == nullptr)
-        return std::nullopt;
-    return Text().InCharacters(*element);
+    return element != nullptr ? std::optional<VELPlace>(*element) : std::nullopt;
 }
 
-const SourceText& FileCheckRun::Text() {
-    if (!text_ && contents_)
-        text_.emplace(contents_->AsView());
-    else if (!text_)
-        text_.emplace(file_);
-    return *text_;
+// All at once, in one pass through the text; the findings have been placed before.
+void FileCheckRun::PlaceElements() {
+    std::vector<Spot> spots;
+    for (const ContextPlaces::Entry& entry : places_)
+        spots.push_back({entry.second});
+    SourceReader text = ReadText();
+    const std::vector<VELPlace> places = FindPlaces(spots, text);
+    auto place = places.begin();
+    for (ContextPlaces::Entry& entry : places_)
+        entry.second = *place++;
+    areElementsPlaced_ = true;
+}
+
+SourceReader FileCheckRun::ReadText() const {
+    return contents_ ? SourceReader(contents_->AsView()) : SourceReader(file_);
 }
 
 const VELPlace* FileCheckRun::ElementOf(const VELDyadContext* context) const noexcept {

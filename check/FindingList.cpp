@@ -5,7 +5,9 @@
 #include "trace/detail/UserMessage.h"
 
 #include <algorithm>
+#include <string>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 
 namespace dyadctx {
@@ -20,45 +22,29 @@ VELUnicodeString TextOf(const char* id, const FindingKind* kind,
                            : CatalogText(id, first, count);
 }
 
-VELPlace PlaceOfSpot(const Spot& spot, const SourceText& text) {
-    return spot.attribute != nullptr ? text.OfAttribute(spot.element, spot.attribute)
-                                     : text.InCharacters(spot.element);
-}
-
-void SetPlaces(FindingList::Entry& entry, const SourceText& text) {
-    entry.finding.place = PlaceOfSpot(entry.spot, text);
-    for (const FindingList::Related& related : entry.related)
-        entry.finding.related.Append({related.text, PlaceOfSpot(related.spot, text)});
-}
-
 bool StandsBefore(const FindingList::Entry& left, const FindingList::Entry& right) {
     return left.finding.place < right.finding.place;
 }
 
-bool HaveSameParameters(const VELDyadCtxFinding& left, const VELDyadCtxFinding& right) {
-    if (left.parameters.Size() != right.parameters.Size())
-        return false;
-    for (int pos = 1; pos <= left.parameters.Size(); ++pos) {
-        if (!(left.parameters[pos] == right.parameters[pos]))
-            return false;
+// Equal for findings of one place that say the same.
+std::string IdentityOf(const VELDyadCtxFinding& finding) {
+    std::string identity(finding.id.AsView());
+    for (int pos = 1; pos <= finding.parameters.Size(); ++pos) {
+        const std::string_view parameter = finding.parameters[pos].AsView();
+        identity += ' ' + std::to_string(parameter.size()) + ' ';
+        identity += parameter;
     }
-    return true;
+    return identity;
 }
 
-bool SaysTheSame(const VELDyadCtxFinding& left, const VELDyadCtxFinding& right) {
-    return left.place == right.place && left.id == right.id && HaveSameParameters(left, right);
-}
-
-// The entries of one place stand together; there are few of them.
-bool IsSaid(const VELListVal<VELDyadCtxFinding>& findings, const VELDyadCtxFinding& finding) {
-    for (int pos = findings.Size(); pos > 0; --pos) {
-        const VELDyadCtxFinding& said = findings[pos];
-        if (said.place != finding.place)
-            return false;
-        if (SaysTheSame(said, finding))
-            return true;
+// The findings of one place, each once.
+void AppendOnce(std::span<FindingList::Entry> entries, VELListVal<VELDyadCtxFinding>& findings) {
+    std::unordered_set<std::string> said;
+    for (FindingList::Entry& entry : entries) {
+        const bool isAlone = entries.size() == 1 || entry.finding.place == VELPlace();
+        if (isAlone || said.insert(IdentityOf(entry.finding)).second)
+            findings.Append(std::move(entry.finding));
     }
-    return false;
 }
 
 } // namespace
@@ -103,17 +89,34 @@ void FindingList::LeaveOut(const VELListValVELUnicodeString& ids) {
                       [&](const Entry& entry) { return ids.Locate(entry.finding.id) > 0; });
 }
 
-VELListVal<VELDyadCtxFinding> FindingList::Finish(const SourceText& text) {
-    for (Entry& entry : entries_)
-        SetPlaces(entry, text);
+VELListVal<VELDyadCtxFinding> FindingList::Finish(SourceReader& text) {
+    SetPlaces(text);
     std::stable_sort(entries_.begin(), entries_.end(), StandsBefore);
     VELListVal<VELDyadCtxFinding> findings;
-    for (Entry& entry : entries_) {
-        if (entry.finding.place == VELPlace() || !IsSaid(findings, entry.finding))
-            findings.Append(std::move(entry.finding));
+    for (auto begin = entries_.begin(); begin != entries_.end();) {
+        const auto end = std::find_if(
+            begin, entries_.end(), [&](const Entry& entry) { return StandsBefore(*begin, entry); });
+        AppendOnce({begin, end}, findings);
+        begin = end;
     }
     entries_.clear();
     return findings;
+}
+
+void FindingList::SetPlaces(SourceReader& text) {
+    std::vector<Spot> spots;
+    for (const Entry& entry : entries_) {
+        spots.push_back(entry.spot);
+        for (const Related& related : entry.related)
+            spots.push_back(related.spot);
+    }
+    const std::vector<VELPlace> places = FindPlaces(spots, text);
+    auto place = places.begin();
+    for (Entry& entry : entries_) {
+        entry.finding.place = *place++;
+        for (const Related& related : entry.related)
+            entry.finding.related.Append({related.text, *place++});
+    }
 }
 
 } // namespace dyadctx

@@ -23,6 +23,8 @@ public:
             isSorted_ && (entries_.empty() || std::less<>()(entries_.back().first, context));
         entries_.emplace_back(context, place);
     }
+    std::vector<Entry>::iterator begin() noexcept { return entries_.begin(); }
+    std::vector<Entry>::iterator end() noexcept { return entries_.end(); }
     // Null for a context that was not added.
     const VELPlace* Find(const VELDyadContext* context) const noexcept;
 

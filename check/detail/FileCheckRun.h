@@ -54,7 +54,8 @@ private:
     };
 
     const VELPlace* ElementOf(const VELDyadContext* context) const noexcept;
-    const SourceText& Text();
+    SourceReader ReadText() const;
+    void PlaceElements();
 
     void Run();
     void ReadFile();
@@ -100,7 +101,8 @@ private:
     ContextPlaces places_;
     VELPlace syntaxErrorPlace_;
     VELUnicodeString syntaxError_;
-    std::optional<SourceText> text_;
+    // Whether the places of elements are in characters already.
+    bool areElementsPlaced_ = false;
     VELIDOMElement root_;
     std::optional<FormatIds> ids_;
     std::unordered_map<const VELDyadContext*, unsigned int> missing_;

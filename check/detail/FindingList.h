@@ -2,8 +2,8 @@
 #pragma once
 
 #include "check/VELDyadCtxFileCheck.h"
-#include "check/detail/ContextPlaces.h"
-#include "check/detail/SourceText.h"
+#include "check/detail/SourcePlaces.h"
+#include "check/detail/SourceReader.h"
 #include "context/VELDyadContext.h"
 #include "platform/VELListVal.h"
 #include "platform/VELUnicodeString.h"
@@ -16,13 +16,6 @@
 #include <vector>
 
 namespace dyadctx {
-
-// Where something stands: an element, or one of its attributes. The attribute's name outlives the
-// list.
-struct Spot {
-    VELPlace element;
-    const char* attribute = nullptr;
-};
 
 class FindingList {
 public:
@@ -56,9 +49,11 @@ public:
     bool IsEmpty() const noexcept { return entries_.empty(); }
     void LeaveOut(const VELListValVELUnicodeString& ids);
     // The findings in the order of the file, each once. The list is empty afterwards.
-    VELListVal<VELDyadCtxFinding> Finish(const SourceText& text);
+    VELListVal<VELDyadCtxFinding> Finish(SourceReader& text);
 
 private:
+    void SetPlaces(SourceReader& text);
+
     std::vector<Entry> entries_;
     std::set<std::string, std::less<>> kept_;
     bool hasErrors_ = false;

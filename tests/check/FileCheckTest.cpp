@@ -5,6 +5,7 @@
 #include "support/FaultyProviders.h"
 #include "support/TemporaryFolder.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 
 namespace dyadctx::test {
@@ -277,14 +278,62 @@ TEST(FileCheck, AnAttributeThatIsNotWrittenInTheTagLeavesTheElement) {
                      "4:1 Ctx.Check.CtxUnknownParamType"}));
 }
 
-TEST(FileCheck, InUtf16AFindingStandsAtItsElement) {
+TEST(FileCheck, InUtf16AttributesAreFoundAsInUtf8) {
     const std::string text = "<?xml version='1.0' encoding='UTF-16'?>\n<DyAdDescription><CtxData>\n"
-                             " <Context Name='!' Parameter='p' ParameterType='Path'/>"
+                             " <Context Parameter='p\xE4' Name='!' ParameterType='Path'/>"
                              "</CtxData></DyAdDescription>";
-    std::string wide = "\xFF\xFE";
-    for (const char letter : text)
-        wide += {letter, '\0'};
-    EXPECT_EQ(PlacesOf(*CheckText(wide), Error), Lines({"3:2 Ctx.Check.CtxNameWithInvalidChar"}));
+    std::string little = "\xFF\xFE";
+    std::string big = "\xFE\xFF";
+    for (const char letter : text) {
+        little += {letter, '\0'};
+        big += {'\0', letter};
+    }
+    for (const std::string& wide : {little, big}) {
+        const auto check = CheckText(wide);
+        EXPECT_EQ(PlacesOf(*check, Error), Lines({"3:26 Ctx.Check.CtxNameWithInvalidChar"}));
+        VELDyadContext* context = nullptr;
+        ASSERT_EQ(check->GetCollector()->GetCtxAtIndex(1, context), S_OK);
+        VELPlace place;
+        EXPECT_EQ(check->GetPlace(context, place), S_OK);
+        EXPECT_EQ(place, (VELPlace{3, 2}));
+    }
+}
+
+TEST(FileCheck, InLatin1EveryByteIsACharacter) {
+    EXPECT_EQ(PlacesOf(*CheckText("<?xml version='1.0' encoding='ISO-8859-1'?>\n"
+                                  "<DyAdDescription><CtxData>\n<!-- \xA0\xE4 --><Context "
+                                  "Parameter='\xBF' Name='!' ParameterType='Path'/>"
+                                  "</CtxData></DyAdDescription>"),
+                       Error),
+              Lines({"3:35 Ctx.Check.CtxNameWithInvalidChar"}));
+}
+
+TEST(FileCheck, ALargeFileIsRefusedAtItsFirstFault) {
+    const TemporaryFolder folder;
+    const std::string file = folder.Write("file.xml", "<DyAdDescription>");
+    std::filesystem::resize_file(file, std::uintmax_t{5} << 30U);
+    VELDyadCtxFileCheck check;
+    EXPECT_EQ(check.Run(file.c_str()), S_FALSE);
+    EXPECT_EQ(PlacesOf(check), Lines({"1:18 Ctx.Parse.XMLSyntaxError"}));
+}
+
+TEST(FileCheck, AnyNumberOfFindingsInOneTagAreEachAtTheirPlace) {
+    std::string written;
+    std::string declared;
+    for (int number = 10000; number < 12000; ++number) {
+        written += " a" + std::to_string(number) + "='v'";
+        declared += " b" + std::to_string(number) + " CDATA 'v'";
+    }
+    const auto check = CheckText("<!DOCTYPE DyAdDescription [<!ATTLIST Context" + declared +
+                                 ">]>\n<DyAdDescription><CtxData>\n<Context Name='DYADIC' "
+                                 "Parameter='' ParameterType='Default'" +
+                                 written + "/></CtxData></DyAdDescription>");
+    const Lines places = PlacesOf(*check, Warning);
+    ASSERT_EQ(places.size(), 4000U);
+    EXPECT_EQ(places[0], "3:1 unknown-attribute");
+    EXPECT_EQ(places[1999], "3:1 unknown-attribute");
+    EXPECT_EQ(places[2000], "3:61 unknown-attribute");
+    EXPECT_EQ(places[3999], "3:22050 unknown-attribute");
 }
 
 TEST(FileCheck, AFriendOfALeftOutFirstContextHasNoOwner) {
