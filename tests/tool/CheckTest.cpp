@@ -26,7 +26,12 @@ protected:
 } // namespace
 
 TEST_F(Check, SaysOfAValidFileThatItIs) {
-    Expect({"valid", {"check", "valid.xml"}, 0, "valid.xml: valid, 1 context\n", {}, {}});
+    Expect({"valid",
+            {"check", "valid.xml"},
+            0,
+            "valid.xml: valid, 1 context\n1 file checked, valid\n",
+            {},
+            {}});
     Expect({"quiet", {"check", "-q", "valid.xml"}, 0, "", {}, {}});
 }
 

@@ -1,6 +1,8 @@
 // The command line as a whole: help, version, wrong usage.
 #include "tool/ToolTest.h"
 
+#include <sstream>
+
 namespace dyadctx::test {
 
 namespace {
@@ -21,13 +23,61 @@ TEST_F(CommandLine, HelpGoesToStandardOutput) {
 
 TEST_F(CommandLine, EachCommandHasHelpOfItsOwn) {
     for (const char* command : {"check", "explain", "list", "show", "which", "scenarios", "write",
-                                "diff", "graph", "settings", "schema", "completion"}) {
+                                "diff", "graph", "settings", "schema", "completion", "help"}) {
         const ChildResult result = Run({command, "--help"});
         EXPECT_EQ(result.status, 0) << command;
         EXPECT_EQ(result.standardError, "");
         EXPECT_NE(result.standardOutput.find(std::string("dyadctx ") + command), std::string::npos)
             << result.standardOutput;
         EXPECT_NE(result.standardOutput.find("--db-context"), std::string::npos) << command;
+    }
+}
+
+TEST_F(CommandLine, TheCommandHelpPrintsTheSameHelp) {
+    const std::vector<std::vector<std::string>> paths{{},           {"check"},           {"which"},
+                                                      {"settings"}, {"settings", "set"}, {"help"}};
+    for (const std::vector<std::string>& path : paths) {
+        std::vector<std::string> asCommand{"help"};
+        asCommand.insert(asCommand.end(), path.begin(), path.end());
+        std::vector<std::string> asOption = path;
+        asOption.emplace_back("--help");
+        const ChildResult result = Run(asCommand);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.standardError, "");
+        EXPECT_EQ(result.standardOutput, Run(asOption).standardOutput);
+    }
+    ExpectEach({
+        {"unknown", {"help", "chek"}, 2, "", {"unknown command 'chek'; did you mean 'check'?"}, {}},
+        {"unknown below", {"help", "settings", "st"}, 2, "", {"unknown command 'settings st'"}, {}},
+    });
+}
+
+TEST_F(CommandLine, HelpFitsATerminal) {
+    const std::vector<std::vector<std::string>> paths{{},
+                                                      {"check"},
+                                                      {"explain"},
+                                                      {"list"},
+                                                      {"show"},
+                                                      {"which"},
+                                                      {"scenarios"},
+                                                      {"write"},
+                                                      {"diff"},
+                                                      {"graph"},
+                                                      {"settings"},
+                                                      {"settings", "path"},
+                                                      {"schema"},
+                                                      {"settings", "get"},
+                                                      {"settings", "set"},
+                                                      {"settings", "unset"},
+                                                      {"completion"},
+                                                      {"help"}};
+    for (std::vector<std::string> arguments : paths) {
+        arguments.emplace_back("--help");
+        std::istringstream help(Run(arguments).standardOutput);
+        int lines = 0;
+        for (std::string line; std::getline(help, line); ++lines)
+            EXPECT_LE(line.size(), 80U) << arguments.front() << ": " << line;
+        EXPECT_GT(lines, 10) << arguments.front();
     }
 }
 
@@ -96,6 +146,35 @@ TEST_F(CommandLine, CommonOptionsStandBeforeOrBehindTheCommand) {
          "#  NAME  TYPE  PARAMETER\n1  A     Pfad  /a\n",
          {},
          {}},
+    });
+}
+
+TEST_F(CommandLine, TheFormatStandsBeforeOrBehindTheCommand) {
+    WriteContexts("a.xml", R"(<Context Name="A" Parameter="/a" ParameterType="Path"/>)");
+    const std::string names = Run({"list", "a.xml", "--format", "names"}).standardOutput;
+    ASSERT_EQ(names, "A\n");
+    ExpectEach({
+        {"before", {"--format", "names", "list", "a.xml"}, 0, names, {}, {}},
+        {"in one word", {"--format=names", "list", "a.xml"}, 0, names, {}, {}},
+        {"among others",
+         {"--lang", "list", "--format", "names", "-q", "list", "a.xml"},
+         0,
+         names,
+         {},
+         {}},
+        {"unknown to the command",
+         {"--format", "names", "show", "A", "a.xml"},
+         2,
+         "",
+         {"--format", "names", "usage: dyadctx show"},
+         {}},
+        {"for a command without",
+         {"--format", "text", "write", "a.xml", "-o", "b.xml"},
+         2,
+         "",
+         {"'--format'", "usage: dyadctx write"},
+         {}},
+        {"alone", {"--format", "json"}, 2, "", {"no command given"}, {}},
     });
 }
 

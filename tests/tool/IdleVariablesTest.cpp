@@ -163,7 +163,8 @@ TEST_F(IdleVariables, CheckNotesThemUnderAnIdThatCanBeLeftOut) {
             environment});
     // Which file is taken was the user's own choice.
     const std::string named = Run({"check", "a.xml"}, environment).standardOutput;
-    EXPECT_EQ(named, "a.xml: " + language + "a.xml: valid, 1 context, 1 note\n");
+    EXPECT_EQ(named,
+              "a.xml: " + language + "a.xml: valid, 1 context\n1 file checked, valid, 1 note\n");
 }
 
 } // namespace dyadctx::test

@@ -29,6 +29,7 @@ public:
 private:
     CheckedFile CheckOne(const std::optional<std::string>& file) const;
     ExitStatus StatusOf(const CheckedFile& file) const;
+    Severity LowestFailing() const;
     void RefuseUnknownKinds() const;
 
     std::vector<std::string> files_;
@@ -98,10 +99,19 @@ ExitStatus Check::StatusOf(const CheckedFile& file) const {
     const Source& source = file.source;
     if (!source.collector)
         return source.status == ExitStatus::NotLoadable ? ExitStatus::No : source.status;
-    const bool hasWarning = CountOf(file, Severity::Warning) > 0;
-    const bool hasNote = CountOf(file, Severity::Note) > 0;
-    const bool fails = (failOn_ != "error" && hasWarning) || (failOn_ == "note" && hasNote);
-    return fails ? ExitStatus::No : ExitStatus::Done;
+    const Severity lowest = LowestFailing();
+    for (const Severity severity : {Severity::Warning, Severity::Note}) {
+        if (severity <= lowest && CountOf(file, severity) > 0)
+            return ExitStatus::No;
+    }
+    return ExitStatus::Done;
+}
+
+// Severities are in falling order.
+Severity Check::LowestFailing() const {
+    if (failOn_ == "note")
+        return Severity::Note;
+    return failOn_ == "warning" ? Severity::Warning : Severity::Error;
 }
 
 ExitStatus Check::Run(Output& output) {
@@ -125,7 +135,7 @@ ExitStatus Check::Run(Output& output) {
     else if (format_ == "github")
         output.Write(GithubReport(files));
     else
-        WriteTextReport(files, output);
+        WriteTextReport(files, LowestFailing(), output);
     return worst;
 }
 

@@ -59,8 +59,9 @@ std::unique_ptr<Command> MakeDiff();
 std::unique_ptr<Command> MakeGraph();
 std::unique_ptr<Command> MakeSettings();
 std::unique_ptr<Command> MakeSchema();
-// These two are made of the command line they belong to.
+// These are made of the command line they belong to.
 using CommandTreeSource = std::function<CommandNode()>;
+std::unique_ptr<Command> MakeHelp(CommandTreeSource tree);
 std::unique_ptr<Command> MakeCompletion(CommandTreeSource tree);
 std::unique_ptr<Command> MakeManPage(CommandTreeSource tree);
 

@@ -15,7 +15,7 @@ namespace {
 constexpr const char* Program = "dyadctx";
 constexpr const char* Synopsis = "COMMAND [FILE] [options]";
 constexpr const char* Description =
-    "Checks, lists, draws and compares context files. Without FILE a command takes the\n"
+    "Checks, lists, draws and compares context files. Without FILE a command takes the "
     "file that the library itself would take; `dyadctx which` tells which one that is.";
 
 // Options that take several values get their name before each: --id A B becomes --id A --id B.
@@ -55,6 +55,7 @@ CommandLine::CommandLine() : app_(Description, Program) {
     commands_.push_back(MakeSettings());
     commands_.push_back(MakeSchema());
     commands_.push_back(MakeCompletion([this] { return Tree(); }));
+    commands_.push_back(MakeHelp([this] { return Tree(); }));
     commands_.push_back(MakeManPage([this] { return Tree(); }));
     Declare();
 }
@@ -113,27 +114,46 @@ CommandNode CommandLine::Tree() const {
 
 std::string CommandLine::Help() const {
     const CommandNode root = Tree();
-    std::string path;
-    CommandNode node = root;
+    std::vector<std::string> path;
     for (const CLI::App* app = &app_; !app->get_subcommands().empty();) {
         app = app->get_subcommands().front();
-        const CommandNode* below = FindCommand(node, app->get_name());
-        // An internal command has no help of its own.
-        if (below == nullptr)
-            return HelpOfTool(root);
-        CommandNode next = *below;
-        // The options of a command hold for those below it.
-        if (!path.empty())
-            next.options.insert(next.options.end(), node.options.begin(), node.options.end());
-        path += (path.empty() ? "" : " ") + next.name;
-        node = std::move(next);
+        path.push_back(app->get_name());
     }
-    return path.empty() ? HelpOfTool(root) : HelpOfCommand(root, path, node);
+    // An internal command has no help of its own.
+    const std::optional<std::string> text = HelpFor(root, path);
+    return text ? *text : *HelpFor(root, {});
+}
+
+std::vector<std::string>
+CommandLine::WithFormatAfterCommand(std::vector<std::string> arguments) const {
+    constexpr std::string_view format = "--format";
+    std::vector<std::string> before;
+    std::vector<std::string> moved;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& word = arguments[i];
+        if (!word.starts_with('-')) {
+            before.push_back(word);
+            before.insert(before.end(), moved.begin(), moved.end());
+            before.insert(before.end(), arguments.begin() + static_cast<std::ptrdiff_t>(i) + 1,
+                          arguments.end());
+            return before;
+        }
+        const bool isFormat = word == format || word.starts_with("--format=");
+        const CLI::Option* option = app_.get_option_no_throw(word);
+        const bool takesValue =
+            word == format || (option != nullptr && option->get_items_expected_max() > 0);
+        std::vector<std::string>& target = isFormat ? moved : before;
+        target.push_back(word);
+        if (takesValue && i + 1 < arguments.size())
+            target.push_back(arguments[++i]);
+    }
+    return before;
 }
 
 bool CommandLine::Read(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
-    std::vector<std::string> spread = WithNameBeforeEachValue(arguments, "--id");
+    std::vector<std::string> spread =
+        WithNameBeforeEachValue(WithFormatAfterCommand(arguments), "--id");
     // The parser takes them from the back.
     std::vector<std::string> reversed(spread.rbegin(), spread.rend());
     try {

@@ -36,6 +36,9 @@ private:
     CommandNode Tree() const;
     // What --help says about the tool, or about the command it stands with.
     std::string Help() const;
+    // --format belongs to each command, which knows its formats; the user may write it before the
+    // command all the same.
+    std::vector<std::string> WithFormatAfterCommand(std::vector<std::string> arguments) const;
     void PutOptionsIntoForce() const;
     // What to say about arguments that do not fit.
     std::string Complaint(const CLI::ParseError& error) const;

@@ -104,6 +104,15 @@ void AddRows(const CommandNode& node, const std::string& path,
 std::vector<CompletionRow> CompletionTable(const CommandNode& root) {
     std::vector<CompletionRow> rows;
     AddRows(root, "", {}, rows);
+    for (CompletionRow& row : rows) {
+        if (row.path != "help")
+            continue;
+        std::vector<std::string> names;
+        for (const CommandNode& command : root.commands)
+            names.push_back(command.name);
+        row.values = {OfferOfWords(names)};
+        row.repeats = false;
+    }
     return rows;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <sstream>
+#include <utility>
 
 namespace dyadctx::tool {
 
@@ -10,6 +11,7 @@ namespace {
 
 constexpr std::size_t LineWidth = 80;
 constexpr std::size_t LabelWidth = 26;
+constexpr const char* CommonOptions = "Common options (before or after the command, as --format)";
 
 constexpr std::array Meanings{
     StatusMeaning{ExitStatus::Done, "done; check: valid; diff: no difference"},
@@ -82,6 +84,12 @@ std::string Row(const std::string& label, const std::string& meaning) {
     return row;
 }
 
+std::string Paragraph(const std::string& sentences, std::size_t indentation) {
+    std::string text(indentation, ' ');
+    Fill(text, WordsIn(sentences), indentation);
+    return text;
+}
+
 std::string Section(const std::string& heading, const std::vector<Argument>& arguments) {
     std::string text = arguments.empty() ? "" : "\n" + heading + ":\n";
     for (const Argument& argument : arguments)
@@ -99,7 +107,7 @@ std::string CommandSection(const std::vector<CommandNode>& commands) {
 std::string ExampleSection(const std::vector<Example>& examples) {
     std::string text = examples.empty() ? "" : "\nExamples:\n";
     for (const Example& example : examples)
-        text += std::string("  ") + example.line + "\n      " + example.meaning + "\n";
+        text += "  " + example.line + "\n" + Paragraph(example.meaning, 6);
     return text;
 }
 
@@ -108,6 +116,28 @@ std::string StatusSection() {
     for (const StatusMeaning& status : Meanings)
         text += Row(std::to_string(static_cast<int>(status.status)), status.meaning);
     return text;
+}
+
+std::string HelpOfTool(const CommandNode& root) {
+    std::string text = UsageLine("Usage: ", "dyadctx", root.synopsis);
+    text += "\n" + Paragraph(root.summary, 0);
+    text += CommandSection(root.commands);
+    text += Section(CommonOptions, root.options);
+    text += ExampleSection(root.examples);
+    text += StatusSection();
+    text += std::string("\n") + Environment;
+    return text + "\n`dyadctx COMMAND --help` tells more about a command.\n";
+}
+
+std::string HelpOfCommand(const CommandNode& root, const std::string& path,
+                          const CommandNode& command) {
+    std::string text = UsageLine("Usage: ", "dyadctx " + path, command.synopsis);
+    text += "\n" + Paragraph(command.summary, 0);
+    text += CommandSection(command.commands);
+    text += Section("Arguments", command.values);
+    text += Section("Options", command.options);
+    text += Section(CommonOptions, root.options);
+    return text + ExampleSection(command.examples);
 }
 
 } // namespace
@@ -145,26 +175,23 @@ std::string MeaningOf(const Argument& argument) {
     return meaning;
 }
 
-std::string HelpOfTool(const CommandNode& root) {
-    std::string text = UsageLine("Usage: ", "dyadctx", root.synopsis);
-    text += "\n" + root.summary + "\n";
-    text += CommandSection(root.commands);
-    text += Section("Common options (before or behind the command)", root.options);
-    text += ExampleSection(root.examples);
-    text += StatusSection();
-    text += std::string("\n") + Environment;
-    return text + "\n`dyadctx COMMAND --help` tells more about a command.\n";
-}
-
-std::string HelpOfCommand(const CommandNode& root, const std::string& path,
-                          const CommandNode& command) {
-    std::string text = UsageLine("Usage: ", "dyadctx " + path, command.synopsis);
-    text += "\n" + command.summary + "\n";
-    text += CommandSection(command.commands);
-    text += Section("Arguments", command.values);
-    text += Section("Options", command.options);
-    text += Section("Common options (before or behind the command)", root.options);
-    return text + ExampleSection(command.examples);
+std::optional<std::string> HelpFor(const CommandNode& root, const std::vector<std::string>& path) {
+    if (path.empty())
+        return HelpOfTool(root);
+    std::string name;
+    CommandNode node = root;
+    for (const std::string& word : path) {
+        const CommandNode* below = FindCommand(node, word);
+        if (below == nullptr)
+            return std::nullopt;
+        CommandNode next = *below;
+        // The options of a command hold for those below it.
+        if (!name.empty())
+            next.options.insert(next.options.end(), node.options.begin(), node.options.end());
+        name += (name.empty() ? "" : " ") + next.name;
+        node = std::move(next);
+    }
+    return HelpOfCommand(root, name, node);
 }
 
 } // namespace dyadctx::tool

@@ -4,7 +4,10 @@
 #include "tools/dyadctx/ExitStatus.h"
 #include "tools/dyadctx/help/CommandTree.h"
 
+#include <optional>
 #include <span>
+#include <string>
+#include <vector>
 
 namespace dyadctx::tool {
 
@@ -25,10 +28,8 @@ std::string LabelOf(const Argument& argument);
 // Its meaning, with what the parser knows besides: the default, and whether it can stand again.
 std::string MeaningOf(const Argument& argument);
 
-// The help of the tool; `root` has its commands and the options that all of them take.
-std::string HelpOfTool(const CommandNode& root);
-// The help of one command; `path` is its name with those of the commands above it.
-std::string HelpOfCommand(const CommandNode& root, const std::string& path,
-                          const CommandNode& command);
+// The help of the tool for an empty path, else that of the command, each after the one it is below.
+// None where the path names no command. `root` has all commands and the common options.
+std::optional<std::string> HelpFor(const CommandNode& root, const std::vector<std::string>& path);
 
 } // namespace dyadctx::tool

@@ -18,8 +18,9 @@ struct CheckedFile {
 
 std::size_t CountOf(const CheckedFile& file, Severity severity);
 
-// Lines as compilers write them, then a summary unless the user wants quiet.
-void WriteTextReport(const std::vector<CheckedFile>& files, Output& output);
+// Lines as compilers write them, then a summary unless the user wants quiet. `failOn` is the lowest
+// severity that makes the check fail.
+void WriteTextReport(const std::vector<CheckedFile>& files, Severity failOn, Output& output);
 
 Json JsonReport(const std::vector<CheckedFile>& files);
 

@@ -32,10 +32,12 @@ void WriteFinding(const std::string& file, const Finding& finding, Output& outpu
     }
 }
 
-void WriteFindings(const CheckedFile& file, Output& output) {
+void WriteFindings(const CheckedFile& file, Severity failOn, Output& output) {
     const Source& source = file.source;
+    // Whoever wants quiet wants to know all the same what the status is about.
+    const bool withNotes = !output.IsQuiet() || failOn == Severity::Note;
     for (const Finding& finding : file.findings) {
-        if (finding.severity != Severity::Note || !output.IsQuiet())
+        if (finding.severity != Severity::Note || withNotes)
             WriteFinding(source.file, finding, output);
     }
     if (source.collector == nullptr && CountOf(file, Severity::Error) == 0)
@@ -69,11 +71,11 @@ void WriteSummary(const std::vector<CheckedFile>& files, Output& output) {
             output.Write(
                 Visible(source.file) + ": " + output.Painted(Paint::Good, "valid") + ", " +
                 Counted(static_cast<std::size_t>(source.collector->GetAllNbCtxs()), "context") +
-                (files.size() == 1 ? CountedFindings(files) : "") + "\n");
+                "\n");
     }
-    if (files.size() > 1 || invalid > 0)
-        output.Write(Counted(files.size(), "file") + " checked, " + std::to_string(invalid) +
-                     " not valid" + CountedFindings(files) + "\n");
+    output.Write(Counted(files.size(), "file") + " checked, " +
+                 (invalid > 0 ? std::to_string(invalid) + " not valid" : "valid") +
+                 CountedFindings(files) + "\n");
 }
 
 } // namespace
@@ -84,9 +86,9 @@ std::size_t CountOf(const CheckedFile& file, Severity severity) {
                       [severity](const Finding& one) { return one.severity == severity; }));
 }
 
-void WriteTextReport(const std::vector<CheckedFile>& files, Output& output) {
+void WriteTextReport(const std::vector<CheckedFile>& files, Severity failOn, Output& output) {
     for (const CheckedFile& file : files)
-        WriteFindings(file, output);
+        WriteFindings(file, failOn, output);
     if (!output.IsQuiet())
         WriteSummary(files, output);
 }
