@@ -21,8 +21,8 @@ TOOL = Path(sys.argv.pop()).resolve()
 # Each would do harm, or be torn apart, where a script evaluates or splits what it offers.
 NAMES = ["DYADIC", "Design", "Drawing office", "Evil $(touch pwned) `touch pwned` ; touch pwned",
          "It's \"q\" \\ *", "B\u00fcro \u8a2d\u8a08", "a:b=c@d"]
-COMMANDS = ["check", "explain", "list", "show", "which", "scenarios", "write", "diff", "graph", "help", "settings",
-            "schema", "completion"]
+COMMANDS = ["check", "explain", "list", "show", "which", "scenarios", "write", "diff", "graph", "settings",
+            "schema", "completion", "help"]
 
 
 def context(name):
