@@ -25,6 +25,10 @@ struct DomAccess {
         return true;
     }
 
+    static bool IsFromScanner(const VELIDOMHandle& handle) {
+        return handle.Document().IsFromScanner();
+    }
+
     // Frees memory of what stands before an element in the file; see DomDocument::ForgetBefore.
     static void ForgetBefore(const VELIDOMElement& element) {
         element.Document().ForgetBefore(*element.Node());

@@ -141,23 +141,20 @@ bool DomDocument::AppendRoot(DomNode& root) noexcept {
     return true;
 }
 
-DomNode* DomDocument::AddReadElement(const char* name, const char* const* attributes,
+DomNode* DomDocument::AddReadElement(std::uint32_t name,
+                                     std::span<const DomReadAttribute> attributes,
                                      DomPosition position) {
-    const char* const* end = attributes;
-    while (*end != nullptr)
-        end += 2;
-    const auto count = static_cast<std::uint32_t>((end - attributes) / 2);
-    DomNode* node = NewElement(names_.Intern(name));
+    DomNode* node = NewElement(name);
     while (bytesOf_.size() < nodes_.ChunkCount())
         bytesOf_.push_back(bytes_.OpenChunk());
     node->flags = DomNode::Attached;
     node->origin.position = position;
-    if (end != attributes)
-        node->attributes = nodes_.AllocateArray<DomAttribute>(count);
-    for (const char* const* pair = attributes; pair != end; pair += 2) {
+    if (!attributes.empty())
+        node->attributes = nodes_.AllocateArray<DomAttribute>(attributes.size());
+    for (const DomReadAttribute& read : attributes) {
         DomAttribute& attribute = node->attributes[node->attributeCount++];
-        attribute.name = names_.Intern(pair[0]);
-        SetValue(attribute, pair[1]);
+        attribute.name = read.name;
+        SetValue(attribute, read.value);
     }
     if (root_ == nullptr)
         root_ = node;

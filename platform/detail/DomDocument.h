@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -61,6 +62,12 @@ struct DomNode {
     DomPosition Position() const noexcept { return Is(Created) ? DomPosition{} : origin.position; }
 };
 
+// An attribute met in a file, its name as number.
+struct DomReadAttribute {
+    std::uint32_t name;
+    std::string_view value;
+};
+
 // A list of nodes that lies in an arena.
 struct DomNodeSpan {
     DomNode* const* nodes = nullptr;
@@ -77,8 +84,12 @@ class DomDocument {
 public:
     // One that is made asks for its memory in large chunks; one that is read may be forgotten piece
     // by piece.
-    enum class Purpose { Reading, Making };
-    explicit DomDocument(Purpose purpose) : nodes_(ChunkFor(purpose)), bytes_(ChunkFor(purpose)) {}
+    enum class Purpose { Scanning, Parsing, Making };
+    explicit DomDocument(Purpose purpose)
+        : purpose_(purpose), nodes_(ChunkFor(purpose)), bytes_(ChunkFor(purpose)) {}
+
+    // Whether the scanner of plain documents has read it, and not the parser.
+    bool IsFromScanner() const noexcept { return purpose_ == Purpose::Scanning; }
 
     // Handles are counted without locks: a document belongs to one thread at a time.
     void AddReference() noexcept { ++references_; }
@@ -114,9 +125,11 @@ public:
     bool AppendChild(DomNode& parent, DomNode& child);
     bool AppendRoot(DomNode& root) noexcept;
 
-    // Reading a document: an element whose name and attributes, name and value in turn up to a null
-    // pointer, are known to be valid. The first one is the document element.
-    DomNode* AddReadElement(const char* name, const char* const* attributes, DomPosition position);
+    // Reading a document: the number of a name that is known to be valid, and an element whose
+    // values are. The first one is the document element.
+    std::uint32_t InternReadName(std::string_view name) { return names_.Intern(name); }
+    DomNode* AddReadElement(std::uint32_t name, std::span<const DomReadAttribute> attributes,
+                            DomPosition position);
     void SetReadChildren(DomNode& node, DomNode* const* children, std::uint32_t count);
 
     // Frees memory of elements that begin before `node` in a document that was read: those that
@@ -136,6 +149,7 @@ private:
     template<class T>
     T* WithRoomForOneMore(T* items, std::uint32_t count, bool grown);
 
+    Purpose purpose_;
     DomArena nodes_;
     DomArena bytes_;
     // For each chunk of nodes the first chunk of bytes that its nodes may use.

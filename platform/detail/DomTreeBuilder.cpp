@@ -2,7 +2,7 @@
 
 namespace dyadctx {
 
-void DomTreeBuilder::StartElement(const char* name, const char* const* attributes,
+void DomTreeBuilder::StartElement(std::uint32_t name, std::span<const DomReadAttribute> attributes,
                                   DomPosition position) {
     text_ = NoText;
     DomNode* node = document_.AddReadElement(name, attributes, position);

@@ -4,6 +4,8 @@
 #include "platform/detail/DomDocument.h"
 
 #include <cstddef>
+#include <span>
+#include <string_view>
 #include <vector>
 
 namespace dyadctx {
@@ -13,11 +15,17 @@ class DomTreeBuilder {
 public:
     explicit DomTreeBuilder(DomDocument& document) noexcept : document_(document) {}
 
+    static constexpr std::size_t DeepestNesting = 5000;
+
     // The number of elements that are open.
     std::size_t Depth() const noexcept { return open_.size(); }
+    // The name of the innermost one; there is one.
+    std::string_view OpenName() const noexcept { return document_.TagName(*open_.back().node); }
+    bool HasRoot() const noexcept { return document_.Root() != nullptr; }
 
-    // `attributes` as for DomDocument::AddReadElement.
-    void StartElement(const char* name, const char* const* attributes, DomPosition position);
+    std::uint32_t Intern(std::string_view name) { return document_.InternReadName(name); }
+    void StartElement(std::uint32_t name, std::span<const DomReadAttribute> attributes,
+                      DomPosition position);
     void EndElement();
     // A piece of text; pieces that follow each other are one child.
     void Text();

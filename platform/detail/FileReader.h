@@ -23,6 +23,9 @@ public:
     // Fewer bytes than asked for do not mean the end.
     std::int64_t Read(void* buffer, std::size_t size) noexcept;
 
+    // Goes back to the beginning. False on an error or before Open.
+    bool Rewind() noexcept;
+
     // The size the file had when it was opened; it may have changed since.
     std::uint64_t Size() const noexcept { return size_; }
 

@@ -46,6 +46,21 @@ std::size_t CharacterLength(std::string_view text) noexcept {
     return lead.length;
 }
 
+void AppendCharacter(std::uint32_t character, std::string& text) {
+    const auto byte = [character](std::uint32_t mark, unsigned int shift, std::uint32_t bits) {
+        return static_cast<char>(mark | ((character >> shift) & bits));
+    };
+    if (character < 0x80)
+        text += {byte(0, 0, 0x7F)};
+    else if (character < 0x800)
+        text += {byte(0xC0, 6, 0x1F), byte(0x80, 0, 0x3F)};
+    else if (character < 0x10000)
+        text += {byte(0xE0, 12, 0x0F), byte(0x80, 6, 0x3F), byte(0x80, 0, 0x3F)};
+    else
+        text +=
+            {byte(0xF0, 18, 0x07), byte(0x80, 12, 0x3F), byte(0x80, 6, 0x3F), byte(0x80, 0, 0x3F)};
+}
+
 int CountCharacters(std::string_view text) noexcept {
     int count = 0;
     for (std::size_t offset = 0; offset < text.size(); ++count)

@@ -2,12 +2,17 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace dyadctx {
 
 // The number of bytes of the character at the start of a text that is not empty.
 std::size_t CharacterLength(std::string_view text) noexcept;
+
+// Appends the character of that number, which is one of Unicode and no surrogate.
+void AppendCharacter(std::uint32_t character, std::string& text);
 
 // The number of characters.
 int CountCharacters(std::string_view text) noexcept;

@@ -25,6 +25,7 @@ class FileSource final : public dyadctx::XmlSource {
 public:
     explicit FileSource(dyadctx::FileReader& file) : file_(file) {}
     std::int64_t Read(void* buffer, std::size_t size) override { return file_.Read(buffer, size); }
+    bool Rewind() override { return file_.Rewind(); }
 
 private:
     dyadctx::FileReader& file_;
@@ -32,14 +33,19 @@ private:
 
 class TextSource final : public dyadctx::XmlSource {
 public:
-    explicit TextSource(std::string_view text) : rest_(text) {}
+    explicit TextSource(std::string_view text) : text_(text), rest_(text) {}
     std::int64_t Read(void* buffer, std::size_t size) override {
         const std::size_t count = rest_.copy(static_cast<char*>(buffer), size);
         rest_.remove_prefix(count);
         return static_cast<std::int64_t>(count);
     }
+    bool Rewind() override {
+        rest_ = text_;
+        return true;
+    }
 
 private:
+    std::string_view text_;
     std::string_view rest_;
 };
 

@@ -14,14 +14,6 @@ bool IsAscii(char c) noexcept {
     return static_cast<unsigned char>(c) < 0x80;
 }
 
-bool IsNameStart(char c) noexcept {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == ':';
-}
-
-bool IsNamePart(char c) noexcept {
-    return IsNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.';
-}
-
 // The tables of letters beyond ASCII are the parser's own: what it would not read is no name.
 bool IsNameForParser(std::string_view name) {
     const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(
@@ -42,14 +34,20 @@ bool IsXmlName(std::string_view name) {
     constexpr std::size_t Longest = 1U << 20U;
     if (name.empty() || name.size() > Longest)
         return false;
-    if (IsAscii(name.front()) && !IsNameStart(name.front()))
+    if (IsAscii(name.front()) && !IsAsciiNameStart(name.front()))
         return false;
     // Only letters beyond ASCII are left to the parser, so nothing in the name can be markup.
-    const bool asciiIsFine =
-        std::all_of(name.begin(), name.end(), [](char c) { return !IsAscii(c) || IsNamePart(c); });
+    const bool asciiIsFine = std::all_of(name.begin(), name.end(),
+                                         [](char c) { return !IsAscii(c) || IsAsciiNamePart(c); });
     if (!asciiIsFine || std::all_of(name.begin(), name.end(), IsAscii))
         return asciiIsFine;
     return IsNameForParser(name);
+}
+
+bool IsXmlCharacter(std::uint32_t number) noexcept {
+    if (number < 0x20)
+        return number == '\t' || number == '\n' || number == '\r';
+    return number < 0xD800 || (number > 0xDFFF && number <= 0x10FFFF && (number | 1U) != 0xFFFF);
 }
 
 bool IsXmlCharacter(std::string_view character) noexcept {

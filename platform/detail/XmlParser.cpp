@@ -2,6 +2,7 @@
 
 #include "platform/detail/DomFaults.h"
 #include "platform/detail/DomTreeBuilder.h"
+#include "platform/detail/PlainXmlScanner.h"
 #include "platform/detail/XmlPositions.h"
 #include "platform/detail/XmlReasons.h"
 
@@ -10,12 +11,12 @@
 #include <cstdlib>
 #include <expat.h>
 #include <new>
+#include <vector>
 
 namespace dyadctx {
 
 namespace {
 
-constexpr std::size_t DeepestNesting = 5000;
 constexpr std::size_t UsualBuffer = std::size_t{256} << 10U;
 constexpr std::size_t LargestBuffer = INT_MAX / 2 + 1;
 
@@ -80,6 +81,8 @@ private:
     ParserHandle parser_;
     DomTreeBuilder builder_;
     XmlPositions positions_;
+    // Those of the element that starts.
+    std::vector<DomReadAttribute> attributes_;
     bool isStopped_ = false;
     bool isUnreadable_ = false;
     XmlFailure failure_;
@@ -156,9 +159,12 @@ bool Reading::ParsePiece(std::size_t size, bool isLast) {
 }
 
 void Reading::Start(const char* name, const char* const* attributes) {
-    if (builder_.Depth() == DeepestNesting)
+    if (builder_.Depth() == DomTreeBuilder::DeepestNesting)
         return Stop(TooDeepReason);
-    builder_.StartElement(name, attributes, positions_.At(Offset()));
+    attributes_.clear();
+    for (const char* const* pair = attributes; *pair != nullptr; pair += 2)
+        attributes_.push_back({builder_.Intern(pair[0]), pair[1]});
+    builder_.StartElement(builder_.Intern(name), attributes_, positions_.At(Offset()));
 }
 
 void Reading::Stop(const char* reason) noexcept {
@@ -182,9 +188,21 @@ std::uint64_t Reading::Offset() const noexcept {
 
 XmlSource::~XmlSource() = default;
 
+bool XmlSource::Rewind() {
+    return false;
+}
+
 std::unique_ptr<DomDocument> ParseXml(XmlSource& source, XmlFailure& failure) noexcept {
     try {
-        auto document = std::make_unique<DomDocument>(DomDocument::Purpose::Reading);
+        if (source.Rewind()) {
+            if (auto plain = ScanPlainXml(source); plain != nullptr)
+                return plain;
+            if (!source.Rewind()) {
+                failure = {{}, UnreadableReason};
+                return nullptr;
+            }
+        }
+        auto document = std::make_unique<DomDocument>(DomDocument::Purpose::Parsing);
         Reading reading(source, *document);
         if (reading.Run())
             return document;

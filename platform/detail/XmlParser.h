@@ -22,6 +22,8 @@ public:
     virtual ~XmlSource();
     // Up to `size` bytes: their number, 0 at the end, -1 when they cannot be read.
     virtual std::int64_t Read(void* buffer, std::size_t size) = 0;
+    // Goes back to the start. False, here always, for what can be read only once.
+    virtual bool Rewind();
 };
 
 // Why and where reading stopped; line and column from 1, 0 when it has no place in the file.
@@ -30,7 +32,8 @@ struct XmlFailure {
     const char* reason = "";
 };
 
-// Null, and the failure told, when the source holds no document.
+// Null, and the failure, when the source holds no document. Plain documents are read by a scanner
+// (see PlainXmlScanner.h), all others by the parser, and it alone refuses.
 std::unique_ptr<DomDocument> ParseXml(XmlSource& source, XmlFailure& failure) noexcept;
 
 } // namespace dyadctx

@@ -21,6 +21,10 @@ std::uint32_t Limited(std::uint64_t value) noexcept {
 
 } // namespace
 
+DomPosition LimitedPosition(std::uint64_t line, std::uint64_t column) noexcept {
+    return {Limited(line), Limited(column)};
+}
+
 void XmlPositions::Add(const char* bytes, std::size_t count) {
     if (added_ == 0)
         DetectUnits(reinterpret_cast<const unsigned char*>(bytes), count);
@@ -38,7 +42,7 @@ DomPosition XmlPositions::At(std::uint64_t offset) noexcept {
         ++line_;
     }
     const std::uint64_t bytes = offset > lineStart_ ? offset - lineStart_ : 0;
-    return {Limited(line_), Limited((units_ == Units::Bytes ? bytes : bytes / 2) + 1)};
+    return LimitedPosition(line_, (units_ == Units::Bytes ? bytes : bytes / 2) + 1);
 }
 
 void XmlPositions::DetectUnits(const unsigned char* bytes, std::size_t count) noexcept {

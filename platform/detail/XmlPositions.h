@@ -13,6 +13,9 @@
 
 namespace dyadctx {
 
+// Both are counted from 1; what is larger than an int becomes the largest int.
+DomPosition LimitedPosition(std::uint64_t line, std::uint64_t column) noexcept;
+
 class XmlPositions {
 public:
     // The next piece of the file. The first one holds at least four bytes if the file does, and all

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace dyadctx {
 
@@ -43,6 +44,10 @@ std::int64_t FileReader::Read(void* buffer, std::size_t size) noexcept {
         got = read(static_cast<int>(handle_), buffer, std::min(size, LargestRead));
     } while (got < 0 && errno == EINTR);
     return got;
+}
+
+bool FileReader::Rewind() noexcept {
+    return lseek(static_cast<int>(handle_), 0, SEEK_SET) == 0;
 }
 
 void FileReader::Close() noexcept {

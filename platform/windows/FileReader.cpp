@@ -48,6 +48,10 @@ std::int64_t FileReader::Read(void* buffer, std::size_t size) noexcept {
     return static_cast<std::int64_t>(got);
 }
 
+bool FileReader::Rewind() noexcept {
+    return handle_ != NoHandle && SetFilePointerEx(ToHandle(handle_), {}, nullptr, FILE_BEGIN) != 0;
+}
+
 void FileReader::Close() noexcept {
     if (handle_ != NoHandle)
         CloseHandle(ToHandle(handle_));

@@ -41,6 +41,32 @@ public:
     std::int64_t Read(void*, std::size_t) override { throw std::runtime_error("source"); }
 };
 
+// Can go back to its start a number of times, and notes how often it has.
+class RewindableSource final : public XmlSource {
+public:
+    RewindableSource(std::string_view text, int rewindsLeft)
+        : text_(text), rest_(text), rewindsLeft_(rewindsLeft) {}
+
+    std::int64_t Read(void* buffer, std::size_t size) override {
+        const std::size_t count = rest_.copy(static_cast<char*>(buffer), size);
+        rest_.remove_prefix(count);
+        return static_cast<std::int64_t>(count);
+    }
+    bool Rewind() override {
+        if (rewindsLeft_ == 0)
+            return false;
+        --rewindsLeft_;
+        rest_ = text_;
+        return true;
+    }
+    int RewindsLeft() const { return rewindsLeft_; }
+
+private:
+    std::string_view text_;
+    std::string_view rest_;
+    int rewindsLeft_;
+};
+
 std::string Reread(XmlSource& source) {
     XmlFailure failure;
     const std::unique_ptr<DomDocument> document = ParseXml(source, failure);
@@ -76,6 +102,41 @@ TEST(XmlParser, RefusesASourceThatBreaksOff) {
         PieceSource source(text, 1000, breakAt);
         EXPECT_EQ(Reread(source), "(the file cannot be read)") << breakAt;
     }
+}
+
+TEST(XmlParser, ReadsAPlainDocumentOnce) {
+    RewindableSource source("<a x='1'/>", 9);
+    XmlFailure failure;
+    const auto document = ParseXml(source, failure);
+    ASSERT_NE(document, nullptr);
+    EXPECT_TRUE(document->IsFromScanner());
+    EXPECT_EQ(source.RewindsLeft(), 8);
+}
+
+TEST(XmlParser, ReadsAnyOtherDocumentFromItsStartAgain) {
+    RewindableSource source("<a>", 9);
+    EXPECT_EQ(Reread(source), "(the file ends while an element is still open)");
+    EXPECT_EQ(source.RewindsLeft(), 7);
+
+    RewindableSource declared("<!DOCTYPE a [<!ATTLIST a y CDATA '2'>]><a x='1'/>", 9);
+    XmlFailure failure;
+    const auto document = ParseXml(declared, failure);
+    ASSERT_NE(document, nullptr);
+    EXPECT_FALSE(document->IsFromScanner());
+    EXPECT_EQ(document->Root()->attributeCount, 2U);
+}
+
+TEST(XmlParser, LeavesASourceThatCannotGoBackToTheParser) {
+    RewindableSource source("<a/>", 0);
+    XmlFailure failure;
+    const auto document = ParseXml(source, failure);
+    ASSERT_NE(document, nullptr);
+    EXPECT_FALSE(document->IsFromScanner());
+}
+
+TEST(XmlParser, RefusesASourceThatGoesBackOnlyOnce) {
+    RewindableSource source("<!DOCTYPE a><a/>", 1);
+    EXPECT_EQ(Reread(source), "(the file cannot be read)");
 }
 
 TEST(XmlParser, ContainsWhatASourceThrows) {

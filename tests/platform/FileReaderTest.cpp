@@ -46,6 +46,19 @@ TEST(FileReader, GivesTheWholeContentInChunks) {
     }
 }
 
+TEST(FileReader, GoesBackToTheBeginning) {
+    const TemporaryFolder folder;
+    FileReader file;
+    EXPECT_FALSE(file.Rewind());
+    ASSERT_TRUE(file.Open(VELUnicodeString(folder.Write("a.xml", "some text"))));
+    std::array<char, 4> start;
+    EXPECT_EQ(4, file.Read(start.data(), start.size()));
+    EXPECT_TRUE(file.Rewind());
+    EXPECT_EQ("some text", ReadAll(file, 5));
+    EXPECT_TRUE(file.Rewind());
+    EXPECT_EQ("some text", ReadAll(file, 100));
+}
+
 TEST(FileReader, ReadsAnEmptyFile) {
     const TemporaryFolder folder;
     FileReader file;

@@ -60,6 +60,25 @@ TEST(Utf8, EachByteOfIllFormedTextIsACharacter) {
     }
 }
 
+TEST(Utf8, CharactersAreAppendedByTheirNumber) {
+    const struct {
+        std::uint32_t number;
+        std::string_view bytes;
+    } cases[] = {{0, {"\0", 1}},
+                 {0x7F, "\x7F"},
+                 {0x80, "\xC2\x80"},
+                 {0x7FF, "\xDF\xBF"},
+                 {0x800, "\xE0\xA0\x80"},
+                 {0xFFFF, "\xEF\xBF\xBF"},
+                 {0x10000, "\xF0\x90\x80\x80"},
+                 {0x10FFFF, "\xF4\x8F\xBF\xBF"}};
+    for (const auto& [number, bytes] : cases) {
+        std::string text = "before ";
+        dyadctx::AppendCharacter(number, text);
+        EXPECT_EQ(text, "before " + std::string(bytes)) << number;
+    }
+}
+
 TEST(Utf8, OffsetsBelongToTheBeginningsOfCharacters) {
     const std::string_view text = "a\xC3\xA9\xFFz";
     EXPECT_EQ(0U, OffsetOfCharacter(text, 0));

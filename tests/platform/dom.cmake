@@ -15,3 +15,8 @@ dyadctx_add_test(platform_dom_private_test PRIVATE SOURCES
   DomParserTest.cpp
   DomTesting.cpp)
 target_link_libraries(platform_dom_private_test PRIVATE dyadctx_failing_allocation)
+
+dyadctx_add_test(platform_scanner_test PRIVATE SOURCES
+  GeneratedXml.cpp
+  PlainXmlScannerTest.cpp
+  ../support/ScannerComparison.cpp)
