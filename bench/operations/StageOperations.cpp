@@ -3,6 +3,7 @@
 #include "collector/detail/CollectorAccess.h"
 #include "platform/VELDbContextEnvironment.h"
 #include "platform/VELIXMLDOM.h"
+#include "platform/detail/DomAccess.h"
 #include "xml/detail/VELDyadCtxXml.h"
 
 #include <stdexcept>
@@ -56,7 +57,8 @@ private:
     CollectorPtr collector_;
 };
 
-// The library's own tree of the file and nothing else.
+// The library's own tree of the file and nothing else. Counts the files that the scanner of plain
+// documents has read, so 0 says that it was the parser.
 class ParseTree : public Operation {
 public:
     explicit ParseTree(const Workplace& place) : file_(place.file.c_str()) {}
@@ -65,7 +67,7 @@ public:
         if (CreateVELIXMLDOMDocumentBuilder(builder, CLSID_XML4C_DOM) < 0 ||
             builder.Parse(file_, nullptr, nullptr, {}, {}, document_) < 0)
             throw std::runtime_error("cannot parse the file");
-        return 1;
+        return DomAccess::IsFromScanner(document_) ? 1 : 0;
     }
     void Finish() override { document_ = {}; }
 
