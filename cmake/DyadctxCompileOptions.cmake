@@ -31,9 +31,6 @@ function(dyadctx_compile_options target)
     target_compile_options(${target} PRIVATE
       -fsanitize=${DYADCTX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(${target} PUBLIC -fsanitize=${DYADCTX_SANITIZE})
-    if(DYADCTX_SANITIZE MATCHES "address")
-      target_compile_definitions(${target} PRIVATE DYADCTX_ADDRESS_SANITIZER)
-    endif()
   endif()
 endfunction()
 

@@ -77,7 +77,7 @@ VELDyadCtxCollector& VELDyadCtxCollector::operator=(const VELDyadCtxCollector& s
 VELDyadCtxCollector::~VELDyadCtxCollector() {
     TRACE_LOG("VELDyadCtxCollector:Destructor");
     for (int pos = 1; pos <= _Contexts.Size(); ++pos)
-        ContextAccess::Delete(_Contexts[pos]);
+        delete _Contexts[pos];
     _Contexts.RemoveAll(VELCollec::KeepMemory);
     _MainContexts.RemoveAll(VELCollec::KeepMemory);
     _PathCtxIndexes.RemoveAll(VELCollec::KeepMemory);
@@ -139,7 +139,7 @@ VELResult VELDyadCtxCollector::DeleteContext(const VELUnicodeString& name) {
     UnlinkInView(target);
     TakeOut(target);
     // `name` may have been the name of the target itself.
-    ContextAccess::Delete(target);
+    delete target;
     return S_OK;
 }
 

@@ -1,5 +1,6 @@
 #include "collector/VELDyadCtxCollector.h"
 
+#include "context/detail/ContextAccess.h"
 #include "context/detail/DbEnvironment.h"
 #include "context/detail/GuardedCall.h"
 #include "context/detail/ParameterTypes.h"
@@ -9,6 +10,7 @@
 #include <memory>
 
 using dyadctx::CodeOf;
+using dyadctx::ContextPtr;
 using dyadctx::IsDbEnvironmentOn;
 
 namespace {
@@ -25,8 +27,6 @@ VELIDyadDbProvider_var NewPlatformProvider() {
         return {};
     return provider;
 }
-
-using ContextPtr = std::unique_ptr<VELDyadContext>;
 
 // Deletes the context when the provider refuses; the provider is always told all of it.
 void Describe(const VELIDyadDbProvider_var& provider, ContextPtr& context) noexcept {

@@ -1,7 +1,6 @@
 #include "context/VELDyadContext.h"
 
 #include "context/detail/ContextAccess.h"
-#include "context/detail/ContextSlab.h"
 #include "context/detail/DyadMultiSiteHashTableElement.h"
 #include "context/detail/GuardedCall.h"
 #include "context/detail/ParameterTypes.h"
@@ -339,16 +338,6 @@ FriendView ContextAccess::VisitFriends(const VELDyadContext& context) {
 
 FriendView ContextAccess::Friends(const VELDyadContext& context) noexcept {
     return context.friends_ == nullptr ? FriendView() : context.friends_->View();
-}
-
-void ContextAccess::Delete(VELDyadContext* context) noexcept {
-    if (context == nullptr || context->slabPlace_ == 0) {
-        delete context;
-        return;
-    }
-    ContextSlab* slab = ContextSlab::Of(context, context->slabPlace_);
-    context->~VELDyadContext();
-    slab->Reclaim(context);
 }
 
 bool ContextAccess::AppendFriend(VELDyadContext& context, VELDyadContext* added) noexcept {

@@ -6,9 +6,10 @@
 // never owned. A "Database" context may hold a database provider and, while the process has
 // multisite support, a table of server sites.
 //
-// A context handed to a collector, and every context out of a file, belongs to the collector, which
-// alone deletes it. A context is used from one thread at a time. No
-// operation throws, except that constructors and assignment throw std::bad_alloc.
+// A context handed to a collector belongs to the collector, which deletes it. One that no collector
+// holds is deleted with `delete` by whoever holds it, wherever it came from. A context is used from
+// one thread at a time. No operation throws, except that constructors and assignment throw
+// std::bad_alloc.
 #pragma once
 
 #include "context/VELListPtrVELDyadContext.h"
@@ -18,7 +19,6 @@
 #include "platform/VELResult.h"
 #include "platform/VELUnicodeString.h"
 
-#include <cstdint>
 #include <memory>
 
 class VELSysSimpleHashTable;
@@ -110,6 +110,4 @@ private:
     std::unique_ptr<dyadctx::FriendList> friends_;
     std::unique_ptr<dyadctx::SiteTables> sites_;
     bool wasRegistered_ = false;
-    // 0 when the memory is its own.
-    std::uint16_t slabPlace_ = 0;
 };

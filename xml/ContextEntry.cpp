@@ -40,7 +40,7 @@ VELResult ContextEntry::AddContext(const VELIDOMElement& element, ContextLevels 
         return result;
     if (owner == nullptr)
         CollectorAccess::Index(state_.collector).Announce(values_.texts.name);
-    auto context = maker_.Make(std::move(values_.texts));
+    auto context = ContextAccess::Make(std::move(values_.texts));
     if (context->GetParameterType() == Names().databaseType)
         return AddDatabaseContext(element, std::move(context), owner, associated);
     const bool asAssociated = associated && IsDbEnvironmentOn();

@@ -7,10 +7,11 @@
 
 #include <cstdint>
 #include <memory>
-#include <new>
 #include <utility>
 
 namespace dyadctx {
+
+using ContextPtr = std::unique_ptr<VELDyadContext>;
 
 struct ContextTexts {
     VELUnicodeString name;
@@ -19,13 +20,9 @@ struct ContextTexts {
 };
 
 struct ContextAccess {
-    // Deletes a context, wherever its memory is from; it may be null.
-    static void Delete(VELDyadContext* context) noexcept;
-    // Makes a context at a place of a slab, in the memory there.
-    static VELDyadContext* MakeAt(void* memory, std::uint16_t slabPlace, ContextTexts&& texts) {
-        auto* context = ::new (memory) VELDyadContext(std::move(texts));
-        context->slabPlace_ = slabPlace;
-        return context;
+    // What the constructor makes, out of texts that are no longer needed. Throws std::bad_alloc.
+    static ContextPtr Make(ContextTexts&& texts) {
+        return ContextPtr(new VELDyadContext(std::move(texts)));
     }
 
     // The friends in place of the copy that GetFriends makes; writes the trace line of GetFriends.
@@ -63,10 +60,5 @@ struct ContextAccess {
     static bool WasRegistered(const VELDyadContext& context) noexcept;
     static void MarkRegistered(VELDyadContext& context) noexcept;
 };
-
-struct ContextDeleter {
-    void operator()(VELDyadContext* context) const noexcept { ContextAccess::Delete(context); }
-};
-using ContextPtr = std::unique_ptr<VELDyadContext, ContextDeleter>;
 
 } // namespace dyadctx

@@ -277,6 +277,26 @@ TEST(Creation, FriendsAndAssociatedContextsAreTheDeclaredOnes) {
     EXPECT_EQ(associated, c);
 }
 
+TEST(Creation, AContextOfAFileThatNoCollectorHoldsAnyMoreIsDeletedByItsHolder) {
+    const Creation created = CreateFromContexts(
+        R"(<Context Name="A" Parameter="/a" ParameterType="Path">
+             <CtxFriends><Context Name="B"/></CtxFriends>
+           </Context>
+           <Context Name="B" Parameter="/b" ParameterType="Path"/>)");
+    ASSERT_NE(created.collector, nullptr);
+    std::vector<std::unique_ptr<VELDyadContext>> left;
+    const VELListPtrVELDyadContext& held = CollectorAccess::Contexts(*created.collector);
+    for (int pos = 1; pos <= held.Size(); ++pos)
+        left.emplace_back(held[pos]);
+    const std::unique_ptr<VELDyadCtxCollector> empty(
+        VELDyadCtxCollector::CreateCollectorFromScratch());
+    *created.collector = *empty;
+    ASSERT_EQ(left.size(), 3U);
+    left.erase(left.begin() + 1);
+    EXPECT_EQ(Text(left[0]->GetName()), "A");
+    EXPECT_EQ(Text(left[1]->GetParameter()), "/b");
+}
+
 TEST(Creation, OfADefaultFileTellsSo) {
     const KeyCatalog catalog;
     const TemporaryFolder folder;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "context/VELDyadContext.h"
-#include "context/detail/ContextSlab.h"
+#include "context/detail/ContextAccess.h"
 #include "platform/VELIDyadDbProvider.h"
 #include "platform/VELIXMLDOM.h"
 #include "platform/VELResult.h"
@@ -38,7 +38,6 @@ private:
     ReadState state_;
     // Those of the element being added. Kept here so that its list is not made anew each time.
     ContextValues values_;
-    ContextMaker maker_;
 };
 
 } // namespace dyadctx
