@@ -132,9 +132,7 @@ void FileCheckRun::LinkAndCheck() {
     const int count = collector_->GetNbCtxs();
     references_.emplace(CollectorAccess::MainContexts(*collector_));
     if (count > 0) {
-        LinkFriendsAndAssociated(CollectorAccess::MainContexts(*collector_),
-                                 CollectorAccess::Index(*collector_), count, LinkExtent::Everything,
-                                 *this);
+        LinkFriendsAndAssociated(*collector_, count, LinkExtent::Everything, *this);
         CheckDeclared(count);
     } else if (!findings_.HasErrors()) {
         findings_.Add(key::NoCtxDefined, {}, {PlaceOf(NodeAt(DataElements(root_), 0))});
@@ -143,8 +141,7 @@ void FileCheckRun::LinkAndCheck() {
 
 void FileCheckRun::CheckDeclared(int count) {
     const VELListPtrVELDyadContext& declared = CollectorAccess::MainContexts(*collector_);
-    CheckRun run(*collector_, declared, CollectorAccess::Index(*collector_),
-                 CheckExtent::AllContexts, *this);
+    CheckRun run(*collector_, CheckExtent::AllContexts, *this);
     for (checked_ = 1; checked_ <= count; ++checked_)
         run.CheckContext(declared[checked_], checked_);
     checked_ = 0;

@@ -2,6 +2,7 @@
 // of these names.
 #include "collector/VELDyadCtxCollector.h"
 
+#include "collector/detail/CollectorAccess.h"
 #include "collector/detail/LinkRun.h"
 #include "context/detail/ContextAccess.h"
 #include "trace/VELDyadMessageKeys.h"
@@ -11,6 +12,7 @@
 
 namespace {
 
+using dyadctx::CollectorAccess;
 using dyadctx::CollectorIndex;
 using dyadctx::ContextAccess;
 using dyadctx::Fault;
@@ -21,10 +23,10 @@ constexpr const char* LinkMethod = "VELDyadCtxCollector::SetFriendsAndAssociated
 
 class LinkRun {
 public:
-    LinkRun(const VELListPtrVELDyadContext& declared, CollectorIndex& index, LinkExtent extent,
-            FaultReporter& reporter)
-        : declared_(declared), index_(index), reporter_(reporter),
-          goesOn_(extent == LinkExtent::Everything) {}
+    LinkRun(VELDyadCtxCollector& collector, LinkExtent extent, FaultReporter& reporter)
+        : declared_(CollectorAccess::MainContexts(collector)),
+          index_(CollectorAccess::Index(collector)), watches_(CollectorAccess::Watches(collector)),
+          reporter_(reporter), goesOn_(extent == LinkExtent::Everything) {}
 
     // Whether all is linked. A friend that cannot be linked ends the collector's walk only behind
     // the next context whose associated context could be, or at an empty position.
@@ -83,8 +85,9 @@ private:
     // The collector's walk stops at the first friend that cannot be linked; the ones behind it stay
     // as they are.
     bool LinkFriends(VELDyadContext& context, int pos) {
+        ContextAccess::TraceFriends(context);
         // Linking replaces the friend just visited, so the list can be walked in place.
-        const dyadctx::FriendView friends = ContextAccess::VisitFriends(context);
+        const dyadctx::FriendWalk friends(watches_, ContextAccess::Friends(context));
         bool linked = true;
         for (int slot = 1; (linked || goesOn_) && slot <= friends.Size(); ++slot) {
             const VELDyadContext* placeholder = friends[slot];
@@ -120,17 +123,19 @@ private:
             return AssociatedLink::NothingToDo;
         VELDyadContext* match = Resolve(*placeholder);
         if (match == nullptr) {
+            const VELUnicodeString name = placeholder->GetName();
             ReportUnknown(dyadctx::key::CtxAssocNoMatchingCtx, context, *placeholder);
             TRACE_ERROR("VELDyadCtxCollector::SetFriendsAndAssociated : Context number=%d, "
                         "associated =%s Context not defined",
-                        pos, placeholder->GetName().ConvertToChar());
+                        pos, name.ConvertToChar());
             return AssociatedLink::Failed;
         }
         if (context.SetAssociated(match) < 0) {
+            const VELUnicodeString name = match->GetName();
             ReportInternalError(context, match);
             TRACE_ERROR("VELDyadCtxCollector::SetFriendsAndAssociated : Context number=%d, assoc "
                         "context=%s can't be set",
-                        pos, match->GetName().ConvertToChar());
+                        pos, name.ConvertToChar());
             return AssociatedLink::Failed;
         }
         return AssociatedLink::Made;
@@ -168,6 +173,7 @@ private:
 
     const VELListPtrVELDyadContext& declared_;
     CollectorIndex& index_;
+    dyadctx::ContextWatches& watches_;
     FaultReporter& reporter_;
     bool goesOn_;
     bool friendsLinked_ = true;
@@ -176,10 +182,9 @@ private:
 
 } // namespace
 
-bool dyadctx::LinkFriendsAndAssociated(const VELListPtrVELDyadContext& declared,
-                                       CollectorIndex& index, int count, LinkExtent extent,
+bool dyadctx::LinkFriendsAndAssociated(VELDyadCtxCollector& collector, int count, LinkExtent extent,
                                        FaultReporter& reporter) {
-    return LinkRun(declared, index, extent, reporter).Link(count);
+    return LinkRun(collector, extent, reporter).Link(count);
 }
 
 VELResult VELDyadCtxCollector::SetFriendsAndAssociated(VELUnicodeString& message) {
@@ -190,8 +195,8 @@ VELResult VELDyadCtxCollector::SetFriendsAndAssociated(VELUnicodeString& message
     }
     TRACE_ENTER("VELDyadCtxCollector:SetFriendsAndAssociated");
     dyadctx::MessageReporter reporter(message);
-    const bool linked = dyadctx::LinkFriendsAndAssociated(_MainContexts, *index_, count,
-                                                          LinkExtent::AsCollector, reporter);
+    const bool linked =
+        dyadctx::LinkFriendsAndAssociated(*this, count, LinkExtent::AsCollector, reporter);
     TRACE_LEAVE("VELDyadCtxCollector:SetFriendsAndAssociated");
     return linked ? S_OK : E_FAIL;
 }

@@ -1,9 +1,10 @@
 #include "collector/VELDyadCtxCollector.h"
 
-#include "collector/detail/CollectorIndex.h"
+#include "collector/detail/CollectorState.h"
 #include "collector/detail/ViewType.h"
 #include "context/detail/ContextAccess.h"
 #include "context/detail/DbEnvironment.h"
+#include "platform/detail/HostCode.h"
 #include "trace/detail/ProcessSettings.h"
 #include "trace/detail/TraceLine.h"
 
@@ -13,8 +14,10 @@
 #include <utility>
 #include <vector>
 
-using dyadctx::CollectorIndex;
+using dyadctx::CollectorState;
 using dyadctx::ContextAccess;
+using dyadctx::ContextWatch;
+using dyadctx::ContextWatches;
 
 namespace {
 
@@ -23,22 +26,47 @@ std::tuple<Fields...> CopyOf(const std::tuple<const Fields&...>& fields) {
     return fields;
 }
 
-// Takes `target` out of the links of `holder`, as one who deletes it from outside would: position
-// by position of the friends there were, although each removal moves the later ones up.
-void Unlink(VELDyadContext& holder, VELDyadContext* target) {
-    VELDyadContext* associated = nullptr;
-    holder.GetAssociatedContext(associated);
-    if (associated == target)
-        holder.RemoveAssociatedContext();
-    const dyadctx::FriendView friends = ContextAccess::VisitFriends(holder);
-    if (std::find(friends.begin(), friends.end(), target) == friends.end())
-        return;
-    const std::vector<VELDyadContext*> friendsBefore(friends.begin(), friends.end());
-    for (std::size_t at = 0; at < friendsBefore.size(); ++at) {
-        if (friendsBefore[at] == target)
-            holder.RemoveFriend(static_cast<int>(at) + 1);
+// Takes a context out of the links of `holder`, as one who deletes it from outside would: position
+// by position of the friends there were, although each removal moves the later ones up. Every trace
+// line may run a host's code, which may take holder and target away.
+class Unlinking {
+public:
+    Unlinking(ContextWatches& watches, VELDyadContext* holder, VELDyadContext* const& target)
+        : holder_(holder), target_(target), watch_(watches, holder_) {}
+
+    void Run() {
+        ContextAccess::TraceAssociated(*holder_);
+        if (IsGoing() && ContextAccess::Associated(*holder_) == target_)
+            RemoveAssociated();
+        if (IsGoing())
+            ContextAccess::TraceFriends(*holder_);
+        if (IsGoing())
+            RemoveFriends(ContextAccess::Friends(*holder_));
     }
-}
+
+private:
+    bool IsGoing() const noexcept { return holder_ != nullptr && target_ != nullptr; }
+
+    void RemoveAssociated() {
+        TRACE_LOG("VELDyadContext:RemoveAssociatedContext");
+        if (holder_ != nullptr)
+            ContextAccess::ClearAssociated(*holder_);
+    }
+
+    void RemoveFriends(dyadctx::FriendView friends) {
+        if (std::find(friends.begin(), friends.end(), target_) == friends.end())
+            return;
+        const std::vector<VELDyadContext*> friendsBefore(friends.begin(), friends.end());
+        for (std::size_t at = 0; IsGoing() && at < friendsBefore.size(); ++at) {
+            if (friendsBefore[at] == target_)
+                holder_->RemoveFriend(static_cast<int>(at) + 1);
+        }
+    }
+
+    VELDyadContext* holder_;
+    VELDyadContext* const& target_;
+    ContextWatch watch_;
+};
 
 } // namespace
 
@@ -57,20 +85,22 @@ auto VELDyadCtxCollector::CopiedFields(Collector& collector) {
 
 VELDyadCtxCollector::VELDyadCtxCollector(const VELUnicodeString& file,
                                          const unsigned char& isDefault)
-    : _XMLFile(file), _IsDefault(isDefault != 0), index_(std::make_unique<CollectorIndex>()) {
+    : _XMLFile(file), _IsDefault(isDefault != 0), state_(std::make_unique<CollectorState>()) {
     TRACE_LOG("VELDyadCtxCollector:Constructor-isDefault=%d - File=<%s>",
               static_cast<int>(isDefault), _XMLFile.ConvertToChar());
 }
 
 VELDyadCtxCollector::VELDyadCtxCollector(const VELDyadCtxCollector& src)
-    : index_(std::make_unique<CollectorIndex>()) {
+    : state_(std::make_unique<CollectorState>()) {
     CopiedFields(*this) = CopiedFields(src);
 }
 
 VELDyadCtxCollector& VELDyadCtxCollector::operator=(const VELDyadCtxCollector& src) {
     // All copies are made before the first field changes.
     CopiedFields(*this) = CopyOf(CopiedFields(src));
-    index_->Forget();
+    state_->index.Forget();
+    state_->watches.Forget(
+        [this](VELDyadContext* context) { return _Contexts.Locate(context) == 0; });
     return *this;
 }
 
@@ -104,7 +134,7 @@ bool VELDyadCtxCollector::Holds(VELDyadContext* ctx) {
     if (!ContextAccess::WasRegistered(*ctx))
         return false;
     try {
-        return index_->Owns(_Contexts, ctx);
+        return state_->index.Owns(_Contexts, ctx);
     } catch (const std::exception&) {
         // Slower, but needs no memory.
         return _Contexts.Locate(ctx) != 0;
@@ -127,7 +157,8 @@ VELResult VELDyadCtxCollector::AddContext(VELDyadContext* ctx, VELDyadContext* p
         ++_NbCtxs;
         return S_OK;
     }
-    if (associated != 0 && dyadctx::IsDbEnvironmentOn())
+    const bool mustAsk = associated != 0 || dyadctx::HostCodeCanRun();
+    if (mustAsk && dyadctx::IsDbEnvironmentOn() && associated != 0)
         return parent->AddAssociatedContext(ctx);
     return parent->AddFriend(ctx);
 }
@@ -136,21 +167,26 @@ VELResult VELDyadCtxCollector::DeleteContext(const VELUnicodeString& name) {
     VELDyadContext* target = nullptr;
     if (GetCtxFromName(name, target) != S_OK)
         return E_FAIL;
+    // A host's code that deletes the same context meanwhile has then done it all.
+    const ContextWatch watch(state_->watches, target);
     UnlinkInView(target);
-    TakeOut(target);
+    if (target == nullptr)
+        return S_OK;
+    VELDyadContext* doomed = target;
+    TakeOut(doomed);
     // `name` may have been the name of the target itself.
-    delete target;
+    delete doomed;
     return S_OK;
 }
 
-void VELDyadCtxCollector::UnlinkInView(VELDyadContext* target) {
+void VELDyadCtxCollector::UnlinkInView(VELDyadContext* const& target) {
     const int count = GetNbCtxs();
-    for (int pos = 1; pos <= count; ++pos) {
+    for (int pos = 1; target != nullptr && pos <= count; ++pos) {
         VELDyadContext* holder = nullptr;
         if (GetCtxAtIndex(pos, holder) != S_OK || holder == nullptr)
             continue;
         try {
-            Unlink(*holder, target);
+            Unlinking(state_->watches, holder, target).Run();
         } catch (const std::exception&) {
             // No memory to go position by position; the links that are left go with the rest.
         }
@@ -169,7 +205,8 @@ void VELDyadCtxCollector::TakeOut(VELDyadContext* target) noexcept {
     _Contexts.RemoveValue(target);
     for (int pos = 1; pos <= _Contexts.Size(); ++pos)
         ContextAccess::RemoveLinksTo(*_Contexts[pos], target);
-    index_->Forget();
+    state_->index.Forget();
+    state_->watches.Forget([target](VELDyadContext* context) { return context == target; });
 }
 
 // ---- Lookups ------------------------------------------------------------------------------------
@@ -212,11 +249,11 @@ VELResult VELDyadCtxCollector::GetCtxAtIndex(int index, VELDyadContext*& ctx) {
 
 int VELDyadCtxCollector::PlaceInView(const VELUnicodeString& name) {
     if (_CtxType == dyadctx::AllContexts)
-        return index_->PositionOfName(_MainContexts, name);
+        return state_->index.PositionOfName(_MainContexts, name);
     const VELRawCollint* positions = ServedPositions();
     if (positions == nullptr)
         return 0;
-    return index_->PlaceOfName(_MainContexts, *positions, dyadctx::ViewType(_CtxType), name);
+    return state_->index.PlaceOfName(_MainContexts, *positions, dyadctx::ViewType(_CtxType), name);
 }
 
 int VELDyadCtxCollector::WalkToName(const VELUnicodeString& name) {
@@ -234,7 +271,10 @@ VELResult VELDyadCtxCollector::GetCtxFromName(const VELUnicodeString& name, VELD
                                               int* index) {
     int place = 0;
     try {
-        place = PlaceInView(name);
+        // About the File view a host may be asked, who may assign to the context that has the name.
+        const bool isHostAsked = _CtxType == dyadctx::FileContexts && dyadctx::HostCodeCanRun();
+        const VELUnicodeString kept = isHostAsked ? name : VELUnicodeString();
+        place = PlaceInView(isHostAsked ? kept : name);
     } catch (const std::exception&) {
         // Without memory for the index there still is the view itself.
         place = WalkToName(name);

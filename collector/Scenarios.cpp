@@ -1,6 +1,6 @@
 #include "collector/VELDyadCtxCollector.h"
 
-#include "collector/detail/CollectorIndex.h"
+#include "collector/detail/CollectorState.h"
 #include "context/detail/GuardedCall.h"
 #include "context/detail/TextHash.h"
 #include "trace/detail/TraceLine.h"
@@ -141,8 +141,8 @@ VELResult VELDyadCtxCollector::GetProfilefromExchangeChannel(const VELUnicodeStr
         return FillLists(profiles, matchedIds, [&] {
             const TextSet wanted = SetOf(ids);
             TextSet listed;
-            for (int row = index_->RowOfChannel(_ScenarioChannelContexts, channelAsked); row != 0;
-                 row = index_->NextRowOfChannel(row)) {
+            for (int row = state_->index.RowOfChannel(_ScenarioChannelContexts, channelAsked);
+                 row != 0; row = state_->index.NextRowOfChannel(row)) {
                 if (!wanted.contains(_ScenarioIds[row].AsView()) ||
                     !listed.insert(_ScenarioProfiles[row].AsView()).second)
                     continue;
@@ -168,9 +168,9 @@ VELResult VELDyadCtxCollector::GetOptionsfromExchangeProfile(
         const VELUnicodeString profileAsked = profile;
         return FillLists(optionNames, optionValues, [&] {
             TraceRows();
-            for (int row = index_->RowOfProfile(_ScenarioChannelContexts, _ScenarioProfiles,
-                                                channelAsked, profileAsked);
-                 row != 0; row = index_->NextRowOfProfile(row)) {
+            for (int row = state_->index.RowOfProfile(_ScenarioChannelContexts, _ScenarioProfiles,
+                                                      channelAsked, profileAsked);
+                 row != 0; row = state_->index.NextRowOfProfile(row)) {
                 if (_ScenarioOptionNames[row].IsEmpty())
                     continue;
                 optionNames.Append(_ScenarioOptionNames[row]);

@@ -1,12 +1,13 @@
 #include "collector/VELDyadCtxCollector.h"
 
-#include "collector/detail/CollectorIndex.h"
+#include "collector/detail/CollectorState.h"
 #include "collector/detail/ViewType.h"
 #include "context/detail/ContextAccess.h"
 #include "context/detail/DbEnvironment.h"
 #include "context/detail/GuardedCall.h"
 #include "context/detail/ParameterTypes.h"
 #include "context/detail/TextHash.h"
+#include "platform/detail/HostCode.h"
 #include "trace/detail/TraceLine.h"
 
 #include <exception>
@@ -15,6 +16,7 @@
 #include <utility>
 
 using dyadctx::CodeOf;
+using dyadctx::ContextWatch;
 using dyadctx::IsDbEnvironmentOn;
 
 namespace {
@@ -40,13 +42,15 @@ struct Views {
 void Views::Enter(int pos, std::string_view type) {
     const bool isDefault = type == dyadctx::DefaultType;
     const bool isPath = type == dyadctx::PathType;
+    const bool isFile = type == dyadctx::FileType;
     if (type == dyadctx::DatabaseType || isDefault)
         AppendTo(database, pos);
     if (isPath || isDefault)
         AppendTo(path, pos);
+    // Whoever answers may do away with the type.
     if (!IsDbEnvironmentOn())
         return;
-    if (type == dyadctx::FileType || isPath || isDefault)
+    if (isFile || isPath || isDefault)
         AppendTo(file, pos);
     if (isPath)
         AppendTo(database, pos);
@@ -129,7 +133,8 @@ VELResult VELDyadCtxCollector::NarrowDatabaseView(const VELListValVELUnicodeStri
     const int count = _DatabaseCtxIndexes.Size();
     for (int place = 1; place <= count; ++place) {
         const int pos = _DatabaseCtxIndexes[place];
-        const VELDyadContext* context = std::as_const(_MainContexts)[pos];
+        VELDyadContext* context = std::as_const(_MainContexts)[pos];
+        const ContextWatch watch(state_->watches, context);
         if (context == nullptr)
             continue;
         VELIDyadDbProvider_var provider;
@@ -146,12 +151,14 @@ VELResult VELDyadCtxCollector::NarrowDatabaseView(const VELListValVELUnicodeStri
             if (wanted.contains(name.AsView()))
                 AppendTo(narrowed, pos);
         }
-        if (context->GetParameterType().AsView() == dyadctx::PathType && IsDbEnvironmentOn())
+        const bool isPath =
+            context != nullptr && context->GetParameterType().AsView() == dyadctx::PathType;
+        if (isPath && IsDbEnvironmentOn())
             AppendTo(narrowed, pos);
     }
     _DatabaseCtxIndexes = std::move(narrowed);
     _DatabaseFilterDone = true;
-    index_->Forget();
+    state_->index.Forget();
     return result;
 }
 
@@ -177,7 +184,8 @@ VELResult VELDyadCtxCollector::GetContextNamesFromDbProvider(const VELIDyadDbPro
     names.RemoveAll();
     VELResult result = S_OK;
     for (int pos = 1; pos <= _NbCtxs; ++pos) {
-        const VELDyadContext* context = _MainContexts[pos];
+        VELDyadContext* context = _MainContexts[pos];
+        const ContextWatch watch(state_->watches, context);
         if (context == nullptr)
             continue;
         VELIDyadDbProvider_var own;
@@ -191,7 +199,7 @@ VELResult VELDyadCtxCollector::GetContextNamesFromDbProvider(const VELIDyadDbPro
         result = CodeOf([&] { return own->IsSame(provider, isSame); });
         if (result < 0)
             return result;
-        if (!isSame || context->GetName().IsEmpty())
+        if (!isSame || context == nullptr || context->GetName().IsEmpty())
             continue;
         const VELResult appended = CodeOf([&] {
             names.Append(context->GetName());
@@ -206,10 +214,24 @@ VELResult VELDyadCtxCollector::GetContextNamesFromDbProvider(const VELIDyadDbPro
 VELResult VELDyadCtxCollector::GetContextsFromDbProviderName(const VELUnicodeString& providerName,
                                                              VELListPtrVELDyadContext& contexts) {
     contexts.RemoveAll(VELCollec::KeepMemory);
+    const ContextWatch watch(state_->watches, contexts);
+    const VELResult result = CodeOf([&] {
+        // The name may be a text of a context, and that does not outlive an assignment.
+        return FindByProviderName(VELUnicodeString(providerName), contexts);
+    });
+    // Those that a host's provider has taken away meanwhile.
+    while (dyadctx::HostCodeCanRun() && contexts.RemoveValue(nullptr) != 0) {
+    }
+    return result;
+}
+
+VELResult VELDyadCtxCollector::FindByProviderName(const VELUnicodeString& providerName,
+                                                  VELListPtrVELDyadContext& contexts) {
     VELResult result = S_OK;
     const int count = _DatabaseCtxIndexes.Size();
     for (int place = 1; place <= count; ++place) {
         VELDyadContext* context = std::as_const(_MainContexts)[_DatabaseCtxIndexes[place]];
+        const ContextWatch watch(state_->watches, context);
         if (context == nullptr)
             continue;
         VELIDyadDbProvider_var provider;
@@ -222,7 +244,7 @@ VELResult VELDyadCtxCollector::GetContextsFromDbProviderName(const VELUnicodeStr
         result = NameOf(provider, name);
         if (result < 0)
             return result;
-        if (name == providerName && contexts.Append(context) == 0)
+        if (context != nullptr && name == providerName && contexts.Append(context) == 0)
             return E_FAIL;
     }
     return result;

@@ -23,8 +23,8 @@
 #include <memory>
 
 namespace dyadctx {
-class CollectorIndex;
 struct CollectorAccess;
+struct CollectorState;
 } // namespace dyadctx
 
 class VELDYADCTX_EXPORT VELDyadCtxCollector {
@@ -174,10 +174,13 @@ private:
     // does without memory.
     int PlaceInView(const VELUnicodeString& name);
     int WalkToName(const VELUnicodeString& name);
-    void UnlinkInView(VELDyadContext* target);
+    // Ends where `target` has become null.
+    void UnlinkInView(VELDyadContext* const& target);
     void TakeOut(VELDyadContext* target) noexcept;
 
     VELResult NarrowDatabaseView(const VELListValVELUnicodeString& providerNames);
+    VELResult FindByProviderName(const VELUnicodeString& providerName,
+                                 VELListPtrVELDyadContext& contexts);
     void CutScenariosTo(int rows) noexcept;
     void TraceRows() const;
 
@@ -223,6 +226,6 @@ private:
     VELListValVELUnicodeString _ScenarioOptionValues;
     VELListValVELUnicodeString _ScenarioKeys;
 
-    // Look-up help derived from the lists above; never null, rebuilt when it is out of date.
-    std::unique_ptr<dyadctx::CollectorIndex> index_;
+    // What helps with the lists above and is no part of what a copy takes over; never null.
+    std::unique_ptr<dyadctx::CollectorState> state_;
 };

@@ -3,6 +3,7 @@
 #include "collector/VELDyadCtxCollector.h"
 
 #include "collector/detail/CheckRun.h"
+#include "collector/detail/CollectorState.h"
 #include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
 
@@ -29,7 +30,7 @@ VELResult VELDyadCtxCollector::Check(VELUnicodeString& message) {
         return E_FAIL;
     }
     MessageReporter reporter(message);
-    CheckRun run(*this, _MainContexts, *index_, CheckExtent::AllContexts, reporter);
+    CheckRun run(*this, CheckExtent::AllContexts, reporter);
     bool valid = true;
     for (int pos = 1; valid && pos <= count; ++pos) {
         run.Announce(pos);
@@ -46,7 +47,7 @@ unsigned char VELDyadCtxCollector::CheckContext(VELDyadContext* context, VELUnic
                                                 int index) {
     try {
         MessageReporter reporter(message);
-        CheckRun run(*this, _MainContexts, *index_, CheckExtent::OneContext, reporter);
+        CheckRun run(*this, CheckExtent::OneContext, reporter);
         return run.CheckContext(context, index) ? 1 : 0;
     } catch (...) {
         return 0;
@@ -58,7 +59,7 @@ unsigned char VELDyadCtxCollector::CheckDefaultContext(const VELUnicodeString& n
                                                        const VELUnicodeString& parameterType,
                                                        VELUnicodeString& message) {
     MessageReporter reporter(message);
-    CheckRun run(*this, _MainContexts, *index_, CheckExtent::OneContext, reporter);
+    CheckRun run(*this, CheckExtent::OneContext, reporter);
     return run.CheckDefaultContext(name, parameter, parameterType) ? 1 : 0;
 }
 
@@ -71,14 +72,16 @@ unsigned char VELDyadCtxCollector::FindMatchingCtx(int index, VELDyadContext* co
     if (context == nullptr)
         return 0;
     VELDyadContext* found =
-        dyadctx::FindLaterNamesake(_MainContexts, *index_, context->GetName(), index);
+        dyadctx::FindLaterNamesake(_MainContexts, state_->index, context->GetName(), index);
     StoreMatch(found, match);
     return found != nullptr ? 1 : 0;
 }
 
 unsigned char VELDyadCtxCollector::FindMatchingDatabase(int index, VELDyadContext* context,
                                                         VELDyadContext** match) {
-    VELDyadContext* found = dyadctx::FindLaterOnSameDatabase(_MainContexts, context, index);
+    VELDyadContext* found = nullptr;
+    const dyadctx::ContextWatch watch(state_->watches, found);
+    dyadctx::FindLaterOnSameDatabase(_MainContexts, state_->watches, context, index, found);
     StoreMatch(found, match);
     return found != nullptr ? 1 : 0;
 }

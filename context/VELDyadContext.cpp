@@ -6,11 +6,13 @@
 #include "context/detail/ParameterTypes.h"
 #include "context/detail/SiteTables.h"
 #include "platform/VELDyadDbProviderServices.h"
+#include "platform/detail/HostCode.h"
 #include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/ProcessSettings.h"
 #include "trace/detail/TraceLine.h"
 #include "trace/detail/UserMessage.h"
 
+#include <algorithm>
 #include <atomic>
 #include <new>
 #include <utility>
@@ -111,10 +113,11 @@ VELDyadContext& VELDyadContext::operator=(const VELDyadContext& src) {
     name_ = std::move(name);
     parameter_ = std::move(parameter);
     parameterType_ = std::move(parameterType);
-    provider_ = src.provider_;
     friends_ = std::move(friends);
     associated_ = src.associated_;
     assignments.fetch_add(1, std::memory_order_relaxed);
+    // Last, as the former one may be a host's.
+    provider_ = src.provider_;
     return *this;
 }
 
@@ -174,16 +177,19 @@ VELResult VELDyadContext::RemoveFriend(int index) {
 }
 
 int VELDyadContext::GetFriends(VELListPtrVELDyadContext& out) const {
-    const dyadctx::FriendView friends = ContextAccess::VisitFriends(*this);
-    if (friends.Size() == 0)
+    const int count = ContextAccess::Friends(*this).Size();
+    ContextAccess::TraceFriends(*this);
+    if (count == 0)
         return 0;
+    // A host's sink may have changed the list.
+    const dyadctx::FriendView friends = ContextAccess::Friends(*this);
     VELListPtrVELDyadContext copy;
-    for (VELDyadContext* context : friends) {
-        if (copy.Append(context) == 0)
+    for (int pos = 1; pos <= std::min(count, friends.Size()); ++pos) {
+        if (copy.Append(friends[pos]) == 0)
             return 0;
     }
     out = std::move(copy);
-    return friends.Size();
+    return out.Size();
 }
 
 VELResult VELDyadContext::AddAssociatedContext(VELDyadContext* ctx) {
@@ -206,9 +212,10 @@ VELResult VELDyadContext::GetAssociatedContext(VELDyadContext*& out) {
     out = nullptr;
     if (associated_ == nullptr)
         return S_FALSE;
-    TRACE_LOG("VELDyadContext:GetAssociatedContext <%s>", associated_->name_.ConvertToChar());
+    ContextAccess::TraceAssociated(*this);
+    // A host's sink may have taken it away.
     out = associated_;
-    return S_OK;
+    return out == nullptr ? S_FALSE : S_OK;
 }
 
 VELResult VELDyadContext::RemoveAssociatedContext() {
@@ -235,9 +242,13 @@ VELResult VELDyadContext::GetDyadDbProvider(VELIDyadDbProvider_var& out) const {
     out.Reset();
     if (provider_.IsNull())
         return S_OK;
+    if (!dyadctx::HostCodeCanRun())
+        return VELDyadDbProviderServices::CreateDyadDbProviderFromDbProvider(provider_, out);
+    // A host may do away with the provider the context keeps, and with the context.
+    const VELIDyadDbProvider_var kept = provider_;
     TRACE_ENTER("VELDyadContext:GetDyadDbProvider");
     const VELResult result =
-        VELDyadDbProviderServices::CreateDyadDbProviderFromDbProvider(provider_, out);
+        VELDyadDbProviderServices::CreateDyadDbProviderFromDbProvider(kept, out);
     TRACE_LEAVE("VELDyadContext:GetDyadDbProvider");
     return result;
 }
@@ -329,11 +340,15 @@ unsigned char VELDyadContext::isContainsMultisites() {
 
 namespace dyadctx {
 
-FriendView ContextAccess::VisitFriends(const VELDyadContext& context) {
-    const FriendView friends = Friends(context);
+void ContextAccess::TraceFriends(const VELDyadContext& context) {
     TRACE_LOG("VELDyadContext:GetFriends Ctx <%s> has %d Friends", context.name_.ConvertToChar(),
-              friends.Size());
-    return friends;
+              Friends(context).Size());
+}
+
+void ContextAccess::TraceAssociated(const VELDyadContext& context) {
+    if (context.associated_ != nullptr)
+        TRACE_LOG("VELDyadContext:GetAssociatedContext <%s>",
+                  context.associated_->name_.ConvertToChar());
 }
 
 FriendView ContextAccess::Friends(const VELDyadContext& context) noexcept {
@@ -346,6 +361,10 @@ bool ContextAccess::AppendFriend(VELDyadContext& context, VELDyadContext* added)
 
 VELDyadContext* ContextAccess::Associated(const VELDyadContext& context) noexcept {
     return context.associated_;
+}
+
+void ContextAccess::ClearAssociated(VELDyadContext& context) noexcept {
+    context.associated_ = nullptr;
 }
 
 const VELIDyadDbProvider_var& ContextAccess::KeptProvider(const VELDyadContext& context) noexcept {

@@ -4,6 +4,7 @@
 #include "collector/detail/CollectorIndex.h"
 #include "context/detail/DbEnvironment.h"
 #include "platform/detail/DomAccess.h"
+#include "platform/detail/HostCode.h"
 #include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
 #include "xml/detail/FormatNames.h"
@@ -121,8 +122,8 @@ VELResult ContextReader::ReadContext() {
             return Abandon();
     }
     pass.step = Step::AssociatedOfContext;
-    // A walk that reads nothing can be seen in the trace only.
-    pass.walks = VELIsTraceActive() ? WalksBelow() : FindWalksBelow(pass.element, *state_.ids);
+    // A walk that reads nothing can be seen in the trace, and asks for the DB context environment.
+    pass.walks = HostCodeCanRun() ? WalksBelow() : FindWalksBelow(pass.element, *state_.ids);
     if (!pass.walks.associated || !IsDbEnvironmentOn())
         return S_OK;
     return Begin(pass.element, Names().associated, {0, pass.levels.associatedLevel + 1});

@@ -1,5 +1,6 @@
 #include "xml/detail/ContextWriter.h"
 
+#include "collector/detail/CollectorAccess.h"
 #include "context/detail/ContextAccess.h"
 #include "context/detail/DbEnvironment.h"
 #include "platform/detail/InMemoryDbProvider.h"
@@ -130,7 +131,8 @@ VELResult ContextWriter::SetServerDetails(const VELIDyadDbProvider_var& provider
 VELResult ContextWriter::StreamFriendsAndAssociated(VELDyadContext& context,
                                                     const VELIDOMElement& element) const {
     TRACE_ENTER("VELDyadCtxXml:StreamFriendsAndAssociated");
-    const FriendView friends = ContextAccess::VisitFriends(context);
+    ContextAccess::TraceFriends(context);
+    const FriendWalk friends(CollectorAccess::Watches(collector_), ContextAccess::Friends(context));
     VELDyadContext* associated = nullptr;
     if (IsDbEnvironmentOn())
         context.GetAssociatedContext(associated);
@@ -143,7 +145,8 @@ VELResult ContextWriter::StreamFriendsAndAssociated(VELDyadContext& context,
     if (friends.Size() > 0 && AddContainer(element, Names().friends, container) < 0)
         return E_FAIL;
     for (int pos = 1; pos <= friends.Size(); ++pos) {
-        if (AddContextByName(container, friends[pos]) < 0)
+        const bool isGone = friends[pos] == nullptr && !friends.IsNull(pos);
+        if (!isGone && AddContextByName(container, friends[pos]) < 0)
             return E_FAIL;
     }
     TRACE_LEAVE("VELDyadCtxXml:StreamFriendsAndAssociated");
@@ -168,8 +171,7 @@ VELResult ContextWriter::AddContextByName(const VELIDOMElement& container,
 }
 
 // The context is looked for by its name, so of two namesakes the first one's sites are written.
-VELResult ContextWriter::StreamMultisites(const VELIDOMElement& parent,
-                                          const VELUnicodeString& name) {
+VELResult ContextWriter::StreamMultisites(const VELIDOMElement& parent, VELUnicodeString name) {
     TRACE_LOG("VELDyadCtxXml:StreamMultisites");
     VELDyadContext* context = nullptr;
     if (parent.IsNull() || document_.IsNull() || collector_.GetCtxFromName(name, context) < 0 ||

@@ -1,23 +1,37 @@
 #include "collector/detail/CheckRun.h"
 
+#include "collector/detail/CollectorAccess.h"
 #include "context/detail/ContextAccess.h"
 #include "context/detail/DbEnvironment.h"
+#include "platform/detail/HostCode.h"
 #include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
 
+#include <optional>
+
 namespace dyadctx {
+
+CheckRun::CheckRun(VELDyadCtxCollector& collector, CheckExtent extent, FaultReporter& reporter)
+    : collector_(collector), watches_(CollectorAccess::Watches(collector)),
+      lookups_(CollectorAccess::MainContexts(collector), CollectorAccess::Index(collector),
+               watches_, extent),
+      reporter_(reporter) {}
 
 bool CheckRun::CheckContext(VELDyadContext* context, int index) {
     if (context == nullptr || index < 0 || index > collector_.GetNbCtxs())
         return false;
-    const VELUnicodeString& name = context->GetName();
+    // Whoever assigns to the context meanwhile does away with its texts.
+    std::optional<ContextTexts> kept;
+    if (HostCodeCanRun())
+        kept.emplace(context->GetName(), context->GetParameter(), context->GetParameterType());
+    const VELUnicodeString& name = kept ? kept->name : context->GetName();
+    const VELUnicodeString& parameter = kept ? kept->parameter : context->GetParameter();
+    const VELUnicodeString& type = kept ? kept->parameterType : context->GetParameterType();
     TRACE_ENTER("VELDyadCtxCollector:CheckContext <%s>", name.ConvertToChar());
     TRACE_LOG("VELDyadCtxCollector:CheckContext <%s> of Prov <%s> of Type <%s>",
-              name.ConvertToChar(), context->GetParameter().ConvertToChar(),
-              context->GetParameterType().ConvertToChar());
-    RuleSubject subject{
-        name,     context->GetParameter(), context->GetParameterType(), context, index, nullptr,
-        &lookups_};
+              name.ConvertToChar(), parameter.ConvertToChar(), type.ConvertToChar());
+    RuleSubject subject{name, parameter, type, context, index, nullptr, &lookups_};
+    const ContextWatch watch(watches_, subject.other);
     const bool valid = ApplyAll(subject);
     if (valid)
         TRACE_LEAVE("VELDyadCtxCollector:CheckContext <%s> OK", name.ConvertToChar());
@@ -61,11 +75,12 @@ bool CheckRun::ApplyRule(const char* method, const ContextRule& rule, RuleSubjec
 
 bool CheckRun::ApplyToFriends(RuleSubject& subject) {
     bool valid = true;
-    const FriendView friends = ContextAccess::VisitFriends(*subject.context);
+    ContextAccess::TraceFriends(*subject.context);
+    const FriendWalk friends(watches_, ContextAccess::Friends(*subject.context));
     for (int pos = 1; pos <= friends.Size(); ++pos) {
         subject.other = friends[pos];
         subject.friendPosition = pos;
-        if (subject.other == nullptr) {
+        if (friends.IsNull(pos)) {
             ReportNullFriend(subject);
             return false;
         }
@@ -77,9 +92,11 @@ bool CheckRun::ApplyToFriends(RuleSubject& subject) {
 
 // Takes no part unless the DB context environment is on, and then leaves its trace line.
 bool CheckRun::ApplyToAssociated(RuleSubject& subject) {
-    if (ContextAccess::Associated(*subject.context) == nullptr || !IsDbEnvironmentOn())
+    const bool mustAsk = ContextAccess::Associated(*subject.context) != nullptr || HostCodeCanRun();
+    if (!mustAsk || !IsDbEnvironmentOn())
         return true;
-    subject.context->GetAssociatedContext(subject.other);
+    ContextAccess::TraceAssociated(*subject.context);
+    subject.other = ContextAccess::Associated(*subject.context);
     return Apply(AssociatedRules(), subject);
 }
 

@@ -1,5 +1,6 @@
 // One check of a collector: applies every rule to the contexts it is given and reports what is
-// broken. It traces as the collector's Check does. The contexts must stay as they are meanwhile.
+// broken. It traces as the collector's Check does. A host's code may run meanwhile: the texts a
+// context is checked by are those it had at first, and contexts that are gone are left alone.
 #pragma once
 
 #include "collector/VELDyadCtxCollector.h"
@@ -11,14 +12,12 @@ namespace dyadctx {
 class CheckRun {
 public:
     // With CheckExtent::AllContexts each context is given with its own position.
-    CheckRun(VELDyadCtxCollector& collector, const VELListPtrVELDyadContext& declared,
-             CollectorIndex& index, CheckExtent extent, FaultReporter& reporter)
-        : collector_(collector), lookups_(declared, index, extent), reporter_(reporter) {}
+    CheckRun(VELDyadCtxCollector& collector, CheckExtent extent, FaultReporter& reporter);
 
-    // Whether the context keeps all rules. False without report for a null context or an index
-    // outside the current view; index 0 is a context that is not registered.
     // Tells that the declared context at a position is soon to be checked.
     void Announce(int pos) const noexcept { lookups_.Announce(pos); }
+    // Whether the context keeps all rules. False without report for a null context or an index
+    // outside the current view; index 0 is a context that is not registered.
     bool CheckContext(VELDyadContext* context, int index);
     // The rules on the default context alone.
     bool CheckDefaultContext(const VELUnicodeString& name, const VELUnicodeString& parameter,
@@ -34,6 +33,7 @@ private:
     void ReportNullFriend(const RuleSubject& subject);
 
     VELDyadCtxCollector& collector_;
+    ContextWatches& watches_;
     RuleLookups lookups_;
     FaultReporter& reporter_;
 };

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "collector/VELDyadCtxCollector.h"
+#include "collector/detail/CollectorState.h"
 
 namespace dyadctx {
 
@@ -37,7 +38,8 @@ struct CollectorAccess {
         return c._ScenarioOptionValues;
     }
     static const Texts& Keys(const Collector& c) noexcept { return c._ScenarioKeys; }
-    static CollectorIndex& Index(Collector& c) noexcept { return *c.index_; }
+    static CollectorIndex& Index(Collector& c) noexcept { return c.state_->index; }
+    static ContextWatches& Watches(Collector& c) noexcept { return c.state_->watches; }
 
     // ---- Private operations --------------------------------------------------------------------
     static VELResult Check(Collector& c, VELUnicodeString& message) { return c.Check(message); }

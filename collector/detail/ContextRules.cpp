@@ -1,6 +1,7 @@
 #include "collector/detail/ContextRules.h"
 
 #include "collector/detail/RuleLookups.h"
+#include "context/detail/ContextAccess.h"
 #include "context/detail/ParameterTypes.h"
 #include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
@@ -73,25 +74,27 @@ int HasLaterNamesake(RuleSubject& subject) {
 }
 
 int HasLaterTwinDatabase(RuleSubject& subject) {
-    subject.other = subject.lookups->LaterOnSameDatabase(subject.context, subject.index);
+    subject.lookups->FindLaterOnSameDatabase(subject.context, subject.index, subject.other);
     return subject.other != nullptr;
 }
 
 int OtherHasNoName(RuleSubject& subject) {
-    return subject.other->GetName().IsEmpty();
+    return subject.other != nullptr && subject.other->GetName().IsEmpty();
 }
 
 int OtherHasSameName(RuleSubject& subject) {
-    return subject.other->GetName() == subject.name;
+    return subject.other != nullptr && subject.other->GetName() == subject.name;
 }
 
 int IsFriendOfFriend(RuleSubject& subject) {
-    return subject.lookups->CountFriendsNamed(*subject.other, subject.name);
+    return subject.lookups->CountFriendsNamed(subject.other, subject.name);
 }
 
 int IsAssociatedOfAssociated(RuleSubject& subject) {
-    VELDyadContext* next = nullptr;
-    subject.other->GetAssociatedContext(next);
+    if (subject.other != nullptr)
+        ContextAccess::TraceAssociated(*subject.other);
+    const VELDyadContext* next =
+        subject.other == nullptr ? nullptr : ContextAccess::Associated(*subject.other);
     return next != nullptr && !next->GetName().IsEmpty() && next->GetName() == subject.name;
 }
 

@@ -24,7 +24,7 @@ struct RuleSubject {
     // Its position among the declared contexts; 0 when it is not registered.
     int index = 0;
     // The friend or associated context under examination; a rule that searches sets it to what it
-    // found.
+    // found. Null, which breaks no rule, once that is gone.
     VELDyadContext* other = nullptr;
     RuleLookups* lookups = nullptr;
     // The position of `other` among the friends; 0 while no friend is examined.

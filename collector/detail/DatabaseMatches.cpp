@@ -29,11 +29,14 @@ bool IsOnSameDatabase(VELIDyadDbProvider& provider, const VELDyadContext& contex
     return CodeOf([&] { return provider.IsSame(other, same); }) >= 0 && same;
 }
 
+// A candidate that its own comparison takes away is none.
 VELDyadContext* FindOnSameDatabase(const VELListPtrVELDyadContext& declared,
-                                   VELIDyadDbProvider& provider, int after) {
+                                   ContextWatches& watches, VELIDyadDbProvider& provider,
+                                   int after) {
     for (int pos = after; pos < declared.Size();) {
         VELDyadContext* candidate = declared[++pos];
-        if (candidate != nullptr && IsOnSameDatabase(provider, *candidate))
+        const ContextWatch watch(watches, candidate);
+        if (candidate != nullptr && IsOnSameDatabase(provider, *candidate) && candidate != nullptr)
             return candidate;
     }
     return nullptr;
@@ -48,28 +51,28 @@ const InMemoryDbProvider* ProviderOf(const VELDyadContext* context) {
 
 } // namespace
 
-VELDyadContext* FindLaterOnSameDatabase(const VELListPtrVELDyadContext& declared,
-                                        VELDyadContext* context, int index) {
+void FindLaterOnSameDatabase(const VELListPtrVELDyadContext& declared, ContextWatches& watches,
+                             VELDyadContext* context, int index, VELDyadContext*& found) {
     if (context == nullptr || index == declared.Size() ||
         context->GetParameterType().AsView() != DatabaseType)
-        return nullptr;
-    const char* name = context->GetName().ConvertToChar();
-    TRACE_ENTER("VELDyadCtxCollector:FindMatchingDatabase <%s>", name);
+        return;
+    // A provider asked for sameness may assign to the context.
+    const VELUnicodeString name = context->GetName();
+    TRACE_ENTER("VELDyadCtxCollector:FindMatchingDatabase <%s>", name.ConvertToChar());
     VELIDyadDbProvider_var provider;
     if (context->GetDyadDbProvider(provider) < 0 || provider.IsNull())
-        return nullptr;
+        return;
     VELUnicodeString type;
     if (!IsCompared(*provider.Get(), type)) {
         TRACE_LEAVE("VELDyadCtxCollector:FindMatchingDatabase NO test on provider <%s> ",
                     type.ConvertToChar());
-        return nullptr;
+        return;
     }
-    VELDyadContext* match = FindOnSameDatabase(declared, *provider.Get(), std::max(index, 0));
-    if (match != nullptr)
-        TRACE_WARNING("VELDyadCtxCollector:FindMatchingDatabase : 2 Contexts similar %s & %s", name,
-                      match->GetName().ConvertToChar());
-    TRACE_LEAVE("VELDyadCtxCollector:FindMatchingDatabase <%s>", name);
-    return match;
+    found = FindOnSameDatabase(declared, watches, *provider.Get(), std::max(index, 0));
+    if (found != nullptr)
+        TRACE_WARNING("VELDyadCtxCollector:FindMatchingDatabase : 2 Contexts similar %s & %s",
+                      name.ConvertToChar(), found->GetName().ConvertToChar());
+    TRACE_LEAVE("VELDyadCtxCollector:FindMatchingDatabase <%s>", name.ConvertToChar());
 }
 
 std::optional<DatabaseMatches>

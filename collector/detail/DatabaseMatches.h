@@ -1,6 +1,7 @@
 // Which declared contexts are on the same database.
 #pragma once
 
+#include "collector/detail/ContextWatch.h"
 #include "collector/detail/PositionChains.h"
 #include "context/VELDyadContext.h"
 #include "context/VELListPtrVELDyadContext.h"
@@ -12,11 +13,11 @@ namespace dyadctx {
 // Providers of this type are never compared.
 inline constexpr const char* UncomparedProviderType = "STEP";
 
-// The first context behind position `index` of `declared` on the database of `context`; null when
-// there is none or `context` is not compared. Asks the providers and writes the trace lines of that
-// search.
-VELDyadContext* FindLaterOnSameDatabase(const VELListPtrVELDyadContext& declared,
-                                        VELDyadContext* context, int index);
+// Sets `found`, which is watched, to the first context after position `index` of `declared` on the
+// database of `context`; it stays null when there is none or `context` is not compared. Asks the
+// providers and writes the trace lines of that search.
+void FindLaterOnSameDatabase(const VELListPtrVELDyadContext& declared, ContextWatches& watches,
+                             VELDyadContext* context, int index, VELDyadContext*& found);
 
 // The same answers for all contexts of `declared` at once, in one sweep. Asks no provider and
 // writes no line, so it stands in for the search only where nobody can tell. The contexts must stay

@@ -2,9 +2,8 @@
 // to the declared contexts of these names.
 #pragma once
 
-#include "collector/detail/CollectorIndex.h"
+#include "collector/VELDyadCtxCollector.h"
 #include "collector/detail/Fault.h"
-#include "context/VELListPtrVELDyadContext.h"
 
 namespace dyadctx {
 
@@ -13,7 +12,7 @@ namespace dyadctx {
 enum class LinkExtent { AsCollector, Everything };
 
 // Whether all is linked. Looks at the first `count` declared contexts.
-bool LinkFriendsAndAssociated(const VELListPtrVELDyadContext& declared, CollectorIndex& index,
-                              int count, LinkExtent extent, FaultReporter& reporter);
+bool LinkFriendsAndAssociated(VELDyadCtxCollector& collector, int count, LinkExtent extent,
+                              FaultReporter& reporter);
 
 } // namespace dyadctx

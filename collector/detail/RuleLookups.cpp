@@ -57,6 +57,8 @@ void RuleLookups::Announce(int pos) const noexcept {
 }
 
 VELDyadContext* RuleLookups::LaterNamesake(const VELUnicodeString& name, int after) {
+    if (after >= declared_.Size())
+        return nullptr;
     if (extent_ == CheckExtent::AllContexts) {
         const int next = index_.NextNamesake(declared_, after);
         return next == 0 ? nullptr : declared_[next];
@@ -64,10 +66,13 @@ VELDyadContext* RuleLookups::LaterNamesake(const VELUnicodeString& name, int aft
     return FindLaterNamesake(declared_, index_, name, after);
 }
 
-VELDyadContext* RuleLookups::LaterOnSameDatabase(VELDyadContext* context, int after) {
+void RuleLookups::FindLaterOnSameDatabase(VELDyadContext* context, int after,
+                                          VELDyadContext*& found) {
+    found = nullptr;
     if (extent_ == CheckExtent::AllContexts && UseDatabaseMatches())
-        return matches_->LaterOnSameDatabase(after);
-    return FindLaterOnSameDatabase(declared_, context, after);
+        found = matches_->LaterOnSameDatabase(after);
+    else
+        dyadctx::FindLaterOnSameDatabase(declared_, watches_, context, after, found);
 }
 
 bool RuleLookups::UseDatabaseMatches() {
@@ -79,13 +84,15 @@ bool RuleLookups::UseDatabaseMatches() {
     return matches_.has_value();
 }
 
-int RuleLookups::CountFriendsNamed(const VELDyadContext& context, const VELUnicodeString& name) {
-    const FriendView friends = ContextAccess::VisitFriends(context);
-    if (name.IsEmpty())
+int RuleLookups::CountFriendsNamed(VELDyadContext* const& context, const VELUnicodeString& name) {
+    if (context != nullptr)
+        ContextAccess::TraceFriends(*context);
+    if (context == nullptr || name.IsEmpty())
         return 0;
-    if (friends.Size() < SortFrom)
+    const FriendView friends = ContextAccess::Friends(*context);
+    if (friends.Size() < SortFrom || extent_ == CheckExtent::OneContext)
         return CountInList(friends, name);
-    const ContextsByName& sorted = SortedFriends(context, friends);
+    const ContextsByName& sorted = SortedFriends(*context, friends);
     const auto [first, last] =
         std::equal_range(sorted.begin(), sorted.end(), name.AsView(), ByName());
     return static_cast<int>(last - first);

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "collector/detail/CollectorIndex.h"
+#include "collector/detail/ContextWatch.h"
 #include "collector/detail/DatabaseMatches.h"
 #include "context/detail/FriendList.h"
 
@@ -20,8 +21,9 @@ enum class CheckExtent { OneContext, AllContexts };
 
 class RuleLookups {
 public:
-    RuleLookups(const VELListPtrVELDyadContext& declared, CollectorIndex& index, CheckExtent extent)
-        : declared_(declared), index_(index), extent_(extent) {}
+    RuleLookups(const VELListPtrVELDyadContext& declared, CollectorIndex& index,
+                ContextWatches& watches, CheckExtent extent)
+        : declared_(declared), index_(index), watches_(watches), extent_(extent) {}
 
     // Tells that the declared context at a position is soon to be looked at.
     void Announce(int pos) const noexcept;
@@ -30,10 +32,12 @@ public:
     // The first declared context of that name behind position `after`, or null. When all contexts
     // are looked at, `name` is that of the context at `after`.
     VELDyadContext* LaterNamesake(const VELUnicodeString& name, int after);
-    // The first declared context on the same database behind position `after`, or null.
-    VELDyadContext* LaterOnSameDatabase(VELDyadContext* context, int after);
-    // How many friends of `context` have that name; an empty name counts for nothing.
-    int CountFriendsNamed(const VELDyadContext& context, const VELUnicodeString& name);
+    // Sets `found`, which is watched, to the first declared context on the same database after
+    // position `after`, or to null.
+    void FindLaterOnSameDatabase(VELDyadContext* context, int after, VELDyadContext*& found);
+    // How many friends of a watched context have that name; none where it is gone. An empty name
+    // counts for nothing.
+    int CountFriendsNamed(VELDyadContext* const& context, const VELUnicodeString& name);
 
 private:
     using ContextsByName = std::vector<const VELDyadContext*>;
@@ -43,7 +47,9 @@ private:
 
     const VELListPtrVELDyadContext& declared_;
     CollectorIndex& index_;
+    ContextWatches& watches_;
     CheckExtent extent_;
+    // Of contexts that are friends of many, while all contexts are looked at.
     std::unordered_map<const VELDyadContext*, ContextsByName> sortedFriends_;
     bool matchesTried_ = false;
     std::optional<DatabaseMatches> matches_;

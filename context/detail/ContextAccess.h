@@ -25,9 +25,11 @@ struct ContextAccess {
         return ContextPtr(new VELDyadContext(std::move(texts)));
     }
 
-    // The friends in place of the copy that GetFriends makes; writes the trace line of GetFriends.
-    static FriendView VisitFriends(const VELDyadContext& context);
-    // The same without trace line.
+    // The trace lines of GetFriends and of GetAssociatedContext. A host's sink may change the
+    // context, so its links are read after them.
+    static void TraceFriends(const VELDyadContext& context);
+    static void TraceAssociated(const VELDyadContext& context);
+    // The friends in place of the copy that GetFriends makes.
     static FriendView Friends(const VELDyadContext& context) noexcept;
     // Those of a context that may be null.
     static FriendView FriendsOf(const VELDyadContext* context) noexcept {
@@ -45,6 +47,7 @@ struct ContextAccess {
             dyadctx::Prefetch(context->friends_.get());
     }
     static VELDyadContext* Associated(const VELDyadContext& context) noexcept;
+    static void ClearAssociated(VELDyadContext& context) noexcept;
     // The provider the context keeps, not one made from it.
     static const VELIDyadDbProvider_var& KeptProvider(const VELDyadContext& context) noexcept;
 

@@ -1,6 +1,7 @@
 #include "platform/VELDbContextEnvironment.h"
 
 #include "platform/VELEnvironment.h"
+#include "platform/detail/HostCode.h"
 
 #include <atomic>
 #include <string_view>
@@ -35,5 +36,6 @@ void SetDbContextEnvironment(bool active) {
 
 VELDbContextEnvironmentSource*
 SetDbContextEnvironmentSource(VELDbContextEnvironmentSource* source) noexcept {
+    dyadctx::NoteHostService(dyadctx::HostService::Environment, source != nullptr);
     return hostSource.exchange(source, std::memory_order_acq_rel);
 }

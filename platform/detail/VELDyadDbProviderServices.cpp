@@ -1,5 +1,6 @@
 #include "platform/VELDyadDbProviderServices.h"
 
+#include "platform/detail/HostCode.h"
 #include "platform/detail/InMemoryDbProvider.h"
 
 #include <atomic>
@@ -80,6 +81,7 @@ VELDyadDbProviderServices::CreateDyadDbProviderFromDbProvider(const VELIDyadDbPr
 
 VELDyadDbProviderFactory*
 VELDyadDbProviderServices::SetFactory(VELDyadDbProviderFactory* factory) noexcept {
+    dyadctx::NoteHostService(dyadctx::HostService::Providers, factory != nullptr);
     return hostFactory.exchange(factory, std::memory_order_acq_rel);
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/VELEnvironment.h"
 #include "platform/detail/EmbeddedCatalogs.h"
+#include "platform/detail/HostCode.h"
 #include "platform/detail/MessageLanguage.h"
 #include "platform/detail/MessagePlaceholders.h"
 #include "platform/detail/MessageTexts.h"
@@ -106,6 +107,7 @@ VELUnicodeString VELMsgCatalog::BuildMessage(const VELString& catalog, const VEL
 }
 
 VELMsgCatalogSource* VELMsgCatalog::SetSource(VELMsgCatalogSource* source) noexcept {
+    dyadctx::NoteHostService(dyadctx::HostService::Messages, source != nullptr);
     return hostSource.exchange(source);
 }
 

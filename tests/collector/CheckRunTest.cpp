@@ -52,8 +52,7 @@ protected:
     std::vector<Said> CheckAll() {
         VELDyadCtxCollector& collector = contexts_.Collector();
         CollectingReporter reporter;
-        CheckRun run(collector, CollectorAccess::MainContexts(collector),
-                     CollectorAccess::Index(collector), CheckExtent::AllContexts, reporter);
+        CheckRun run(collector, CheckExtent::AllContexts, reporter);
         for (int pos = 1; pos <= collector.GetAllNbCtxs(); ++pos)
             run.CheckContext(CollectorAccess::MainContexts(collector)[pos], pos);
         return reporter.All();

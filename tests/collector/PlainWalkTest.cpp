@@ -98,8 +98,7 @@ void CompareEachContext(DeclaredContexts& contexts, PlainWalk& plain) {
     VELDyadCtxCollector& collector = contexts.Collector();
     VELUnicodeString message;
     MessageReporter reporter(message);
-    CheckRun run(collector, CollectorAccess::MainContexts(collector),
-                 CollectorAccess::Index(collector), CheckExtent::AllContexts, reporter);
+    CheckRun run(collector, CheckExtent::AllContexts, reporter);
     for (int pos = 1; pos <= collector.GetAllNbCtxs(); ++pos) {
         VELDyadContext* context = CollectorAccess::MainContexts(collector)[pos];
         if (context == nullptr)

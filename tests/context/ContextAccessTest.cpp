@@ -25,14 +25,17 @@ protected:
     VELDyadContext other{"Other", "", "Path"};
 };
 
-TEST_F(ContextAccessTest, VisitingFriendsTracesAsGettingThemDoes) {
+TEST_F(ContextAccessTest, TracesLinksAsGettingThemDoes) {
     owner.AddFriend(&other);
+    owner.AddAssociatedContext(&other);
     RecordingTrace trace;
-    EXPECT_EQ(NamesOf(ContextAccess::VisitFriends(owner)), Names{"Other"});
-    EXPECT_EQ(NamesOf(ContextAccess::VisitFriends(other)), Names{});
-    EXPECT_EQ(trace.TakeLines(),
-              (Names{"LOG VELDyadContext:GetFriends Ctx <Owner> has 1 Friends",
-                     "LOG VELDyadContext:GetFriends Ctx <Other> has 0 Friends"}));
+    ContextAccess::TraceFriends(owner);
+    ContextAccess::TraceFriends(other);
+    ContextAccess::TraceAssociated(owner);
+    ContextAccess::TraceAssociated(other);
+    EXPECT_EQ(trace.TakeLines(), (Names{"LOG VELDyadContext:GetFriends Ctx <Owner> has 1 Friends",
+                                        "LOG VELDyadContext:GetFriends Ctx <Other> has 0 Friends",
+                                        "LOG VELDyadContext:GetAssociatedContext <Other>"}));
 }
 
 TEST_F(ContextAccessTest, LooksAtLinksWithoutTrace) {

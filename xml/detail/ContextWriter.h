@@ -36,7 +36,8 @@ private:
                            VELIDOMElement& container) const;
     VELResult AddContextByName(const VELIDOMElement& container,
                                const VELDyadContext* context) const;
-    VELResult StreamMultisites(const VELIDOMElement& parent, const VELUnicodeString& name);
+    // Takes the name as a text of its own: a host's code that runs may assign to its context.
+    VELResult StreamMultisites(const VELIDOMElement& parent, VELUnicodeString name);
     VELResult WriteSite(VELDyadContext& context, const VELUnicodeString& site,
                         const VELIDOMElement& parent) const;
     VELResult SetSiteProvider(VELDyadContext& context, const VELUnicodeString& site,
