@@ -23,7 +23,8 @@ bool CheckRun::CheckContext(VELDyadContext* context, int index) {
     // Whoever assigns to the context meanwhile does away with its texts.
     std::optional<ContextTexts> kept;
     if (HostCodeCanRun())
-        kept.emplace(context->GetName(), context->GetParameter(), context->GetParameterType());
+        kept =
+            ContextTexts{context->GetName(), context->GetParameter(), context->GetParameterType()};
     const VELUnicodeString& name = kept ? kept->name : context->GetName();
     const VELUnicodeString& parameter = kept ? kept->parameter : context->GetParameter();
     const VELUnicodeString& type = kept ? kept->parameterType : context->GetParameterType();
