@@ -23,6 +23,10 @@ function(dyadctx_compile_options target)
       target_compile_options(${target} PRIVATE -Wduplicated-cond -Wlogical-op
         $<$<NOT:$<CONFIG:Debug>>:-Wno-restrict>)
     endif()
+    if(CMAKE_CXX_COMPILER_LAUNCHER AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+      # A cache preprocesses a source apart from compiling it, which leaves no precompiled headers.
+      target_compile_options(${target} PRIVATE -fpch-preprocess)
+    endif()
     if(DYADCTX_WERROR)
       target_compile_options(${target} PRIVATE -Werror)
     endif()
@@ -31,6 +35,29 @@ function(dyadctx_compile_options target)
     target_compile_options(${target} PRIVATE
       -fsanitize=${DYADCTX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(${target} PUBLIC -fsanitize=${DYADCTX_SANITIZE})
+  endif()
+endfunction()
+
+# dyadctx_precompile(TARGET HEADERS...): headers of others that most sources of the target include are
+# parsed once. Each source names what it uses all the same: the release preset has no precompiled
+# headers.
+if(CMAKE_CXX_COMPILER_LAUNCHER AND CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+  # clang's contain the folder of the build, so that checkouts would share nothing in a cache.
+  set(CMAKE_DISABLE_PRECOMPILE_HEADERS ON)
+endif()
+function(dyadctx_precompile target)
+  list(TRANSFORM ARGN REPLACE "(.+)" "<\\1>" OUTPUT_VARIABLE headers)
+  target_precompile_headers(${target} PRIVATE ${headers})
+endfunction()
+
+# dyadctx_cheap_to_compile(TARGET): for tests and the tool, which are compiled more often than they are
+# debugged or waited for.
+function(dyadctx_cheap_to_compile target)
+  if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Debug>:-g1>)
+    if(DYADCTX_SANITIZE)
+      target_compile_options(${target} PRIVATE -O0)
+    endif()
   endif()
 endfunction()
 

@@ -1,6 +1,5 @@
 # The XML layer: through the shared library, and what it does not export.
 dyadctx_add_test(platform_dom_test SOURCES
-  DomTesting.cpp
   VELIXMLDOMBuildTest.cpp
   VELIXMLDOMNodesTest.cpp
   VELIXMLDOMParseTest.cpp
@@ -12,11 +11,11 @@ dyadctx_add_test(platform_dom_private_test PRIVATE SOURCES
   DomAllocationTest.cpp
   DomFaultsTest.cpp
   DomForgettingTest.cpp
-  DomParserTest.cpp
-  DomTesting.cpp)
+  DomParserTest.cpp)
 target_link_libraries(platform_dom_private_test PRIVATE dyadctx_failing_allocation)
 
 dyadctx_add_test(platform_scanner_test PRIVATE SOURCES
   GeneratedXml.cpp
   PlainXmlScannerTest.cpp
   ../support/ScannerComparison.cpp)
+dyadctx_test_paths(PlainXmlScannerTest.cpp ${source_folder})

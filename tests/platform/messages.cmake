@@ -10,13 +10,14 @@ dyadctx_add_test(messages_test PRIVATE SOURCES
   VELDyadTraceTest.cpp
   VELMsgCatalogTest.cpp)
 target_link_libraries(messages_test PRIVATE dyadctx_failing_allocation)
+dyadctx_test_paths(MessageFilesTest.cpp ${source_folder})
 
 # Linked from the objects, it starts before the library's own static objects are made.
 add_executable(diagnostics_probe DiagnosticsProbe.cpp)
-target_link_libraries(diagnostics_probe PRIVATE dyadctx_test_support dyadctx_objects)
-dyadctx_compile_options(diagnostics_probe)
+target_link_libraries(diagnostics_probe PRIVATE dyadctx_objects)
+dyadctx_test_program(diagnostics_probe)
 
 dyadctx_add_test(diagnostics_environment_test SOURCES DiagnosticsEnvironmentTest.cpp)
 add_dependencies(diagnostics_environment_test diagnostics_probe)
-target_compile_definitions(diagnostics_environment_test PRIVATE
+dyadctx_test_paths(DiagnosticsEnvironmentTest.cpp
   DYADCTX_DIAGNOSTICS_PROBE="$<TARGET_FILE:diagnostics_probe>")
