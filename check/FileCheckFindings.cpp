@@ -2,7 +2,6 @@
 #include "check/detail/FileCheckRun.h"
 
 #include "collector/detail/CollectorAccess.h"
-#include "collector/detail/CollectorIndex.h"
 #include "trace/VELDyadMessageKeys.h"
 #include "xml/detail/ContextValues.h"
 #include "xml/detail/FormatNames.h"
@@ -160,8 +159,7 @@ void FileCheckRun::RelateReturn(const Fault& fault, FindingList::Entry& entry) {
 }
 
 int FileCheckRun::PositionOfName(const VELUnicodeString& name) const {
-    return CollectorAccess::Index(*collector_)
-        .PositionOfName(CollectorAccess::MainContexts(*collector_), name);
+    return CollectorAccess::PositionOfName(*collector_, name);
 }
 
 } // namespace dyadctx

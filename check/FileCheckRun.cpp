@@ -130,7 +130,7 @@ void FileCheckRun::ReadFile() {
 
 void FileCheckRun::LinkAndCheck() {
     const int count = collector_->GetNbCtxs();
-    references_.emplace(CollectorAccess::MainContexts(*collector_));
+    references_.emplace(CollectorAccess::Declared(*collector_));
     if (count > 0) {
         LinkFriendsAndAssociated(*collector_, count, LinkExtent::Everything, *this);
         CheckDeclared(count);
@@ -140,7 +140,7 @@ void FileCheckRun::LinkAndCheck() {
 }
 
 void FileCheckRun::CheckDeclared(int count) {
-    const VELListPtrVELDyadContext& declared = CollectorAccess::MainContexts(*collector_);
+    const VELListPtrVELDyadContext& declared = CollectorAccess::Declared(*collector_);
     CheckRun run(*collector_, CheckExtent::AllContexts, *this);
     for (checked_ = 1; checked_ <= count; ++checked_)
         run.CheckContext(declared[checked_], checked_);
@@ -272,7 +272,7 @@ void FileCheckRun::WarnOfMovedFriends(const char* id, const VELUnicodeString& na
 void FileCheckRun::SuggestNames() {
     if (unknown_.empty())
         return;
-    const VELListPtrVELDyadContext& declared = CollectorAccess::MainContexts(*collector_);
+    const VELListPtrVELDyadContext& declared = CollectorAccess::Declared(*collector_);
     std::vector<std::string_view> names;
     for (int pos = 1; pos <= declared.Size(); ++pos)
         names.push_back(declared[pos]->GetName().AsView());
@@ -290,8 +290,7 @@ void FileCheckRun::SuggestName(const Unknown& unknown, NearestName& nearest) {
     FindingList::Entry& entry =
         findings_.AddAbout(unknown.context->GetName(), id::NearestName, parameters,
                            SpotOfContext(unknown.placeholder, format::NameAttribute));
-    const VELDyadContext* declared =
-        CollectorAccess::MainContexts(*collector_)[PositionOfName(found)];
+    const VELDyadContext* declared = CollectorAccess::Declared(*collector_)[PositionOfName(found)];
     entry.related.push_back(
         {SpotOfContext(declared, format::NameAttribute),
          VELUnicodeString("\"" + std::string(found.AsView()) + "\" is declared here")});

@@ -2,7 +2,6 @@
 #include "check/detail/FileHints.h"
 
 #include "collector/detail/CollectorAccess.h"
-#include "collector/detail/CollectorIndex.h"
 #include "context/detail/ContextAccess.h"
 #include "trace/detail/FindingIds.h"
 #include "xml/detail/ContextFileFormat.h"
@@ -27,8 +26,7 @@ auto IteratorAt(Values& values, std::size_t index) noexcept {
 class FriendGraph {
 public:
     explicit FriendGraph(VELDyadCtxCollector& collector)
-        : declared_(CollectorAccess::MainContexts(collector)),
-          index_(CollectorAccess::Index(collector)) {
+        : collector_(collector), declared_(CollectorAccess::Declared(collector)) {
         for (int pos = 1; pos <= declared_.Size(); ++pos) {
             starts_.push_back(targets_.size());
             AddFriendsOf(pos);
@@ -67,13 +65,14 @@ private:
     void AddFriendsOf(int pos) {
         const FriendView friends = ContextAccess::Friends(*declared_[pos]);
         for (int slot = 1; slot <= friends.Size(); ++slot) {
-            const int target = index_.PositionOfName(declared_, friends[slot]->GetName());
+            const int target =
+                CollectorAccess::PositionOfName(collector_, friends[slot]->GetName());
             targets_.push_back(target != 0 && declared_[target] == friends[slot] ? target : 0);
         }
     }
 
+    VELDyadCtxCollector& collector_;
     const VELListPtrVELDyadContext& declared_;
-    CollectorIndex& index_;
     std::vector<std::size_t> starts_;
     std::vector<int> targets_;
     // The targets of each context in order, to look one up.

@@ -27,7 +27,7 @@ const char* KindOf(const VELDyadContext& context) {
 
 void HintAtMissingTargets(VELDyadCtxCollector& collector, const ContextPlaces& places,
                           FindingList& findings) {
-    const VELListPtrVELDyadContext& declared = CollectorAccess::MainContexts(collector);
+    const VELListPtrVELDyadContext& declared = CollectorAccess::Declared(collector);
     for (int pos = 1; pos <= declared.Size(); ++pos) {
         const VELDyadContext& context = *declared[pos];
         const char* kind = KindOf(context);

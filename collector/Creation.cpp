@@ -160,7 +160,7 @@ VELDyadCtxCollector* dyadctx::CollectorAccess::CreateCollectorFromContents(
         failedStep = dyadctx::key::StepCheck;
     if (failedStep != nullptr) {
         VELDyadCtxCollector* refused = collector.release();
-        DeleteCollectorAtCreate(refused, failedStep, message);
+        Collector::DeleteCollectorAtCreate(refused, failedStep, message);
         return nullptr;
     }
     // Fails only without memory, and a collector with half its views is none.

@@ -3,6 +3,7 @@
 #include "collector/VELDyadCtxCollector.h"
 
 #include "collector/detail/CollectorAccess.h"
+#include "collector/detail/CollectorInternals.h"
 #include "collector/detail/LinkRun.h"
 #include "context/detail/ContextAccess.h"
 #include "trace/VELDyadMessageKeys.h"
@@ -14,6 +15,7 @@ namespace {
 
 using dyadctx::CollectorAccess;
 using dyadctx::CollectorIndex;
+using dyadctx::CollectorInternals;
 using dyadctx::ContextAccess;
 using dyadctx::Fault;
 using dyadctx::FaultReporter;
@@ -24,15 +26,16 @@ constexpr const char* LinkMethod = "VELDyadCtxCollector::SetFriendsAndAssociated
 class LinkRun {
 public:
     LinkRun(VELDyadCtxCollector& collector, LinkExtent extent, FaultReporter& reporter)
-        : declared_(CollectorAccess::MainContexts(collector)),
-          index_(CollectorAccess::Index(collector)), watches_(CollectorAccess::Watches(collector)),
-          reporter_(reporter), goesOn_(extent == LinkExtent::Everything) {}
+        : declared_(CollectorAccess::Declared(collector)),
+          index_(CollectorInternals::State(collector).index),
+          watches_(CollectorAccess::Watches(collector)), reporter_(reporter),
+          goesOn_(extent == LinkExtent::Everything) {}
 
     // Whether all is linked. A friend that cannot be linked ends the collector's walk only behind
     // the next context whose associated context could be, or at an empty position.
     bool Link(int count) {
         for (int pos = 1; pos <= count; ++pos) {
-            Announce(pos);
+            Prefetch(pos);
             VELDyadContext* context = declared_[pos];
             const AssociatedLink link =
                 context == nullptr ? AssociatedLink::Made : LinkOne(*context, pos);
@@ -47,15 +50,15 @@ private:
     enum class AssociatedLink { NothingToDo, Made, Failed };
 
     // Most of the time goes into waiting for names and contexts that lie anywhere.
-    void Announce(int pos) const {
+    void Prefetch(int pos) const {
         constexpr int Ahead = 8;
         ContextAccess::Prefetch(declared_[pos + 4 * Ahead]);
         if (const VELDyadContext* context = declared_[pos + 3 * Ahead])
             ContextAccess::PrefetchFriends(context);
         ForEachName(pos + 2 * Ahead,
-                    [this](const VELUnicodeString& name) { index_.Announce(name); });
+                    [this](const VELUnicodeString& name) { index_.Prefetch(name); });
         ForEachName(pos + Ahead, [this](const VELUnicodeString& name) {
-            index_.AnnounceContext(declared_, name);
+            index_.PrefetchContext(declared_, name);
         });
     }
 

@@ -1,6 +1,6 @@
 #include "collector/VELDyadCtxCollector.h"
 
-#include "collector/detail/CollectorState.h"
+#include "collector/detail/CollectorInternals.h"
 #include "collector/detail/ViewType.h"
 #include "context/detail/ContextAccess.h"
 #include "context/detail/DbEnvironment.h"
@@ -14,6 +14,8 @@
 #include <utility>
 #include <vector>
 
+using dyadctx::CollectorIndex;
+using dyadctx::CollectorInternals;
 using dyadctx::CollectorState;
 using dyadctx::ContextAccess;
 using dyadctx::ContextWatch;
@@ -68,20 +70,80 @@ private:
     ContextWatch watch_;
 };
 
+// A context that never was in a collector need not be looked for, which spares the reader of a file
+// a search per context.
+bool Holds(CollectorIndex& index, const VELListPtrVELDyadContext& owned, VELDyadContext* ctx) {
+    if (!ContextAccess::WasRegistered(*ctx))
+        return false;
+    try {
+        return index.Owns(owned, ctx);
+    } catch (const std::exception&) {
+        // Slower, but needs no memory.
+        return owned.Locate(ctx) != 0;
+    }
+}
+
+// Ends where `target` has become null.
+void UnlinkInView(VELDyadCtxCollector& collector, ContextWatches& watches,
+                  VELDyadContext* const& target) {
+    const int count = collector.GetNbCtxs();
+    for (int pos = 1; target != nullptr && pos <= count; ++pos) {
+        VELDyadContext* holder = nullptr;
+        if (collector.GetCtxAtIndex(pos, holder) != S_OK || holder == nullptr)
+            continue;
+        try {
+            Unlinking(watches, holder, target).Run();
+        } catch (const std::exception&) {
+            // No memory to go position by position; the links that are left go with the rest.
+        }
+    }
+}
+
+// Leaves nothing that points at `target`: neither a link of a context outside the view nor a second
+// entry among the declared contexts. Positions of other contexts after a second entry stay.
+void TakeOut(VELListPtrVELDyadContext& owned, VELListPtrVELDyadContext& declared,
+             VELDyadContext* target) noexcept {
+    declared.RemoveValue(target);
+    for (int pos = 1; pos <= declared.Size(); ++pos) {
+        if (declared[pos] == target)
+            declared[pos] = nullptr;
+    }
+    owned.RemoveValue(target);
+    for (int pos = 1; pos <= owned.Size(); ++pos)
+        ContextAccess::RemoveLinksTo(*owned[pos], target);
+}
+
+// The positions the current view goes through; null where it does not go through a list, or serves
+// nothing.
+const VELRawCollint* ServedPositions(int type, const VELRawCollint& path,
+                                     const VELRawCollint& database, const VELRawCollint& file) {
+    switch (type) {
+    case dyadctx::PathContexts:
+        return &path;
+    case dyadctx::DatabaseContexts:
+        return &database;
+    case dyadctx::FileContexts:
+        return dyadctx::IsDbEnvironmentOn() ? &file : nullptr;
+    default:
+        return nullptr;
+    }
+}
+
+// The place of the first context of that name in the current view, 0 without one. Needs no memory.
+int WalkToName(VELDyadCtxCollector& collector, const VELUnicodeString& name) {
+    const int count = collector.GetNbCtxs();
+    for (int place = 1; place <= count; ++place) {
+        VELDyadContext* context = nullptr;
+        if (collector.GetCtxAtIndex(place, context) == S_OK && context != nullptr &&
+            context->GetName() == name)
+            return place;
+    }
+    return 0;
+}
+
 } // namespace
 
 // ---- Construction, copy and destruction ---------------------------------------------------------
-
-template<class Collector>
-auto VELDyadCtxCollector::CopiedFields(Collector& collector) {
-    return std::tie(collector._Contexts, collector._MainContexts, collector._PathCtxIndexes,
-                    collector._DatabaseCtxIndexes, collector._XMLFile, collector._NbCtxs,
-                    collector._CtxType, collector._IsDefault, collector._DatabaseFilterDone,
-                    collector._FileCtxIndexes, collector._ScenarioChannels,
-                    collector._ScenarioChannelContexts, collector._ScenarioProfiles,
-                    collector._ScenarioIds, collector._ScenarioOptionNames,
-                    collector._ScenarioOptionValues, collector._ScenarioKeys);
-}
 
 VELDyadCtxCollector::VELDyadCtxCollector(const VELUnicodeString& file,
                                          const unsigned char& isDefault)
@@ -92,12 +154,12 @@ VELDyadCtxCollector::VELDyadCtxCollector(const VELUnicodeString& file,
 
 VELDyadCtxCollector::VELDyadCtxCollector(const VELDyadCtxCollector& src)
     : state_(std::make_unique<CollectorState>()) {
-    CopiedFields(*this) = CopiedFields(src);
+    CollectorInternals::CopiedFields(*this) = CollectorInternals::CopiedFields(src);
 }
 
 VELDyadCtxCollector& VELDyadCtxCollector::operator=(const VELDyadCtxCollector& src) {
     // All copies are made before the first field changes.
-    CopiedFields(*this) = CopyOf(CopiedFields(src));
+    CollectorInternals::CopiedFields(*this) = CopyOf(CollectorInternals::CopiedFields(src));
     state_->index.Forget();
     state_->watches.Forget(
         [this](VELDyadContext* context) { return _Contexts.Locate(context) == 0; });
@@ -128,24 +190,11 @@ VELDyadCtxCollector* VELDyadCtxCollector::CreateCollectorFromScratch() {
 
 // ---- Registry -----------------------------------------------------------------------------------
 
-// A context that never was in a collector need not be looked for, which spares the reader of a file
-// a search per context.
-bool VELDyadCtxCollector::Holds(VELDyadContext* ctx) {
-    if (!ContextAccess::WasRegistered(*ctx))
-        return false;
-    try {
-        return state_->index.Owns(_Contexts, ctx);
-    } catch (const std::exception&) {
-        // Slower, but needs no memory.
-        return _Contexts.Locate(ctx) != 0;
-    }
-}
-
 VELResult VELDyadCtxCollector::AddContext(VELDyadContext* ctx, VELDyadContext* parent,
                                           int associated) {
     if (parent == nullptr && _MainContexts.Append(ctx) == 0)
         return E_FAIL;
-    const bool isNew = ctx != nullptr && !Holds(ctx);
+    const bool isNew = ctx != nullptr && !Holds(state_->index, _Contexts, ctx);
     if (isNew && _Contexts.Append(ctx) == 0) {
         if (parent == nullptr)
             _MainContexts.RemovePosition(_MainContexts.Size());
@@ -169,74 +218,34 @@ VELResult VELDyadCtxCollector::DeleteContext(const VELUnicodeString& name) {
         return E_FAIL;
     // A host's code that deletes the same context meanwhile has then done it all.
     const ContextWatch watch(state_->watches, target);
-    UnlinkInView(target);
+    UnlinkInView(*this, state_->watches, target);
     if (target == nullptr)
         return S_OK;
     VELDyadContext* doomed = target;
-    TakeOut(doomed);
+    TakeOut(_Contexts, _MainContexts, doomed);
+    _NbCtxs = _MainContexts.Size();
+    state_->index.Forget();
+    state_->watches.Forget([doomed](VELDyadContext* context) { return context == doomed; });
     // `name` may have been the name of the target itself.
     delete doomed;
     return S_OK;
 }
 
-void VELDyadCtxCollector::UnlinkInView(VELDyadContext* const& target) {
-    const int count = GetNbCtxs();
-    for (int pos = 1; target != nullptr && pos <= count; ++pos) {
-        VELDyadContext* holder = nullptr;
-        if (GetCtxAtIndex(pos, holder) != S_OK || holder == nullptr)
-            continue;
-        try {
-            Unlinking(state_->watches, holder, target).Run();
-        } catch (const std::exception&) {
-            // No memory to go position by position; the links that are left go with the rest.
-        }
-    }
-}
-
-// Leaves nothing behind that points at `target`: neither a link of a context outside the view nor a
-// second entry among the declared contexts. Positions of other contexts behind a second entry stay.
-void VELDyadCtxCollector::TakeOut(VELDyadContext* target) noexcept {
-    if (_MainContexts.RemoveValue(target) != 0)
-        --_NbCtxs;
-    for (int pos = 1; pos <= _MainContexts.Size(); ++pos) {
-        if (_MainContexts[pos] == target)
-            _MainContexts[pos] = nullptr;
-    }
-    _Contexts.RemoveValue(target);
-    for (int pos = 1; pos <= _Contexts.Size(); ++pos)
-        ContextAccess::RemoveLinksTo(*_Contexts[pos], target);
-    state_->index.Forget();
-    state_->watches.Forget([target](VELDyadContext* context) { return context == target; });
-}
-
 // ---- Lookups ------------------------------------------------------------------------------------
-
-// The positions the current view goes through; null where it does not go through a list, or serves
-// nothing.
-const VELRawCollint* VELDyadCtxCollector::ServedPositions() const {
-    switch (_CtxType) {
-    case dyadctx::PathContexts:
-        return &_PathCtxIndexes;
-    case dyadctx::DatabaseContexts:
-        return &_DatabaseCtxIndexes;
-    case dyadctx::FileContexts:
-        return dyadctx::IsDbEnvironmentOn() ? &_FileCtxIndexes : nullptr;
-    default:
-        return nullptr;
-    }
-}
 
 // The File view outside the DB context environment counts all declared contexts although
 // GetCtxAtIndex serves none of them.
 int VELDyadCtxCollector::GetNbCtxs() {
-    const VELRawCollint* positions = ServedPositions();
+    const VELRawCollint* positions =
+        ServedPositions(_CtxType, _PathCtxIndexes, _DatabaseCtxIndexes, _FileCtxIndexes);
     return positions == nullptr ? _NbCtxs : positions->Size();
 }
 
 VELResult VELDyadCtxCollector::GetCtxAtIndex(int index, VELDyadContext*& ctx) {
     int pos = index;
     if (_CtxType != dyadctx::AllContexts) {
-        const VELRawCollint* positions = ServedPositions();
+        const VELRawCollint* positions =
+            ServedPositions(_CtxType, _PathCtxIndexes, _DatabaseCtxIndexes, _FileCtxIndexes);
         // Outside the list the position is 0.
         pos = positions == nullptr ? 0 : (*positions)[index];
     }
@@ -247,26 +256,6 @@ VELResult VELDyadCtxCollector::GetCtxAtIndex(int index, VELDyadContext*& ctx) {
     return S_OK;
 }
 
-int VELDyadCtxCollector::PlaceInView(const VELUnicodeString& name) {
-    if (_CtxType == dyadctx::AllContexts)
-        return state_->index.PositionOfName(_MainContexts, name);
-    const VELRawCollint* positions = ServedPositions();
-    if (positions == nullptr)
-        return 0;
-    return state_->index.PlaceOfName(_MainContexts, *positions, dyadctx::ViewType(_CtxType), name);
-}
-
-int VELDyadCtxCollector::WalkToName(const VELUnicodeString& name) {
-    const int count = GetNbCtxs();
-    for (int place = 1; place <= count; ++place) {
-        VELDyadContext* context = nullptr;
-        if (GetCtxAtIndex(place, context) == S_OK && context != nullptr &&
-            context->GetName() == name)
-            return place;
-    }
-    return 0;
-}
-
 VELResult VELDyadCtxCollector::GetCtxFromName(const VELUnicodeString& name, VELDyadContext*& ctx,
                                               int* index) {
     int place = 0;
@@ -274,10 +263,17 @@ VELResult VELDyadCtxCollector::GetCtxFromName(const VELUnicodeString& name, VELD
         // About the File view a host may be asked, who may assign to the context that has the name.
         const bool isHostAsked = _CtxType == dyadctx::FileContexts && dyadctx::HostCodeCanRun();
         const VELUnicodeString kept = isHostAsked ? name : VELUnicodeString();
-        place = PlaceInView(isHostAsked ? kept : name);
+        const VELUnicodeString& asked = isHostAsked ? kept : name;
+        const VELRawCollint* positions =
+            ServedPositions(_CtxType, _PathCtxIndexes, _DatabaseCtxIndexes, _FileCtxIndexes);
+        const auto view = dyadctx::ViewType(_CtxType);
+        if (_CtxType == dyadctx::AllContexts)
+            place = state_->index.PositionOfName(_MainContexts, asked);
+        else if (positions != nullptr)
+            place = state_->index.PlaceOfName(_MainContexts, *positions, view, asked);
     } catch (const std::exception&) {
         // Without memory for the index there still is the view itself.
-        place = WalkToName(name);
+        place = WalkToName(*this, name);
     }
     if (place == 0 || GetCtxAtIndex(place, ctx) != S_OK)
         return E_FAIL;

@@ -49,6 +49,15 @@ VELResult FillLists(VELListValVELUnicodeString& first, VELListValVELUnicodeStrin
     return result;
 }
 
+// Whoever reads the trace expects to see every row compared, whichever way they are found.
+void TraceRows(const VELListValVELUnicodeString& contexts,
+               const VELListValVELUnicodeString& profiles) {
+    for (int row = 1; VELIsTraceActive() && row <= contexts.Size(); ++row) {
+        TRACE_LOG("VELDyadCtxCollector:GetOptionsfromExchangeProfile Check Profile %s-%s",
+                  contexts[row].ConvertToChar(), profiles[row].ConvertToChar());
+    }
+}
+
 } // namespace
 
 VELResult VELDyadCtxCollector::AddScenario(const VELUnicodeString& channel,
@@ -69,20 +78,16 @@ VELResult VELDyadCtxCollector::AddScenario(const VELUnicodeString& channel,
         return S_OK;
     });
     if (added != S_OK) {
-        CutScenariosTo(rowsBefore);
+        // The lists stay parallel also when one of them could not grow.
+        for (auto* list :
+             {&_ScenarioChannels, &_ScenarioChannelContexts, &_ScenarioProfiles, &_ScenarioIds,
+              &_ScenarioOptionNames, &_ScenarioOptionValues, &_ScenarioKeys})
+            dyadctx::CutTo(*list, rowsBefore);
         return S_OK;
     }
     TRACE_LOG("VELDyadCtxCollector:AddScenario n %d with UK <%s>", _ScenarioKeys.Size(),
               _ScenarioKeys[_ScenarioKeys.Size()].ConvertToChar());
     return S_OK;
-}
-
-// The lists stay parallel also when one of them could not grow.
-void VELDyadCtxCollector::CutScenariosTo(int rows) noexcept {
-    for (auto* list :
-         {&_ScenarioChannels, &_ScenarioChannelContexts, &_ScenarioProfiles, &_ScenarioIds,
-          &_ScenarioOptionNames, &_ScenarioOptionValues, &_ScenarioKeys})
-        dyadctx::CutTo(*list, rows);
 }
 
 VELResult VELDyadCtxCollector::GetScenarioAtIndex(int index, VELUnicodeString& channel,
@@ -167,7 +172,7 @@ VELResult VELDyadCtxCollector::GetOptionsfromExchangeProfile(
         const VELUnicodeString channelAsked = channel;
         const VELUnicodeString profileAsked = profile;
         return FillLists(optionNames, optionValues, [&] {
-            TraceRows();
+            TraceRows(_ScenarioChannelContexts, _ScenarioProfiles);
             for (int row = state_->index.RowOfProfile(_ScenarioChannelContexts, _ScenarioProfiles,
                                                       channelAsked, profileAsked);
                  row != 0; row = state_->index.NextRowOfProfile(row)) {
@@ -182,13 +187,4 @@ VELResult VELDyadCtxCollector::GetOptionsfromExchangeProfile(
         TRACE_LOG("VELDyadCtxCollector:GetOptionsfromExchangeProfile find %d Profile",
                   optionNames.Size());
     return result;
-}
-
-// Whoever reads the trace expects to see every row compared, whichever way they are found.
-void VELDyadCtxCollector::TraceRows() const {
-    for (int row = 1; VELIsTraceActive() && row <= _ScenarioIds.Size(); ++row) {
-        TRACE_LOG("VELDyadCtxCollector:GetOptionsfromExchangeProfile Check Profile %s-%s",
-                  _ScenarioChannelContexts[row].ConvertToChar(),
-                  _ScenarioProfiles[row].ConvertToChar());
-    }
 }

@@ -60,6 +60,72 @@ VELResult NameOf(const VELIDyadDbProvider_var& provider, VELUnicodeString& name)
     return CodeOf([&] { return provider->GetName(name); });
 }
 
+// The contexts of a view, during whose walk a host's providers run.
+struct ServedContexts {
+    const VELListPtrVELDyadContext& declared;
+    const VELRawCollint& positions;
+    dyadctx::ContextWatches& watches;
+};
+
+// Adds to `narrowed` the positions of the contexts of these providers and of the Path contexts.
+VELResult Narrow(const ServedContexts& served, const VELListValVELUnicodeString& providerNames,
+                 VELRawCollint& narrowed) {
+    const dyadctx::TextSet wanted = dyadctx::SetOf(providerNames);
+    VELResult result = S_OK;
+    const int count = served.positions.Size();
+    for (int place = 1; place <= count; ++place) {
+        const int pos = served.positions[place];
+        VELDyadContext* context = served.declared[pos];
+        const ContextWatch watch(served.watches, context);
+        if (context == nullptr)
+            continue;
+        VELIDyadDbProvider_var provider;
+        result = context->GetDyadDbProvider(provider);
+        if (result < 0)
+            return result;
+        if (!provider.IsNull()) {
+            VELUnicodeString name;
+            result = NameOf(provider, name);
+            if (result < 0)
+                return result;
+            if (name.IsEmpty())
+                continue;
+            if (wanted.contains(name.AsView()))
+                AppendTo(narrowed, pos);
+        }
+        const bool isPath =
+            context != nullptr && context->GetParameterType().AsView() == dyadctx::PathType;
+        if (isPath && IsDbEnvironmentOn())
+            AppendTo(narrowed, pos);
+    }
+    return result;
+}
+
+VELResult FindByProviderName(const ServedContexts& served, const VELUnicodeString& providerName,
+                             VELListPtrVELDyadContext& contexts) {
+    VELResult result = S_OK;
+    const int count = served.positions.Size();
+    for (int place = 1; place <= count; ++place) {
+        VELDyadContext* context = served.declared[served.positions[place]];
+        const ContextWatch watch(served.watches, context);
+        if (context == nullptr)
+            continue;
+        VELIDyadDbProvider_var provider;
+        result = context->GetDyadDbProvider(provider);
+        if (result < 0)
+            return result;
+        if (provider.IsNull())
+            continue;
+        VELUnicodeString name;
+        result = NameOf(provider, name);
+        if (result < 0)
+            return result;
+        if (context != nullptr && name == providerName && contexts.Append(context) == 0)
+            return E_FAIL;
+    }
+    return result;
+}
+
 } // namespace
 
 // ---- Views --------------------------------------------------------------------------------------
@@ -119,47 +185,19 @@ VELDyadCtxCollector::SetContextDatabaseType(const VELListValVELUnicodeString& pr
     if (providerNames.Size() == 0 || _DatabaseFilterDone)
         return S_OK;
     try {
-        return NarrowDatabaseView(providerNames);
+        VELRawCollint narrowed;
+        const VELResult result =
+            Narrow({_MainContexts, _DatabaseCtxIndexes, state_->watches}, providerNames, narrowed);
+        if (result < 0)
+            return result;
+        _DatabaseCtxIndexes = std::move(narrowed);
+        _DatabaseFilterDone = true;
+        state_->index.Forget();
+        return result;
     } catch (const std::exception&) {
         _CtxType = typeBefore;
         return E_FAIL;
     }
-}
-
-VELResult VELDyadCtxCollector::NarrowDatabaseView(const VELListValVELUnicodeString& providerNames) {
-    const dyadctx::TextSet wanted = dyadctx::SetOf(providerNames);
-    VELRawCollint narrowed;
-    VELResult result = S_OK;
-    const int count = _DatabaseCtxIndexes.Size();
-    for (int place = 1; place <= count; ++place) {
-        const int pos = _DatabaseCtxIndexes[place];
-        VELDyadContext* context = std::as_const(_MainContexts)[pos];
-        const ContextWatch watch(state_->watches, context);
-        if (context == nullptr)
-            continue;
-        VELIDyadDbProvider_var provider;
-        result = context->GetDyadDbProvider(provider);
-        if (result < 0)
-            return result;
-        if (!provider.IsNull()) {
-            VELUnicodeString name;
-            result = NameOf(provider, name);
-            if (result < 0)
-                return result;
-            if (name.IsEmpty())
-                continue;
-            if (wanted.contains(name.AsView()))
-                AppendTo(narrowed, pos);
-        }
-        const bool isPath =
-            context != nullptr && context->GetParameterType().AsView() == dyadctx::PathType;
-        if (isPath && IsDbEnvironmentOn())
-            AppendTo(narrowed, pos);
-    }
-    _DatabaseCtxIndexes = std::move(narrowed);
-    _DatabaseFilterDone = true;
-    state_->index.Forget();
-    return result;
 }
 
 VELResult VELDyadCtxCollector::GetContextType(int& type) const noexcept {
@@ -217,35 +255,11 @@ VELResult VELDyadCtxCollector::GetContextsFromDbProviderName(const VELUnicodeStr
     const ContextWatch watch(state_->watches, contexts);
     const VELResult result = CodeOf([&] {
         // The name may be a text of a context, and that does not outlive an assignment.
-        return FindByProviderName(VELUnicodeString(providerName), contexts);
+        return FindByProviderName({_MainContexts, _DatabaseCtxIndexes, state_->watches},
+                                  VELUnicodeString(providerName), contexts);
     });
     // Those that a host's provider has taken away meanwhile.
     while (dyadctx::HostCodeCanRun() && contexts.RemoveValue(nullptr) != 0) {
-    }
-    return result;
-}
-
-VELResult VELDyadCtxCollector::FindByProviderName(const VELUnicodeString& providerName,
-                                                  VELListPtrVELDyadContext& contexts) {
-    VELResult result = S_OK;
-    const int count = _DatabaseCtxIndexes.Size();
-    for (int place = 1; place <= count; ++place) {
-        VELDyadContext* context = std::as_const(_MainContexts)[_DatabaseCtxIndexes[place]];
-        const ContextWatch watch(state_->watches, context);
-        if (context == nullptr)
-            continue;
-        VELIDyadDbProvider_var provider;
-        result = context->GetDyadDbProvider(provider);
-        if (result < 0)
-            return result;
-        if (provider.IsNull())
-            continue;
-        VELUnicodeString name;
-        result = NameOf(provider, name);
-        if (result < 0)
-            return result;
-        if (context != nullptr && name == providerName && contexts.Append(context) == 0)
-            return E_FAIL;
     }
     return result;
 }

@@ -24,6 +24,7 @@
 
 namespace dyadctx {
 struct CollectorAccess;
+struct CollectorInternals;
 struct CollectorState;
 } // namespace dyadctx
 
@@ -161,48 +162,34 @@ public:
 
 private:
     friend struct dyadctx::CollectorAccess;
+    friend struct dyadctx::CollectorInternals;
 
-    VELDyadCtxCollector(const VELUnicodeString& file, const unsigned char& isDefault);
+    VELDYADCTX_LOCAL VELDyadCtxCollector(const VELUnicodeString& file,
+                                         const unsigned char& isDefault);
 
-    // All fields that a copy takes over, in declared order.
-    template<class Collector>
-    static auto CopiedFields(Collector& collector);
+    VELDYADCTX_LOCAL VELResult Check(VELUnicodeString& message);
+    VELDYADCTX_LOCAL unsigned char CheckDefaultContext(const VELUnicodeString& name,
+                                                       const VELUnicodeString& parameter,
+                                                       const VELUnicodeString& parameterType,
+                                                       VELUnicodeString& message);
+    VELDYADCTX_LOCAL unsigned char IsAValidParamType(const VELUnicodeString& parameterType);
+    VELDYADCTX_LOCAL unsigned char FindMatchingDatabase(int index, VELDyadContext* context,
+                                                        VELDyadContext** match);
 
-    bool Holds(VELDyadContext* ctx);
-    const VELRawCollint* ServedPositions() const;
-    // The place of the first context of that name in the current view, 0 without one; the second
-    // does without memory.
-    int PlaceInView(const VELUnicodeString& name);
-    int WalkToName(const VELUnicodeString& name);
-    // Ends where `target` has become null.
-    void UnlinkInView(VELDyadContext* const& target);
-    void TakeOut(VELDyadContext* target) noexcept;
+    VELDYADCTX_LOCAL VELResult SetFriendsAndAssociated(VELUnicodeString& message);
 
-    VELResult NarrowDatabaseView(const VELListValVELUnicodeString& providerNames);
-    VELResult FindByProviderName(const VELUnicodeString& providerName,
-                                 VELListPtrVELDyadContext& contexts);
-    void CutScenariosTo(int rows) noexcept;
-    void TraceRows() const;
-
-    VELResult Check(VELUnicodeString& message);
-    unsigned char CheckDefaultContext(const VELUnicodeString& name,
-                                      const VELUnicodeString& parameter,
-                                      const VELUnicodeString& parameterType,
-                                      VELUnicodeString& message);
-    unsigned char IsAValidParamType(const VELUnicodeString& parameterType);
-    unsigned char FindMatchingDatabase(int index, VELDyadContext* context, VELDyadContext** match);
-
-    VELResult SetFriendsAndAssociated(VELUnicodeString& message);
-
-    static VELDyadCtxCollector* CreateCollectorFromXMLFile(const VELUnicodeString& file,
-                                                           const unsigned char& isDefault,
-                                                           VELUnicodeString& message);
-    static VELResult CheckXMLFile(const VELUnicodeString& file);
-    static void DeleteCollectorAtCreate(VELDyadCtxCollector*& collector, const char* step,
-                                        VELUnicodeString& message);
-    static void GetDefaultContextXML(VELUnicodeString& file);
-    static unsigned char LogError(const char* method, const char* key, VELUnicodeString& message,
-                                  const VELUnicodeString* parameters, int count, int newLine);
+    VELDYADCTX_LOCAL static VELDyadCtxCollector*
+    CreateCollectorFromXMLFile(const VELUnicodeString& file, const unsigned char& isDefault,
+                               VELUnicodeString& message);
+    VELDYADCTX_LOCAL static VELResult CheckXMLFile(const VELUnicodeString& file);
+    VELDYADCTX_LOCAL static void DeleteCollectorAtCreate(VELDyadCtxCollector*& collector,
+                                                         const char* step,
+                                                         VELUnicodeString& message);
+    VELDYADCTX_LOCAL static void GetDefaultContextXML(VELUnicodeString& file);
+    VELDYADCTX_LOCAL static unsigned char LogError(const char* method, const char* key,
+                                                   VELUnicodeString& message,
+                                                   const VELUnicodeString* parameters, int count,
+                                                   int newLine);
 
     // Every context this collector owns, each once.
     VELListPtrVELDyadContext _Contexts;

@@ -33,7 +33,7 @@ VELResult VELDyadCtxCollector::Check(VELUnicodeString& message) {
     CheckRun run(*this, CheckExtent::AllContexts, reporter);
     bool valid = true;
     for (int pos = 1; valid && pos <= count; ++pos) {
-        run.Announce(pos);
+        run.Prefetch(pos);
         VELDyadContext* context = std::as_const(_MainContexts)[pos];
         if (context == nullptr)
             LogError(dyadctx::CheckMethod, dyadctx::key::InternalError, message, nullptr, 0, 1);

@@ -40,6 +40,15 @@ std::unique_ptr<SiteTables> TablesFor(const VELUnicodeString& parameterType) noe
 
 using Record = DyadMultiSiteHashTableElement;
 
+// The table in use; null when there is none.
+VELSysSimpleHashTable* TableIn(const std::unique_ptr<SiteTables>& tables) noexcept {
+    return tables == nullptr ? nullptr : tables->current.get();
+}
+
+bool HasFriendAt(const VELDyadContext& context, int index) noexcept {
+    return index >= 1 && index <= ContextAccess::Friends(context).Size();
+}
+
 // Visits the records of a table in its order. E_FAIL without a table and when a visit throws.
 template<class Visit>
 VELResult ForEachRecord(const VELSysSimpleHashTable* table, Visit visit) noexcept {
@@ -92,7 +101,7 @@ VELDyadContext::VELDyadContext(const VELDyadContext& src)
     : name_(src.name_), parameter_(src.parameter_), parameterType_(src.parameterType_),
       provider_(src.provider_), associated_(src.associated_),
       friends_(dyadctx::FriendList::CopyOf(src.friends_)) {
-    if (src.Sites() != nullptr) {
+    if (TableIn(src.sites_) != nullptr) {
         sites_ = std::make_unique<SiteTables>();
         sites_->current = src.sites_->current;
     }
@@ -148,10 +157,6 @@ VELUnicodeString VELDyadContext::GetNLSParameterType() const {
 
 // ---- Friends and the associated context ---------------------------------------------------------
 
-bool VELDyadContext::HoldsFriendAt(int index) const noexcept {
-    return index >= 1 && index <= ContextAccess::Friends(*this).Size();
-}
-
 VELResult VELDyadContext::AddFriend(VELDyadContext* ctx) {
     if (ctx == nullptr || !ContextAccess::AppendFriend(*this, ctx))
         return E_FAIL;
@@ -161,7 +166,7 @@ VELResult VELDyadContext::AddFriend(VELDyadContext* ctx) {
 }
 
 VELResult VELDyadContext::SetFriend(int index, VELDyadContext* ctx) {
-    if (ctx == nullptr || !HoldsFriendAt(index))
+    if (ctx == nullptr || !HasFriendAt(*this, index))
         return E_FAIL;
     friends_->Set(index, ctx);
     TRACE_LOG("VELDyadContext:SetFriends[%d]= %s", index, ctx->name_.ConvertToChar());
@@ -169,7 +174,7 @@ VELResult VELDyadContext::SetFriend(int index, VELDyadContext* ctx) {
 }
 
 VELResult VELDyadContext::RemoveFriend(int index) {
-    if (!HoldsFriendAt(index))
+    if (!HasFriendAt(*this, index))
         return E_FAIL;
     friends_->RemovePosition(index);
     TRACE_LOG("VELDyadContext:RemoveFriend[%d]", index);
@@ -255,14 +260,10 @@ VELResult VELDyadContext::GetDyadDbProvider(VELIDyadDbProvider_var& out) const {
 
 // ---- The table of sites -------------------------------------------------------------------------
 
-VELSysSimpleHashTable* VELDyadContext::Sites() const noexcept {
-    return sites_ == nullptr ? nullptr : sites_->current.get();
-}
-
 VELResult VELDyadContext::AddRecordInMultiSiteHash(const VELUnicodeString& serverDetails,
                                                    const VELIDyadDbProvider_var& provider) {
     TRACE_LOG("VELDyadContext:AddRecordInMultiSiteHash");
-    VELSysSimpleHashTable* sites = Sites();
+    VELSysSimpleHashTable* sites = TableIn(sites_);
     if (sites == nullptr)
         return E_FAIL;
     // Whether the record was taken, found its like or found no memory makes no difference here.
@@ -277,7 +278,7 @@ VELResult VELDyadContext::AddRecordInMultiSiteHash(const VELUnicodeString& serve
 
 VELResult VELDyadContext::RemoveRecordFromMultiSiteHash(const VELUnicodeString& serverDetails) {
     TRACE_LOG("VELDyadContext:RemoveRecordFromMultiSiteHash");
-    VELSysSimpleHashTable* sites = Sites();
+    VELSysSimpleHashTable* sites = TableIn(sites_);
     if (sites == nullptr)
         return E_FAIL;
     return CodeOf([&] {
@@ -291,7 +292,7 @@ VELResult VELDyadContext::RemoveRecordFromMultiSiteHash(const VELUnicodeString& 
 VELResult VELDyadContext::LocateInMultisiteHash(const VELUnicodeString& serverDetails,
                                                 VELIDyadDbProvider_var& provider) {
     TRACE_LOG("VELDyadContext:LocateInMultisiteHash");
-    const VELSysSimpleHashTable* sites = Sites();
+    const VELSysSimpleHashTable* sites = TableIn(sites_);
     if (sites == nullptr)
         return E_FAIL;
     return CodeOf([&] {
@@ -307,7 +308,7 @@ VELResult VELDyadContext::LocateInMultisiteHash(const VELUnicodeString& serverDe
 void VELDyadContext::GetListOfSites(VELListValVELUnicodeString& sites) {
     TRACE_LOG("VELDyadContext:GetListOfSites");
     const int sizeBefore = sites.Size();
-    const VELResult listed = ForEachRecord(Sites(), [&](const Record& record) {
+    const VELResult listed = ForEachRecord(TableIn(sites_), [&](const Record& record) {
         VELUnicodeString serverDetails;
         record.GetServerDetails(serverDetails);
         sites.Append(std::move(serverDetails));
@@ -320,7 +321,7 @@ VELResult
 VELDyadContext::GetListOfMultisiteDbProvider(VELListValVELIDyadDbProvider_var& providers) {
     TRACE_LOG("VELDyadContext:GetListOfMultisiteDbProvider");
     const int sizeBefore = providers.Size();
-    const VELResult listed = ForEachRecord(Sites(), [&](const Record& record) {
+    const VELResult listed = ForEachRecord(TableIn(sites_), [&](const Record& record) {
         VELIDyadDbProvider_var provider;
         if (record.GetDyadDBProvider(provider) == 0)
             providers.Append(provider);

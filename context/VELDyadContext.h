@@ -21,8 +21,6 @@
 
 #include <memory>
 
-class VELSysSimpleHashTable;
-
 namespace dyadctx {
 struct ContextAccess;
 struct ContextTexts;
@@ -95,10 +93,7 @@ public:
 private:
     friend struct dyadctx::ContextAccess;
     // Takes the texts over.
-    explicit VELDyadContext(dyadctx::ContextTexts&& texts);
-
-    VELSysSimpleHashTable* Sites() const noexcept;
-    bool HoldsFriendAt(int index) const noexcept;
+    VELDYADCTX_LOCAL explicit VELDyadContext(dyadctx::ContextTexts&& texts);
 
     VELUnicodeString name_;
     VELUnicodeString parameter_;

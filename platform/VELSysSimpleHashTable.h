@@ -36,6 +36,6 @@ public:
     void* Get(int position) const noexcept;
 
 private:
-    struct Storage;
+    struct VELDYADCTX_LOCAL Storage;
     std::unique_ptr<Storage> storage_;
 };

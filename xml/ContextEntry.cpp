@@ -1,7 +1,6 @@
 #include "xml/detail/ContextEntry.h"
 
 #include "collector/detail/CollectorAccess.h"
-#include "collector/detail/CollectorIndex.h"
 #include "context/detail/ContextAccess.h"
 #include "context/detail/DbEnvironment.h"
 #include "platform/detail/InMemoryDbProvider.h"
@@ -39,7 +38,7 @@ VELResult ContextEntry::AddContext(const VELIDOMElement& element, ContextLevels 
     if (result < 0 && !MayStandIn(owner))
         return result;
     if (owner == nullptr)
-        CollectorAccess::Index(state_.collector).Announce(values_.texts.name);
+        CollectorAccess::PrefetchName(state_.collector, values_.texts.name);
     auto context = ContextAccess::Make(std::move(values_.texts));
     if (context->GetParameterType() == Names().databaseType)
         return AddDatabaseContext(element, std::move(context), owner, associated);

@@ -1,7 +1,6 @@
 #include "xml/detail/ContextReader.h"
 
 #include "collector/detail/CollectorAccess.h"
-#include "collector/detail/CollectorIndex.h"
 #include "context/detail/DbEnvironment.h"
 #include "platform/detail/DomAccess.h"
 #include "platform/detail/HostCode.h"
@@ -23,7 +22,7 @@ VELResult ContextReader::ParseXMLNodes(const VELIDOMElement& root) {
     VELResult result = Begin(root, Names().data, ContextLevels());
     // Between two contexts mostly stands a line break.
     if (!passes_.empty())
-        CollectorAccess::Index(state_.collector).Expect((passes_.back().nodeCount + 1) / 2);
+        CollectorAccess::Reserve(state_.collector, (passes_.back().nodeCount + 1) / 2);
     while (!passes_.empty())
         result = Advance(result);
     return result;

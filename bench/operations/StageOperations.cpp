@@ -1,6 +1,7 @@
 #include "bench/operations/LibraryOperations.h"
 #include "bench/operations/LoadedFile.h"
 #include "collector/detail/CollectorAccess.h"
+#include "collector/detail/CollectorInternals.h"
 #include "platform/VELDbContextEnvironment.h"
 #include "platform/VELIXMLDOM.h"
 #include "platform/detail/DomAccess.h"
@@ -25,9 +26,9 @@ void RunStage(VELDyadCtxCollector& collector, Stage stage) {
     case Stage::Read:
         return Demand(VELDyadCtxXml(&collector).Unstream(message), message);
     case Stage::Link:
-        return Demand(CollectorAccess::SetFriendsAndAssociated(collector, message), message);
+        return Demand(CollectorInternals::SetFriendsAndAssociated(collector, message), message);
     case Stage::Check:
-        return Demand(CollectorAccess::Check(collector, message), message);
+        return Demand(CollectorInternals::Check(collector, message), message);
     case Stage::Views:
         return Demand(collector.SetCtxTypeList(), message);
     }

@@ -1,6 +1,7 @@
 #include "collector/detail/CheckRun.h"
 
 #include "collector/detail/CollectorAccess.h"
+#include "collector/detail/CollectorInternals.h"
 #include "context/detail/ContextAccess.h"
 #include "context/detail/DbEnvironment.h"
 #include "platform/detail/HostCode.h"
@@ -13,7 +14,7 @@ namespace dyadctx {
 
 CheckRun::CheckRun(VELDyadCtxCollector& collector, CheckExtent extent, FaultReporter& reporter)
     : collector_(collector), watches_(CollectorAccess::Watches(collector)),
-      lookups_(CollectorAccess::MainContexts(collector), CollectorAccess::Index(collector),
+      lookups_(CollectorAccess::Declared(collector), CollectorInternals::State(collector).index,
                watches_, extent),
       reporter_(reporter) {}
 

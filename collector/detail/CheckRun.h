@@ -14,8 +14,8 @@ public:
     // With CheckExtent::AllContexts each context is given with its own position.
     CheckRun(VELDyadCtxCollector& collector, CheckExtent extent, FaultReporter& reporter);
 
-    // Tells that the declared context at a position is soon to be checked.
-    void Announce(int pos) const noexcept { lookups_.Announce(pos); }
+    // What checking the declared context at a position soon takes.
+    void Prefetch(int pos) const noexcept { lookups_.Prefetch(pos); }
     // Whether the context keeps all rules. False without report for a null context or an index
     // outside the current view; index 0 is a context that is not registered.
     bool CheckContext(VELDyadContext* context, int index);

@@ -62,13 +62,13 @@ const PositionChains& CollectorIndex::Declared(const VELListPtrVELDyadContext& d
     return declared_.chains;
 }
 
-void CollectorIndex::Announce(const VELUnicodeString& name) const noexcept {
-    declared_.chains.Announce(HashOfText(name.AsView()));
+void CollectorIndex::Prefetch(const VELUnicodeString& name) const noexcept {
+    declared_.chains.Prefetch(HashOfText(name.AsView()));
 }
 
-void CollectorIndex::AnnounceContext(const VELListPtrVELDyadContext& declared,
+void CollectorIndex::PrefetchContext(const VELListPtrVELDyadContext& declared,
                                      const VELUnicodeString& name) const noexcept {
-    Prefetch(declared[declared_.chains.Guess(HashOfText(name.AsView()))]);
+    dyadctx::Prefetch(declared[declared_.chains.Guess(HashOfText(name.AsView()))]);
 }
 
 int CollectorIndex::PositionOfName(const VELListPtrVELDyadContext& declared,

@@ -23,12 +23,12 @@ namespace dyadctx {
 class CollectorIndex {
 public:
     // Prepares for about that many declared contexts.
-    void Expect(int declaredSize) noexcept { expectedSize_ = declaredSize; }
+    void Reserve(int declaredSize) noexcept { expectedSize_ = declaredSize; }
 
-    // Tell that a name is about to be looked up or entered, so that what this takes is at hand:
-    // first where the name is kept, some time later the context that probably has it.
-    void Announce(const VELUnicodeString& name) const noexcept;
-    void AnnounceContext(const VELListPtrVELDyadContext& declared,
+    // What looking up or entering a name soon takes: first the place where the name is kept, some
+    // time later the context that probably has it.
+    void Prefetch(const VELUnicodeString& name) const noexcept;
+    void PrefetchContext(const VELListPtrVELDyadContext& declared,
                          const VELUnicodeString& name) const noexcept;
 
     // The first position above `after` in `declared` whose context has that name; 0 without one.

@@ -90,7 +90,7 @@ bool DatabaseMatches::AppendAll() {
     std::vector<std::uint64_t> hashes(static_cast<std::size_t>(declared_.Size()) + Ahead + 1);
     int compared = 0;
     for (int pos = 1; pos <= declared_.Size(); ++pos) {
-        Announce(pos);
+        Prefetch(pos);
         const VELDyadContext* context = declared_[pos];
         const InMemoryDbProvider* provider = ProviderOf(context);
         if (provider == nullptr && context != nullptr &&
@@ -104,7 +104,7 @@ bool DatabaseMatches::AppendAll() {
     chains_.Reserve(declared_.Size(), compared);
     for (int pos = 1; pos <= declared_.Size(); ++pos) {
         const auto at = static_cast<std::size_t>(pos);
-        chains_.Announce(hashes[at + Ahead]);
+        chains_.Prefetch(hashes[at + Ahead]);
         Append(pos, hashes[at]);
     }
     return true;
@@ -119,10 +119,10 @@ void DatabaseMatches::Append(int pos, std::uint64_t hash) {
 }
 
 // Contexts, their providers and the data of these each lie in memory of their own.
-void DatabaseMatches::Announce(int pos) const noexcept {
+void DatabaseMatches::Prefetch(int pos) const noexcept {
     ContextAccess::Prefetch(declared_[pos + 3 * Ahead]);
     if (const VELDyadContext* context = declared_[pos + 2 * Ahead])
-        Prefetch(ContextAccess::KeptProvider(*context).Get());
+        dyadctx::Prefetch(ContextAccess::KeptProvider(*context).Get());
     if (const InMemoryDbProvider* provider = ProviderOf(declared_[pos + Ahead]))
         provider->PrefetchData();
 }

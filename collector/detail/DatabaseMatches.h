@@ -37,7 +37,7 @@ private:
     // False at a provider that is not a built-in one.
     bool AppendAll();
     void Append(int pos, std::uint64_t hash);
-    void Announce(int pos) const noexcept;
+    void Prefetch(int pos) const noexcept;
 
     const VELListPtrVELDyadContext& declared_;
     // The positions of each database that is compared.

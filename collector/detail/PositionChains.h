@@ -54,10 +54,10 @@ public:
         const Slot& slot = slots_[SlotOf(Short(hash), hasKey)];
         return {slot.IsAlone() ? slot.Last() : At(slot.Last()), slot.Last()};
     }
-    // Tells that a key is about to be asked for or appended.
-    void Announce(std::uint64_t hash) const noexcept {
+    // What looking up or appending a key soon takes.
+    void Prefetch(std::uint64_t hash) const noexcept {
         if (!slots_.empty())
-            Prefetch(&slots_[Home(Short(hash), slots_.size())]);
+            dyadctx::Prefetch(&slots_[Home(Short(hash), slots_.size())]);
     }
     // A position that probably is in the chain of a key; 0 without one.
     int Guess(std::uint64_t hash) const noexcept {

@@ -46,7 +46,7 @@ bool RuleLookups::IsKnownType(const VELUnicodeString& parameterType) {
     return known;
 }
 
-void RuleLookups::Announce(int pos) const noexcept {
+void RuleLookups::Prefetch(int pos) const noexcept {
     constexpr int Ahead = 8;
     ContextAccess::Prefetch(declared_[pos + 4 * Ahead]);
     ContextAccess::PrefetchFriends(declared_[pos + 3 * Ahead]);

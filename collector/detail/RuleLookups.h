@@ -25,8 +25,8 @@ public:
                 ContextWatches& watches, CheckExtent extent)
         : declared_(declared), index_(index), watches_(watches), extent_(extent) {}
 
-    // Tells that the declared context at a position is soon to be looked at.
-    void Announce(int pos) const noexcept;
+    // What looking at the declared context at a position soon takes.
+    void Prefetch(int pos) const noexcept;
     // Whether contexts may have that parameter type now.
     static bool IsKnownType(const VELUnicodeString& parameterType);
     // The first declared context of that name behind position `after`, or null. When all contexts

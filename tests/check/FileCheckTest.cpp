@@ -1,6 +1,5 @@
 // Every fault of a file in one run, each at its place.
 #include "check/FileCheckSupport.h"
-#include "collector/detail/CollectorAccess.h"
 #include "support/ContextFile.h"
 #include "support/FaultyProviders.h"
 #include "support/TemporaryFolder.h"

@@ -1,5 +1,6 @@
 #include "collector/detail/CheckRun.h"
 #include "collector/DeclaredContexts.h"
+#include "collector/detail/CollectorInternals.h"
 #include "support/ContextFile.h"
 
 #include <gtest/gtest.h>
@@ -54,7 +55,7 @@ protected:
         CollectingReporter reporter;
         CheckRun run(collector, CheckExtent::AllContexts, reporter);
         for (int pos = 1; pos <= collector.GetAllNbCtxs(); ++pos)
-            run.CheckContext(CollectorAccess::MainContexts(collector)[pos], pos);
+            run.CheckContext(CollectorInternals::MainContexts(collector)[pos], pos);
         return reporter.All();
     }
 

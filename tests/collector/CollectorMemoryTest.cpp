@@ -1,5 +1,5 @@
 // Every operation with one of its allocations failing: it refuses and leaves things as they were.
-#include "collector/detail/CollectorAccess.h"
+#include "collector/detail/CollectorInternals.h"
 #include "collector/detail/ViewType.h"
 #include "context/detail/ContextAccess.h"
 #include "support/ContextFile.h"
@@ -64,8 +64,8 @@ TEST(CollectorMemory, AddContextRefusesADeclaredContextAndLeavesItToTheCaller) {
             FailsAt(number, [&] { added = collector->AddContext(context.get(), nullptr, 0); });
         EXPECT_EQ(added, failed ? E_FAIL : S_OK);
         EXPECT_EQ(collector->GetAllNbCtxs(), failed ? 0 : 1);
-        EXPECT_EQ(CollectorAccess::MainContexts(*collector).Size(), failed ? 0 : 1);
-        EXPECT_EQ(CollectorAccess::Contexts(*collector).Size(), failed ? 0 : 1);
+        EXPECT_EQ(CollectorInternals::MainContexts(*collector).Size(), failed ? 0 : 1);
+        EXPECT_EQ(CollectorInternals::Contexts(*collector).Size(), failed ? 0 : 1);
         EXPECT_EQ(ContextAccess::WasRegistered(*context), !failed);
         if (!failed)
             static_cast<void>(context.release());
@@ -77,10 +77,10 @@ TEST(CollectorMemory, AddContextRefusesADeclaredContextAndLeavesItToTheCaller) {
 TEST(CollectorMemory, AddContextKnowsARegisteredContextAlsoWithoutMemory) {
     ForEachAllocation([](int number) {
         CollectorPtr collector = SmallCollector();
-        VELDyadContext* context = CollectorAccess::MainContexts(*collector)[1];
+        VELDyadContext* context = CollectorInternals::MainContexts(*collector)[1];
         const bool failed = FailsAt(number, [&] { collector->AddContext(context, nullptr, 0); });
-        EXPECT_EQ(CollectorAccess::Contexts(*collector).Size(), 3);
-        EXPECT_EQ(collector->GetAllNbCtxs(), CollectorAccess::MainContexts(*collector).Size());
+        EXPECT_EQ(CollectorInternals::Contexts(*collector).Size(), 3);
+        EXPECT_EQ(collector->GetAllNbCtxs(), CollectorInternals::MainContexts(*collector).Size());
         return failed;
     });
 }
@@ -88,7 +88,7 @@ TEST(CollectorMemory, AddContextKnowsARegisteredContextAlsoWithoutMemory) {
 TEST(CollectorMemory, AddContextOwnsAFriendAsSoonAsItIsRegistered) {
     ForEachAllocation([](int number) {
         CollectorPtr collector = SmallCollector();
-        VELDyadContext* parent = CollectorAccess::MainContexts(*collector)[1];
+        VELDyadContext* parent = CollectorInternals::MainContexts(*collector)[1];
         auto context = std::make_unique<VELDyadContext>("Friend", "", "Path");
         VELResult added = S_OK;
         const bool failed =
@@ -96,7 +96,7 @@ TEST(CollectorMemory, AddContextOwnsAFriendAsSoonAsItIsRegistered) {
         EXPECT_EQ(added, failed ? E_FAIL : S_OK);
         EXPECT_EQ(ContextAccess::Friends(*parent).Size(), failed ? 0 : 1);
         const bool isOwned = ContextAccess::WasRegistered(*context);
-        EXPECT_EQ(CollectorAccess::Contexts(*collector).Size(), isOwned ? 4 : 3);
+        EXPECT_EQ(CollectorInternals::Contexts(*collector).Size(), isOwned ? 4 : 3);
         if (isOwned)
             static_cast<void>(context.release());
         return failed;
@@ -106,8 +106,8 @@ TEST(CollectorMemory, AddContextOwnsAFriendAsSoonAsItIsRegistered) {
 TEST(CollectorMemory, DeleteContextNeedsNone) {
     const int failures = ForEachAllocation([](int number) {
         CollectorPtr collector = SmallCollector();
-        VELDyadContext* target = CollectorAccess::MainContexts(*collector)[1];
-        VELDyadContext* holder = CollectorAccess::MainContexts(*collector)[2];
+        VELDyadContext* target = CollectorInternals::MainContexts(*collector)[1];
+        VELDyadContext* holder = CollectorInternals::MainContexts(*collector)[2];
         for (int i = 0; i < 3; ++i)
             holder->AddFriend(target);
         holder->AddAssociatedContext(target);
@@ -127,7 +127,7 @@ TEST(CollectorMemory, NamesAreFoundWithoutMemory) {
     for (const int type : {AllContexts, PathContexts, DatabaseContexts, FileContexts}) {
         const int failures = ForEachAllocation([type](int number) {
             CollectorPtr collector = SmallCollector();
-            CollectorAccess::Type(*collector) = type;
+            CollectorInternals::Type(*collector) = type;
             VELDyadContext* found = nullptr;
             VELDyadContext* none = nullptr;
             VELResult code = E_FAIL;
@@ -138,7 +138,7 @@ TEST(CollectorMemory, NamesAreFoundWithoutMemory) {
                 missing = collector->GetCtxFromName(absent, none);
             });
             EXPECT_EQ(code, S_OK);
-            EXPECT_EQ(found, CollectorAccess::MainContexts(*collector)[1]);
+            EXPECT_EQ(found, CollectorInternals::MainContexts(*collector)[1]);
             EXPECT_EQ(missing, E_FAIL);
             EXPECT_EQ(collector->GetCtxFromName(Target, found), S_OK);
             return failed;
@@ -158,10 +158,11 @@ TEST(CollectorMemory, AScenarioIsKeptWholeOrNotAtAll) {
         const int rows = failed ? 2 : 3;
         EXPECT_EQ(collector->GetNbScenarios(), rows);
         for (const auto& list :
-             {CollectorAccess::Channels(*collector), CollectorAccess::ChannelContexts(*collector),
-              CollectorAccess::Profiles(*collector), CollectorAccess::Ids(*collector),
-              CollectorAccess::OptionNames(*collector), CollectorAccess::OptionValues(*collector),
-              CollectorAccess::Keys(*collector)})
+             {CollectorInternals::Channels(*collector),
+              CollectorInternals::ChannelContexts(*collector),
+              CollectorInternals::Profiles(*collector), CollectorInternals::Ids(*collector),
+              CollectorInternals::OptionNames(*collector),
+              CollectorInternals::OptionValues(*collector), CollectorInternals::Keys(*collector)})
             EXPECT_EQ(list.Size(), rows);
         return failed;
     });
@@ -221,9 +222,9 @@ TEST(CollectorMemory, TheListsOfTheViewsAreFilledWholeOrNotAtAll) {
         VELResult code = S_OK;
         const bool failed = FailsAt(number, [&] { code = collector->SetCtxTypeList(); });
         EXPECT_EQ(code, failed ? E_FAIL : S_OK);
-        EXPECT_EQ(CollectorAccess::PathIndexes(*collector).Size(), failed ? 2 : 4);
-        EXPECT_EQ(CollectorAccess::DatabaseIndexes(*collector).Size(), failed ? 2 : 4);
-        EXPECT_EQ(CollectorAccess::FileIndexes(*collector).Size(), failed ? 3 : 6);
+        EXPECT_EQ(CollectorInternals::PathIndexes(*collector).Size(), failed ? 2 : 4);
+        EXPECT_EQ(CollectorInternals::DatabaseIndexes(*collector).Size(), failed ? 2 : 4);
+        EXPECT_EQ(CollectorInternals::FileIndexes(*collector).Size(), failed ? 3 : 6);
         return failed;
     });
     EXPECT_GE(failures, 3);
@@ -238,9 +239,9 @@ TEST(CollectorMemory, NarrowingRefusesAndKeepsViewAndType) {
         const bool failed =
             FailsAt(number, [&] { code = collector->SetContextDatabaseType(names); });
         EXPECT_EQ(code, failed ? E_FAIL : S_OK);
-        EXPECT_EQ(CollectorAccess::Type(*collector), failed ? 0 : 2);
-        EXPECT_EQ(CollectorAccess::DatabaseFilterDone(*collector), !failed);
-        EXPECT_EQ(CollectorAccess::DatabaseIndexes(*collector).Size(), failed ? 2 : 1);
+        EXPECT_EQ(CollectorInternals::Type(*collector), failed ? 0 : 2);
+        EXPECT_EQ(CollectorInternals::DatabaseFilterDone(*collector), !failed);
+        EXPECT_EQ(CollectorInternals::DatabaseIndexes(*collector).Size(), failed ? 2 : 1);
         return failed;
     });
     EXPECT_GE(failures, 3);
@@ -265,7 +266,7 @@ TEST(CollectorMemory, ProviderQueriesRefuse) {
     VELUnicodeString message;
     ASSERT_EQ(VELDyadCtxCollector::AddCADTransitionContext(pointer, message), S_OK);
     VELIDyadDbProvider_var provider;
-    ASSERT_EQ(CollectorAccess::MainContexts(*collector)[1]->GetDyadDbProvider(provider), S_OK);
+    ASSERT_EQ(CollectorInternals::MainContexts(*collector)[1]->GetDyadDbProvider(provider), S_OK);
     const int byProvider = ForEachAllocation([&](int number) {
         VELListValVELUnicodeString names;
         VELResult code = S_OK;
@@ -303,7 +304,7 @@ TEST(CollectorMemory, ATransitionContextIsAddedWholeOrNotAtAll) {
         EXPECT_GE(added, 2);
         for (int pos = 4; pos <= collector->GetAllNbCtxs(); ++pos)
             EXPECT_FALSE(
-                ContextAccess::KeptProvider(*CollectorAccess::MainContexts(*collector)[pos])
+                ContextAccess::KeptProvider(*CollectorInternals::MainContexts(*collector)[pos])
                     .IsNull());
         return failed;
     });
@@ -350,8 +351,8 @@ TEST(CollectorMemory, AnAssignmentIsWholeOrThrows) {
         });
         EXPECT_EQ(threw, failed);
         EXPECT_EQ(target->GetNbCtxs(), failed ? 0 : 3);
-        EXPECT_EQ(CollectorAccess::Channels(*target).Size(), failed ? 1 : 2);
-        EXPECT_EQ(CollectorAccess::Keys(*target).Size(), failed ? 1 : 2);
+        EXPECT_EQ(CollectorInternals::Channels(*target).Size(), failed ? 1 : 2);
+        EXPECT_EQ(CollectorInternals::Keys(*target).Size(), failed ? 1 : 2);
         *target = *empty;
         return failed;
     });

@@ -1,5 +1,5 @@
 #include "collector/detail/ContextFileSource.h"
-#include "collector/detail/CollectorAccess.h"
+#include "collector/detail/CollectorInternals.h"
 #include "support/ContextFile.h"
 #include "support/SpecialFiles.h"
 #include "support/TemporaryFolder.h"
@@ -44,7 +44,7 @@ protected:
 
 TEST_P(ContextFileVerdicts, AreGivenWithoutOpeningTheFile) {
     EXPECT_EQ(JudgeContextFile(Path()), GetParam().verdict);
-    EXPECT_EQ(CollectorAccess::CheckXMLFile(Path()),
+    EXPECT_EQ(CollectorInternals::CheckXMLFile(Path()),
               GetParam().verdict == VELDyadCtxPathVerdict::Usable ? S_OK : E_FAIL);
 }
 

@@ -1,4 +1,6 @@
 #include "collector/DeclaredContexts.h"
+#include "collector/detail/CollectorAccess.h"
+#include "collector/detail/CollectorInternals.h"
 #include "support/ContextFile.h"
 #include "support/EnvironmentVariable.h"
 #include "support/KeyCatalog.h"
@@ -285,7 +287,7 @@ TEST(Creation, AContextOfAFileThatNoCollectorHoldsAnyMoreIsDeletedByItsHolder) {
            <Context Name="B" Parameter="/b" ParameterType="Path"/>)");
     ASSERT_NE(created.collector, nullptr);
     std::vector<std::unique_ptr<VELDyadContext>> left;
-    const VELListPtrVELDyadContext& held = CollectorAccess::Contexts(*created.collector);
+    const VELListPtrVELDyadContext& held = CollectorInternals::Contexts(*created.collector);
     for (int pos = 1; pos <= held.Size(); ++pos)
         left.emplace_back(held[pos]);
     const std::unique_ptr<VELDyadCtxCollector> empty(
@@ -320,8 +322,8 @@ TEST(CollectorLogError, AddsALineAndTracesTheWholeText) {
     VELUnicodeString message("before ");
     const RecordingTrace trace;
 
-    EXPECT_EQ(CollectorAccess::LogError("Some::Method", "Key", message, parameters, 2, 1), 0);
-    EXPECT_EQ(CollectorAccess::LogError("Some::Method", "Other", message, nullptr, 0, 0), 0);
+    EXPECT_EQ(CollectorInternals::LogError("Some::Method", "Key", message, parameters, 2, 1), 0);
+    EXPECT_EQ(CollectorInternals::LogError("Some::Method", "Other", message, nullptr, 0, 0), 0);
 
     EXPECT_EQ(Text(message), "before Key(a|%s)\nOther()");
     EXPECT_EQ(trace.Lines(), (Lines{"WARNING VELDyadCtxCollector::LogError Method <Some::Method> "
@@ -335,7 +337,7 @@ TEST(CollectorLogError, AddsTheLineFeedWhereTheCatalogHasNoText) {
     catalog.Forget("Key");
     VELUnicodeString message("before");
 
-    EXPECT_EQ(CollectorAccess::LogError("Some::Method", "Key", message, nullptr, 0, 1), 0);
+    EXPECT_EQ(CollectorInternals::LogError("Some::Method", "Key", message, nullptr, 0, 1), 0);
 
     EXPECT_EQ(Text(message), "before\n");
 }
@@ -344,7 +346,7 @@ TEST(CollectorLogError, TakesTheMessageItselfAsParameter) {
     const KeyCatalog catalog;
     VELUnicodeString message("a text too long to live inside the string object");
 
-    EXPECT_EQ(CollectorAccess::LogError("Some::Method", "Key", message, &message, 1, 1), 0);
+    EXPECT_EQ(CollectorInternals::LogError("Some::Method", "Key", message, &message, 1, 1), 0);
 
     EXPECT_EQ(Text(message), "a text too long to live inside the string object"
                              "Key(a text too long to live inside the string object)\n");
@@ -356,7 +358,7 @@ TEST(DeleteCollectorAtCreate, WithAnEmptyMessageAddsNothing) {
     VELUnicodeString message;
     const RecordingTrace trace;
 
-    CollectorAccess::DeleteCollectorAtCreate(collector, "Stream", message);
+    CollectorInternals::DeleteCollectorAtCreate(collector, "Stream", message);
 
     EXPECT_EQ(collector, nullptr);
     EXPECT_EQ(Text(message), "");
@@ -370,7 +372,7 @@ TEST(DeleteCollectorAtCreate, WithoutCollectorPutsTheHeadingAlone) {
     VELDyadCtxCollector* collector = nullptr;
     VELUnicodeString message("old");
 
-    CollectorAccess::DeleteCollectorAtCreate(collector, "Stream", message);
+    CollectorInternals::DeleteCollectorAtCreate(collector, "Stream", message);
 
     EXPECT_EQ(collector, nullptr);
     EXPECT_EQ(Text(message), "Ctx.Collector.StreamError() : old");

@@ -1,4 +1,5 @@
 #include "collector/DeclaredContexts.h"
+#include "collector/detail/CollectorInternals.h"
 
 #include "context/detail/ContextAccess.h"
 #include "platform/VELDyadDbProviderServices.h"
@@ -46,7 +47,7 @@ VELDyadContext& DeclaredContexts::NameFriend(VELDyadContext& owner, const std::s
 
 VELDyadContext& DeclaredContexts::NameAssociated(VELDyadContext& owner, const std::string& name) {
     VELDyadContext* context = NewContext(name, "", "");
-    CollectorAccess::Contexts(*collector_).Append(context);
+    CollectorInternals::Contexts(*collector_).Append(context);
     owner.AddAssociatedContext(context);
     return *context;
 }
@@ -56,11 +57,11 @@ void DeclaredContexts::AddNullFriend(VELDyadContext& owner) {
 }
 
 VELResult DeclaredContexts::Check() {
-    return CollectorAccess::Check(*collector_, message_);
+    return CollectorInternals::Check(*collector_, message_);
 }
 
 VELResult DeclaredContexts::Link() {
-    return CollectorAccess::SetFriendsAndAssociated(*collector_, message_);
+    return CollectorInternals::SetFriendsAndAssociated(*collector_, message_);
 }
 
 int DeclaredContexts::CheckOne(VELDyadContext& context, int index) {

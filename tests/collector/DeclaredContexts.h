@@ -2,7 +2,7 @@
 #pragma once
 
 #include "collector/VELDyadCtxCollector.h"
-#include "collector/detail/CollectorAccess.h"
+#include "collector/detail/CollectorInternals.h"
 
 #include <memory>
 #include <string>

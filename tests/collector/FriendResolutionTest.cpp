@@ -1,4 +1,5 @@
 #include "collector/DeclaredContexts.h"
+#include "collector/detail/CollectorInternals.h"
 #include "context/detail/ContextAccess.h"
 #include "support/ContextFile.h"
 #include "support/KeyCatalog.h"
@@ -73,8 +74,8 @@ TEST_F(FriendResolution, PlaceholdersStayOwnedByTheCollector) {
 
     EXPECT_EQ(contexts_.Link(), S_OK);
 
-    EXPECT_EQ(CollectorAccess::Contexts(contexts_.Collector()).Size(), 3);
-    EXPECT_EQ(CollectorAccess::Contexts(contexts_.Collector()).Locate(&placeholder), 3);
+    EXPECT_EQ(CollectorInternals::Contexts(contexts_.Collector()).Size(), 3);
+    EXPECT_EQ(CollectorInternals::Contexts(contexts_.Collector()).Locate(&placeholder), 3);
 }
 
 TEST_F(FriendResolution, AContextMayBeItsOwnFriendAndAssociated) {

@@ -1,6 +1,7 @@
 // What a host's code does to contexts while the library checks, asks or deletes them. Nothing that
 // is gone may be touched, which the address sanitizer sees to where these tests run under it.
 #include "collector/HostCallbacks.h"
+#include "collector/detail/CollectorInternals.h"
 #include "support/ContextFile.h"
 #include "support/KeyCatalog.h"
 
@@ -161,7 +162,7 @@ TEST_F(DatabaseCallbacks, ASamenessThatAssignsToTheContextLeavesTheNameThatIsTra
     providers.onIsSame = [&] { one = VELDyadContext("assigned", "somewhere", "Path"); };
     const CallbackTrace trace("nothing", [] {});
     VELDyadContext* match = nullptr;
-    EXPECT_EQ(CollectorAccess::FindMatchingDatabase(contexts.Collector(), 1, &one, &match), 1);
+    EXPECT_EQ(CollectorInternals::FindMatchingDatabase(contexts.Collector(), 1, &one, &match), 1);
     EXPECT_EQ(match, &other);
     ASSERT_GE(trace.Lines().size(), 2U);
     EXPECT_EQ(trace.Lines().back(),

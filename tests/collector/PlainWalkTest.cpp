@@ -2,6 +2,7 @@
 #include "collector/PlainWalk.h"
 #include "collector/DeclaredContexts.h"
 #include "collector/detail/CheckRun.h"
+#include "collector/detail/CollectorInternals.h"
 #include "platform/VELDbContextEnvironment.h"
 #include "support/ContextFile.h"
 #include "support/KeyCatalog.h"
@@ -100,7 +101,7 @@ void CompareEachContext(DeclaredContexts& contexts, PlainWalk& plain) {
     MessageReporter reporter(message);
     CheckRun run(collector, CheckExtent::AllContexts, reporter);
     for (int pos = 1; pos <= collector.GetAllNbCtxs(); ++pos) {
-        VELDyadContext* context = CollectorAccess::MainContexts(collector)[pos];
+        VELDyadContext* context = CollectorInternals::MainContexts(collector)[pos];
         if (context == nullptr)
             continue;
         plain.ClearMessage();

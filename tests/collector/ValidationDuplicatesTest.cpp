@@ -1,4 +1,5 @@
 #include "collector/DeclaredContexts.h"
+#include "collector/detail/CollectorInternals.h"
 #include "platform/VELDyadDbProviderServices.h"
 #include "support/ContextFile.h"
 #include "support/FaultyProviders.h"
@@ -17,8 +18,8 @@ using Lines = std::vector<std::string>;
 class ValidationDuplicates : public testing::Test {
 protected:
     bool FindsDatabase(int index, VELDyadContext& context, VELDyadContext** match) {
-        return CollectorAccess::FindMatchingDatabase(contexts_.Collector(), index, &context,
-                                                     match) == 1;
+        return CollectorInternals::FindMatchingDatabase(contexts_.Collector(), index, &context,
+                                                        match) == 1;
     }
 
     KeyCatalog catalog_;
@@ -251,7 +252,8 @@ TEST_F(ValidationDuplicates, TheSearchIsSilentWhereItDoesNotBegin) {
 
     EXPECT_FALSE(FindsDatabase(1, path, nullptr));
     EXPECT_FALSE(FindsDatabase(2, last, nullptr));
-    EXPECT_EQ(CollectorAccess::FindMatchingDatabase(contexts_.Collector(), 1, nullptr, nullptr), 0);
+    EXPECT_EQ(CollectorInternals::FindMatchingDatabase(contexts_.Collector(), 1, nullptr, nullptr),
+              0);
 
     EXPECT_EQ(trace.Lines(), Lines());
 }

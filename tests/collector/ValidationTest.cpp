@@ -1,4 +1,5 @@
 #include "collector/DeclaredContexts.h"
+#include "collector/detail/CollectorInternals.h"
 #include "support/ContextFile.h"
 #include "support/KeyCatalog.h"
 #include "support/RecordingTrace.h"
@@ -298,9 +299,9 @@ TEST_F(Validation, CheckDefaultContextReportsUnderItsOwnName) {
     VELUnicodeString message("before\n");
     const RecordingTrace trace;
 
-    EXPECT_EQ(
-        CollectorAccess::CheckDefaultContext(contexts_.Collector(), "DYADIC", "x", "Path", message),
-        0);
+    EXPECT_EQ(CollectorInternals::CheckDefaultContext(contexts_.Collector(), "DYADIC", "x", "Path",
+                                                      message),
+              0);
 
     const std::string first = "before\nCtx.Check.CtxDefaultInvalidParamType(DYADIC|Path|Default)\n";
     const std::string second = first + "Ctx.Check.CtxDefaultInvalidParam(DYADIC|x)\n";
@@ -313,17 +314,17 @@ TEST_F(Validation, CheckDefaultContextReportsUnderItsOwnName) {
 TEST_F(Validation, CheckDefaultContextAcceptsTheDefaultContextAndAnyOther) {
     VELUnicodeString message;
 
-    EXPECT_EQ(CollectorAccess::CheckDefaultContext(contexts_.Collector(), "DYADIC", "", "Default",
-                                                   message),
+    EXPECT_EQ(CollectorInternals::CheckDefaultContext(contexts_.Collector(), "DYADIC", "",
+                                                      "Default", message),
               1);
-    EXPECT_EQ(CollectorAccess::CheckDefaultContext(contexts_.Collector(), "A", "", "Odd", message),
-              1);
+    EXPECT_EQ(
+        CollectorInternals::CheckDefaultContext(contexts_.Collector(), "A", "", "Odd", message), 1);
     EXPECT_EQ(Text(message), "");
 }
 
 TEST_F(Validation, KnownParameterTypesFollowTheEnvironment) {
     const auto isKnown = [&](const char* type) {
-        return static_cast<int>(CollectorAccess::IsAValidParamType(contexts_.Collector(), type));
+        return static_cast<int>(CollectorInternals::IsAValidParamType(contexts_.Collector(), type));
     };
     EXPECT_EQ(isKnown("Path"), 1);
     EXPECT_EQ(isKnown("Default"), 1);

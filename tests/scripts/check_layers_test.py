@@ -28,6 +28,8 @@ class CheckLayers(unittest.TestCase):
             "collector/Registry.cpp": '#include "collector/A.h"\n#include "platform/B.h"\n',
             "collector/Creation.cpp": '#include "xml/detail/VELDyadCtxXml.h"\n',
             "context/A.cpp": '// getenv and _WIN32 may be talked about\n#include <vector>\n',
+            "collector/A.cpp": '#include "collector/detail/CollectorInternals.h"\n',
+            "tests/collector/B.cpp": '#include "collector/detail/CollectorInternals.h"\n',
             "tests/collector/A.cpp": '#include "collector/detail/CollectorIndex.h"\n'
                                      "#include <gtest/gtest.h>\n",
         })
@@ -40,6 +42,8 @@ class CheckLayers(unittest.TestCase):
             "context/A.cpp": ('#include "collector/A.h"', 'context/ may not include "collector/A.h"'),
             "collector/Registry.cpp": ('#include "xml/detail/A.h"',
                                        'collector/ may not include "xml/detail/A.h"'),
+            "xml/C.cpp": ('#include "collector/detail/CollectorInternals.h"',
+                          'xml/ may not include "collector/detail/CollectorInternals.h" of collector/'),
             "trace/A.cpp": ("auto v = getenv(name);", "getenv outside platform/"),
             "xml/A.cpp": ("#ifdef _WIN32", "_WIN32 outside platform/"),
             "xml/B.cpp": ("#include <expat.h>", "third-party header <expat.h> outside platform/"),

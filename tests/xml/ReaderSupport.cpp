@@ -1,6 +1,7 @@
 #include "xml/ReaderSupport.h"
 
 #include "collector/detail/CollectorAccess.h"
+#include "collector/detail/CollectorInternals.h"
 #include "support/ContextFile.h"
 #include "support/TemporaryFolder.h"
 #include "xml/detail/VELDyadCtxXml.h"
@@ -80,15 +81,15 @@ Reading ReadContexts(std::string_view contexts, const std::string& message) {
 }
 
 std::vector<std::string> AllOf(const Reading& reading) {
-    return NamesOf(CollectorAccess::Contexts(*reading.collector));
+    return NamesOf(CollectorInternals::Contexts(*reading.collector));
 }
 
 std::vector<std::string> DeclaredOf(const Reading& reading) {
-    return NamesOf(CollectorAccess::MainContexts(*reading.collector));
+    return NamesOf(CollectorInternals::MainContexts(*reading.collector));
 }
 
 VELDyadContext& DeclaredAt(const Reading& reading, int position) {
-    return *CollectorAccess::MainContexts(*reading.collector)[position];
+    return *CollectorInternals::MainContexts(*reading.collector)[position];
 }
 
 std::vector<std::string> FriendsAt(const Reading& reading, int position) {
@@ -104,13 +105,13 @@ std::string AssociatedAt(const Reading& reading, int position) {
 std::vector<std::string> RowsOf(const Reading& reading) {
     const VELDyadCtxCollector& c = *reading.collector;
     std::vector<std::string> rows;
-    for (int i = 1; i <= CollectorAccess::Channels(c).Size(); ++i) {
-        rows.push_back(Text(CollectorAccess::Channels(c)[i]) + "|" +
-                       Text(CollectorAccess::ChannelContexts(c)[i]) + "|" +
-                       Text(CollectorAccess::Profiles(c)[i]) + "|" +
-                       Text(CollectorAccess::Ids(c)[i]) + "|" +
-                       Text(CollectorAccess::OptionNames(c)[i]) + "|" +
-                       Text(CollectorAccess::OptionValues(c)[i]));
+    for (int i = 1; i <= CollectorInternals::Channels(c).Size(); ++i) {
+        rows.push_back(Text(CollectorInternals::Channels(c)[i]) + "|" +
+                       Text(CollectorInternals::ChannelContexts(c)[i]) + "|" +
+                       Text(CollectorInternals::Profiles(c)[i]) + "|" +
+                       Text(CollectorInternals::Ids(c)[i]) + "|" +
+                       Text(CollectorInternals::OptionNames(c)[i]) + "|" +
+                       Text(CollectorInternals::OptionValues(c)[i]));
     }
     return rows;
 }

@@ -1,5 +1,5 @@
 // What the writer writes.
-#include "collector/detail/CollectorAccess.h"
+#include "collector/detail/CollectorInternals.h"
 #include "support/ContextFile.h"
 #include "support/TemporaryFolder.h"
 #include "xml/ReaderSupport.h"
@@ -178,7 +178,7 @@ TEST(Writer, ScenariosAreNotWritten) {
 
 TEST(Writer, LeavesTheCollectorAsItWas) {
     const CollectorPtr collector = LinkedCollector();
-    CollectorAccess::XmlFile(*collector) = VELUnicodeString("/former.xml");
+    CollectorInternals::XmlFile(*collector) = VELUnicodeString("/former.xml");
     ASSERT_EQ(Write(*collector).result, S_OK);
     unsigned char isDefault = 1;
     EXPECT_EQ(Text(collector->GetXMLFile(isDefault)), "/former.xml");
