@@ -1,5 +1,6 @@
-// Any bytes are a document or are refused; a document is written as a text that is read back as the
-// same document.
+// Any bytes are a document or are refused for a reason; a document is written as a text that is
+// read back as the same document.
+#include "platform/detail/XmlDiagnosis.h"
 #include "platform/detail/XmlParser.h"
 #include "platform/detail/XmlSerializer.h"
 
@@ -15,7 +16,7 @@ namespace {
 
 class BytesSource final : public dyadctx::XmlSource {
 public:
-    explicit BytesSource(std::string_view bytes) : bytes_(bytes) {}
+    explicit BytesSource(std::string_view bytes) : all_(bytes), bytes_(bytes) {}
 
     std::int64_t Read(void* buffer, std::size_t size) override {
         const std::size_t count = std::min(size, bytes_.size());
@@ -24,8 +25,13 @@ public:
         bytes_.remove_prefix(count);
         return static_cast<std::int64_t>(count);
     }
+    bool Rewind() override {
+        bytes_ = all_;
+        return true;
+    }
 
 private:
+    std::string_view all_;
     std::string_view bytes_;
 };
 
@@ -38,7 +44,9 @@ std::unique_ptr<dyadctx::DomDocument> Parse(std::string_view bytes) {
     BytesSource source(bytes);
     dyadctx::XmlFailure failure;
     std::unique_ptr<dyadctx::DomDocument> document = dyadctx::ParseXml(source, failure);
-    Require((document == nullptr) == (*failure.reason != '\0'));
+    if (document == nullptr)
+        dyadctx::DiagnoseXml(source, failure);
+    Require((document == nullptr) == (*failure.Words() != '\0'));
     return document;
 }
 

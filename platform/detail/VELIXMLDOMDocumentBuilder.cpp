@@ -5,6 +5,7 @@
 #include "platform/detail/DomDocument.h"
 #include "platform/detail/DomFaults.h"
 #include "platform/detail/FileReader.h"
+#include "platform/detail/XmlDiagnosis.h"
 #include "platform/detail/XmlParser.h"
 #include "platform/detail/XmlReasons.h"
 #include "platform/detail/XmlSerializer.h"
@@ -49,7 +50,16 @@ private:
     std::string_view rest_;
 };
 
-std::unique_ptr<DomDocument> ParseFile(const VELUnicodeString& path,
+// Only whoever is told why is worth a second look at the source.
+std::unique_ptr<DomDocument> ParseSource(dyadctx::XmlSource& source, bool isTold,
+                                         dyadctx::XmlFailure& failure) noexcept {
+    auto document = dyadctx::ParseXml(source, failure);
+    if (document == nullptr && isTold)
+        dyadctx::DiagnoseXml(source, failure);
+    return document;
+}
+
+std::unique_ptr<DomDocument> ParseFile(const VELUnicodeString& path, bool isTold,
                                        dyadctx::XmlFailure& failure) noexcept {
     try {
         dyadctx::FileReader file;
@@ -58,7 +68,7 @@ std::unique_ptr<DomDocument> ParseFile(const VELUnicodeString& path,
             return nullptr;
         }
         FileSource source(file);
-        return dyadctx::ParseXml(source, failure);
+        return ParseSource(source, isTold, failure);
     } catch (...) {
         failure.reason = dyadctx::NoMemoryReason;
         return nullptr;
@@ -74,7 +84,7 @@ VELResult TellUnlessParsed(const VELIDOMDocument& document, const dyadctx::XmlFa
         return E_FAIL;
     try {
         errors->FatalError(static_cast<int>(failure.position.line),
-                           static_cast<int>(failure.position.column), failure.reason);
+                           static_cast<int>(failure.position.column), failure.Words());
         return E_FAIL;
     } catch (...) {
         return E_FAIL;
@@ -122,7 +132,7 @@ VELResult VELIXMLDOMDocumentBuilder::Parse(const VELUnicodeString& file,
     if (IsNull())
         VELBaseUnknown_var::ThrowErrorNullVar();
     dyadctx::XmlFailure failure;
-    document = VELIDOMDocument(ParseFile(file, failure).release());
+    document = VELIDOMDocument(ParseFile(file, errors != nullptr, failure).release());
     return TellUnlessParsed(document, failure, errors);
 }
 
@@ -133,7 +143,7 @@ VELResult VELIXMLDOMDocumentBuilder::ParseText(const VELUnicodeString& text,
         VELBaseUnknown_var::ThrowErrorNullVar();
     dyadctx::XmlFailure failure;
     TextSource source(text.AsView());
-    document = VELIDOMDocument(dyadctx::ParseXml(source, failure).release());
+    document = VELIDOMDocument(ParseSource(source, errors != nullptr, failure).release());
     return TellUnlessParsed(document, failure, errors);
 }
 

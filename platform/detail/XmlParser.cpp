@@ -29,6 +29,12 @@ void* ReallocateForParser(void* block, std::size_t size) {
                                                                  : nullptr;
 }
 
+bool IsUtf8Name(std::string_view encoding) noexcept {
+    constexpr std::string_view Name = "utf-8";
+    const auto isSame = [](char a, char b) { return a == b || (b >= 'a' && a == b - 'a' + 'A'); };
+    return std::equal(encoding.begin(), encoding.end(), Name.begin(), Name.end(), isSame);
+}
+
 struct ParserFree {
     void operator()(XML_Parser parser) const noexcept { XML_ParserFree(parser); }
 };
@@ -58,7 +64,11 @@ private:
     void SetHandlers() noexcept;
     std::size_t Fill(char* buffer, std::size_t size);
     bool ParsePiece(std::size_t size, bool isLast);
+    void SetHandlersForFaults() noexcept;
     void Start(const char* name, const char* const* attributes);
+    void End();
+    void Other();
+    void EndSection() noexcept;
     void Stop(const char* reason) noexcept;
     bool Refuse(const char* reason, DomPosition position) noexcept;
     std::uint64_t Offset() const noexcept;
@@ -86,6 +96,10 @@ private:
     bool isStopped_ = false;
     bool isUnreadable_ = false;
     XmlFailure failure_;
+    // Grows with what is read; becomes part of the failure. The offsets are those of the elements
+    // that are open.
+    XmlFault fault_;
+    std::vector<std::uint64_t> openOffsets_;
 };
 
 void Reading::SetHandlers() noexcept {
@@ -96,22 +110,40 @@ void Reading::SetHandlers() noexcept {
         [](void* self, const XML_Char* name, const XML_Char** attributes) {
             Handle(self, [=](Reading& reading) { reading.Start(name, attributes); });
         },
-        [](void* self, const XML_Char*) {
-            Handle(self, [](Reading& reading) { reading.builder_.EndElement(); });
-        });
+        [](void* self, const XML_Char*) { Handle(self, [](Reading& reading) { reading.End(); }); });
     XML_SetCharacterDataHandler(parser, [](void* self, const XML_Char*, int) {
         Handle(self, [](Reading& reading) { reading.builder_.Text(); });
     });
     XML_SetCommentHandler(parser, [](void* self, const XML_Char*) {
-        Handle(self, [](Reading& reading) { reading.builder_.Other(); });
+        Handle(self, [](Reading& reading) { reading.Other(); });
     });
     XML_SetProcessingInstructionHandler(parser, [](void* self, const XML_Char*, const XML_Char*) {
-        Handle(self, [](Reading& reading) { reading.builder_.Other(); });
+        Handle(self, [](Reading& reading) { reading.Other(); });
     });
     XML_SetCdataSectionHandler(
         parser,
         [](void* self) { Handle(self, [](Reading& reading) { reading.builder_.StartSection(); }); },
-        [](void* self) { Handle(self, [](Reading& reading) { reading.builder_.EndSection(); }); });
+        [](void* self) { Handle(self, [](Reading& reading) { reading.EndSection(); }); });
+    SetHandlersForFaults();
+}
+
+// What only a fault is described with.
+void Reading::SetHandlersForFaults() noexcept {
+    XML_Parser parser = parser_.get();
+    XML_SetDoctypeDeclHandler(
+        parser,
+        [](void* self, const XML_Char*, const XML_Char*, const XML_Char*, int) {
+            XmlFault& fault = static_cast<Reading*>(self)->fault_;
+            fault.hasDoctype = fault.isInDoctype = true;
+        },
+        [](void* self) {
+            Reading& reading = *static_cast<Reading*>(self);
+            reading.fault_.isInDoctype = false;
+            reading.fault_.textBefore = reading.Offset();
+        });
+    XML_SetXmlDeclHandler(parser, [](void* self, const XML_Char*, const XML_Char* encoding, int) {
+        static_cast<Reading*>(self)->fault_.isUtf8 = encoding == nullptr || IsUtf8Name(encoding);
+    });
 }
 
 bool Reading::Run() {
@@ -155,7 +187,15 @@ bool Reading::ParsePiece(std::size_t size, bool isLast) {
         return false;
     const XML_Error error = XML_GetErrorCode(parser_.get());
     const bool isUnfinished = error == XML_ERROR_NO_ELEMENTS && builder_.Depth() > 0;
-    return Refuse(isUnfinished ? UnfinishedReason : ReasonFor(error), positions_.At(Offset()));
+    Refuse(isUnfinished ? UnfinishedReason : ReasonFor(error), positions_.At(Offset()));
+    fault_.error = error;
+    fault_.offset = Offset();
+    if (builder_.Depth() > 0) {
+        fault_.openName = builder_.OpenName();
+        fault_.openOffset = openOffsets_.back();
+    }
+    failure_.fault = fault_;
+    return false;
 }
 
 void Reading::Start(const char* name, const char* const* attributes) {
@@ -165,6 +205,24 @@ void Reading::Start(const char* name, const char* const* attributes) {
     for (const char* const* pair = attributes; *pair != nullptr; pair += 2)
         attributes_.push_back({builder_.Intern(pair[0]), pair[1]});
     builder_.StartElement(builder_.Intern(name), attributes_, positions_.At(Offset()));
+    openOffsets_.push_back(Offset());
+    fault_.textBefore = Offset();
+}
+
+void Reading::End() {
+    builder_.EndElement();
+    openOffsets_.pop_back();
+    fault_.textBefore = Offset();
+}
+
+void Reading::Other() {
+    builder_.Other();
+    fault_.textBefore = Offset();
+}
+
+void Reading::EndSection() noexcept {
+    builder_.EndSection();
+    fault_.textBefore = Offset();
 }
 
 void Reading::Stop(const char* reason) noexcept {
@@ -174,7 +232,8 @@ void Reading::Stop(const char* reason) noexcept {
 }
 
 bool Reading::Refuse(const char* reason, DomPosition position) noexcept {
-    failure_ = {position, reason};
+    failure_.position = position;
+    failure_.reason = reason;
     return false;
 }
 
@@ -198,7 +257,7 @@ std::unique_ptr<DomDocument> ParseXml(XmlSource& source, XmlFailure& failure) no
             if (auto plain = ScanPlainXml(source); plain != nullptr)
                 return plain;
             if (!source.Rewind()) {
-                failure = {{}, UnreadableReason};
+                failure.reason = UnreadableReason;
                 return nullptr;
             }
         }
@@ -208,7 +267,7 @@ std::unique_ptr<DomDocument> ParseXml(XmlSource& source, XmlFailure& failure) no
             return document;
         failure = reading.Failure();
     } catch (...) {
-        failure = {{}, NoMemoryReason};
+        failure.reason = NoMemoryReason;
     }
     return nullptr;
 }

@@ -9,7 +9,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <expat.h>
 #include <memory>
+#include <string>
 
 namespace dyadctx {
 
@@ -26,10 +28,30 @@ public:
     virtual bool Rewind();
 };
 
+// What is known where the parser has refused a document. Offsets count bytes.
+struct XmlFault {
+    // None when it was not the parser.
+    XML_Error error = XML_ERROR_NONE;
+    std::uint64_t offset = 0;
+    // A place before the fault that is in no tag, comment or the like, as near as is known.
+    std::uint64_t textBefore = 0;
+    // The innermost element that is open.
+    std::string openName;
+    std::uint64_t openOffset = 0;
+    bool hasDoctype = false;
+    bool isInDoctype = false;
+    bool isUtf8 = true;
+};
+
 // Why and where reading stopped; line and column from 1, 0 when it has no place in the file.
 struct XmlFailure {
     DomPosition position;
     const char* reason = "";
+    // The reason about this very text, once DiagnoseXml has found one.
+    std::string words;
+    XmlFault fault;
+
+    const char* Words() const noexcept { return words.empty() ? reason : words.c_str(); }
 };
 
 // Null, and the failure, when the source holds no document. Plain documents are read by a scanner

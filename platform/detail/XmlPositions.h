@@ -24,9 +24,11 @@ public:
     // A place in the pieces added so far, never before the place of the last call.
     DomPosition At(std::uint64_t offset) noexcept;
 
-private:
+    // What the file is made of: bytes, or units of UTF-16.
     enum class Units { Bytes, LittleEndian, BigEndian };
+    Units GetUnits() const noexcept { return units_; }
 
+private:
     void DetectUnits(const unsigned char* bytes, std::size_t count) noexcept;
     void ForgetPassed();
     void AddBytes(const char* begin, const char* end);

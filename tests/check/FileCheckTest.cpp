@@ -100,7 +100,8 @@ TEST(FileCheck, ASyntaxErrorHasThePlaceAndTheReasonOfTheParser) {
     const auto check = CheckText("<DyAdDescription>\n  <CtxData>\n  </Ctxdata>\n");
     EXPECT_EQ(PlacesOf(*check), Lines({"3:5 Ctx.Parse.XMLSyntaxError"}));
     EXPECT_EQ(RelatedOf(*check, "Ctx.Parse.XMLSyntaxError"),
-              Lines({"3:5 this end tag does not belong to the element that is open"}));
+              Lines({"3:5 the end tag \"Ctxdata\" does not belong to the open element \"CtxData\", "
+                     "which begins at line 2, column 3"}));
 }
 
 TEST(FileCheck, AWrongRootEndsTheCheck) {

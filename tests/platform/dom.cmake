@@ -5,7 +5,8 @@ dyadctx_add_test(platform_dom_test SOURCES
   VELIXMLDOMParseTest.cpp
   VELIXMLDOMPositionsTest.cpp
   VELIXMLDOMRoundTripTest.cpp
-  VELIXMLDOMWriteTest.cpp)
+  VELIXMLDOMWriteTest.cpp
+  XmlDiagnosisTest.cpp)
 
 dyadctx_add_test(platform_dom_private_test PRIVATE SOURCES
   DomAllocationTest.cpp

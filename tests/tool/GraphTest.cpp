@@ -241,11 +241,12 @@ TEST_F(GraphCommand, AFileWithErrorsIsDrawnAndItsErrorsAreTold) {
     EXPECT_EQ(Run({"graph", "broken.xml", "--focus", "X"}).status, 5);
 }
 
-TEST_F(GraphCommand, EveryBrokenExampleButTheOneThatIsNoXmlIsDrawn) {
+TEST_F(GraphCommand, EveryBrokenExampleButThoseThatAreNoXmlIsDrawn) {
+    const std::set<fs::path> noXml{"bare-ampersand.xml", "not-well-formed.xml", "open-value.xml"};
     int drawn = 0;
     for (const fs::directory_entry& entry : fs::directory_iterator(ExampleFile("broken"))) {
         SCOPED_TRACE(entry.path());
-        const bool isXml = entry.path().filename() != "not-well-formed.xml";
+        const bool isXml = !noXml.contains(entry.path().filename());
         const ChildResult result = Run({"graph", entry.path().string(), "--db-context"});
         EXPECT_EQ(result.status, 4);
         EXPECT_EQ(result.standardOutput.ends_with("</svg>\n"), isXml);
