@@ -14,7 +14,8 @@
 #include "trace/detail/UserMessage.h"
 #include "xml/detail/VELDyadCtxXml.h"
 
-#include <string>
+#include <array>
+#include <cstdio>
 #include <utility>
 
 namespace {
@@ -83,8 +84,11 @@ void MarkBatch() {
 }
 
 void PutHeading(const char* step, VELUnicodeString& message) {
-    const std::string key = std::string(dyadctx::key::StepPrefix) + step + dyadctx::key::StepSuffix;
-    VELUnicodeString text = dyadctx::CatalogText(key.c_str());
+    // Joined by a format, the prefix is a text of the library however much is optimised.
+    std::array<char, 64> key{};
+    std::snprintf(key.data(), key.size(), "%s%s%s", dyadctx::key::StepPrefix, step,
+                  dyadctx::key::StepSuffix);
+    VELUnicodeString text = dyadctx::CatalogText(key.data());
     TRACE_WARNING("VELDyadCtxCollector::LogError Method <%s> Error=<%s>", DeleteMethod,
                   text.ConvertToChar());
     text.Append(" : ").Append(message);
