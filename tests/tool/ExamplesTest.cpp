@@ -82,6 +82,42 @@ TEST_F(Examples, TheClientIsShort) {
     EXPECT_LT(std::count(text.begin(), text.end(), '\n'), 60);
 }
 
+TEST_F(Examples, TheCheckWritesEachFindingWithItsLine) {
+    const ChildResult broken =
+        RunExample(DYADCTX_CHECK_FILE, {ExampleFile("broken/unknown-type.xml")}, {});
+    EXPECT_EQ(broken.status, 1);
+    EXPECT_EQ(broken.standardOutput.find("4: The context \"Design\" has the unknown ParameterType "
+                                         "\"Folder\"."),
+              0U)
+        << broken.standardOutput;
+    const ChildResult valid = RunExample(DYADCTX_CHECK_FILE, {ExampleFile("site.xml")},
+                                         {{"VELDbContextEnvironment", "1"}});
+    EXPECT_EQ(valid.status, 0) << valid.standardOutput;
+}
+
+TEST_F(Examples, TheCheckNeedsASeparatorInThePath) {
+    ChildRun run;
+    run.program = "/bin/sh";
+    run.arguments = {"-c", "cd \"$1\" && \"$2\" site.xml; test $? = 1 && \"$2\" ./site.xml", "sh",
+                     ExampleFile(""), DYADCTX_CHECK_FILE};
+    run.environment = {{"VELDbContextEnvironment", "1"}};
+    const ChildResult result = RunChild(run);
+    EXPECT_EQ(result.status, 0) << result.standardOutput;
+    EXPECT_NE(result.standardOutput.find("\"site.xml\" cannot be used"), std::string::npos)
+        << result.standardOutput;
+}
+
+TEST_F(Examples, TheReadmeShowsTheProgramThatChecksAFile) {
+    const auto textOf = [](const std::string& path) {
+        std::ifstream in(path, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    };
+    const std::string program = textOf(ExampleFile("check_file.cpp"));
+    const std::string readme = textOf(std::string(DYADCTX_SOURCE_DIR) + "/README.md");
+    ASSERT_FALSE(program.empty());
+    EXPECT_NE(readme.find("```cpp\n" + program + "```"), std::string::npos);
+}
+
 TEST_F(Examples, TheHostReadsWithServicesOfItsOwn) {
     const ChildResult result = RunExample(DYADCTX_HOST, {ExampleFile("site.xml")}, {});
     EXPECT_EQ(result.status, 0) << result.standardError;
