@@ -1,10 +1,70 @@
 #include "platform/detail/InMemoryDbProvider.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <new>
+#include <numeric>
 #include <typeinfo>
+#include <utility>
+#include <vector>
 
 namespace dyadctx {
+
+namespace {
+
+// The keys of server details, for all providers that have the same keys in a row.
+struct DetailKeys {
+    explicit DetailKeys(const VELListValVELUnicodeString& keys);
+    bool AreThose(const VELListValVELUnicodeString& keys) const noexcept;
+
+    VELListValVELUnicodeString list;
+    // Positions in the order of their keys' bytes; of equal keys only the first.
+    std::vector<int> sorted;
+};
+
+DetailKeys::DetailKeys(const VELListValVELUnicodeString& keys)
+    : list(keys), sorted(static_cast<std::size_t>(keys.Size())) {
+    std::iota(sorted.begin(), sorted.end(), 1);
+    std::sort(sorted.begin(), sorted.end(), [this](int one, int other) {
+        const int order = list[one].AsView().compare(list[other].AsView());
+        return order != 0 ? order < 0 : one < other;
+    });
+    const auto end = std::unique(sorted.begin(), sorted.end(),
+                                 [this](int one, int other) { return list[one] == list[other]; });
+    sorted.erase(end, sorted.end());
+}
+
+bool DetailKeys::AreThose(const VELListValVELUnicodeString& keys) const noexcept {
+    if (keys.Size() != list.Size())
+        return false;
+    for (int pos = 1; pos <= keys.Size(); ++pos) {
+        if (keys[pos] != list[pos])
+            return false;
+    }
+    return true;
+}
+
+using SharedKeys = std::shared_ptr<const DetailKeys>;
+
+// The keys as they are in the list; those this thread asked for last are not made again.
+SharedKeys KeysOf(const VELListValVELUnicodeString& keys) {
+    thread_local SharedKeys last;
+    if (last == nullptr || !last->AreThose(keys))
+        last = std::make_shared<const DetailKeys>(keys);
+    return last;
+}
+
+} // namespace
+
+struct ProviderData {
+    VELUnicodeString name;
+    // Null means no details.
+    SharedKeys keys;
+    // One for each key.
+    VELListValVELUnicodeString values;
+};
 
 namespace {
 
@@ -14,21 +74,21 @@ class DetailWalk {
 public:
     explicit DetailWalk(const ProviderData* data) noexcept
         : data_(data),
-          left_(data != nullptr && data->Keys() != nullptr ? data->Keys()->Sorted().size() : 0) {
+          left_(data != nullptr && data->keys != nullptr ? data->keys->sorted.size() : 0) {
         SkipEmpty();
     }
 
     bool AtEnd() const noexcept { return left_ == 0; }
-    std::string_view Key() const noexcept { return data_->Keys()->At(Detail()); }
-    std::string_view Value() const noexcept { return data_->ValueAt(Detail()); }
+    std::string_view Key() const noexcept { return data_->keys->list[Detail()].AsView(); }
+    std::string_view Value() const noexcept { return data_->values[Detail()].AsView(); }
     void Next() noexcept {
         --left_;
         SkipEmpty();
     }
 
 private:
-    std::uint32_t Detail() const noexcept {
-        const auto& sorted = data_->Keys()->Sorted();
+    int Detail() const noexcept {
+        const auto& sorted = data_->keys->sorted;
         return sorted[sorted.size() - left_];
     }
     void SkipEmpty() noexcept {
@@ -68,7 +128,7 @@ InMemoryDbProvider* InMemoryDbProvider::Clone() const noexcept {
 }
 
 std::string_view InMemoryDbProvider::Name() const noexcept {
-    return data_ ? data_->Name() : std::string_view();
+    return data_ != nullptr ? data_->name.AsView() : std::string_view();
 }
 
 VELResult InMemoryDbProvider::GetName(VELUnicodeString& name) {
@@ -87,15 +147,7 @@ VELResult InMemoryDbProvider::IsSame(const VELIDyadDbProvider_var& other, bool& 
 }
 
 bool InMemoryDbProvider::IsSameAs(const InMemoryDbProvider& other) const noexcept {
-    return Name() == other.Name() && HaveSameDetails(data_.Get(), other.data_.Get());
-}
-
-SharedRef<ProviderData> InMemoryDbProvider::MakeData(std::string_view name,
-                                                     const VELListValVELUnicodeString& keys,
-                                                     const VELListValVELUnicodeString& values) {
-    return ProviderData::Make(name, DetailKeys::Share(keys), [&values](std::uint32_t detail) {
-        return values[static_cast<int>(detail) + 1].AsView();
-    });
+    return Name() == other.Name() && HaveSameDetails(data_.get(), other.data_.get());
 }
 
 InMemoryDbProvider* InMemoryDbProvider::New(const VELUnicodeString& connectorName,
@@ -104,7 +156,8 @@ InMemoryDbProvider* InMemoryDbProvider::New(const VELUnicodeString& connectorNam
     if (keys.Size() != values.Size())
         return nullptr;
     try {
-        return new InMemoryDbProvider(MakeData(connectorName.AsView(), keys, values));
+        return new InMemoryDbProvider(std::make_shared<const ProviderData>(
+            ProviderData{connectorName, KeysOf(keys), values}));
     } catch (const std::exception&) {
         return nullptr;
     }
@@ -112,9 +165,9 @@ InMemoryDbProvider* InMemoryDbProvider::New(const VELUnicodeString& connectorNam
 
 VELResult InMemoryDbProvider::SetConnectorName(const VELUnicodeString& name) {
     try {
-        data_ =
-            ProviderData::Make(name.AsView(), data_ ? data_->SharedKeys() : SharedRef<DetailKeys>(),
-                               [this](std::uint32_t detail) { return data_->ValueAt(detail); });
+        ProviderData data = data_ != nullptr ? *data_ : ProviderData();
+        data.name = name;
+        data_ = std::make_shared<const ProviderData>(std::move(data));
         return S_OK;
     } catch (const std::exception&) {
         return E_FAIL;
@@ -126,7 +179,8 @@ VELResult InMemoryDbProvider::SetServerDetails(const VELListValVELUnicodeString&
     if (keys.Size() != values.Size())
         return E_FAIL;
     try {
-        data_ = MakeData(Name(), keys, values);
+        data_ = std::make_shared<const ProviderData>(
+            ProviderData{VELUnicodeString(Name()), KeysOf(keys), values});
         return S_OK;
     } catch (const std::exception&) {
         return E_FAIL;
@@ -138,11 +192,9 @@ VELResult InMemoryDbProvider::GetServerDetails(VELListValVELUnicodeString& keys,
     try {
         VELListValVELUnicodeString newKeys;
         VELListValVELUnicodeString newValues;
-        if (data_ && data_->Keys() != nullptr) {
-            newKeys = data_->Keys()->List();
-            newValues.Reserve(newKeys.Size());
-            for (std::uint32_t detail = 0; detail < data_->Count(); ++detail)
-                newValues.Append(VELUnicodeString(data_->ValueAt(detail)));
+        if (data_ != nullptr && data_->keys != nullptr) {
+            newKeys = data_->keys->list;
+            newValues = data_->values;
         }
         keys = std::move(newKeys);
         values = std::move(newValues);
@@ -156,7 +208,7 @@ std::uint64_t InMemoryDbProvider::IdentityHash(HashOfBytes* hashOf) const noexce
     // An odd factor, so that the order of the texts counts and nothing is lost.
     constexpr std::uint64_t Factor = 0x9E3779B97F4A7C15;
     std::uint64_t hash = hashOf(Name());
-    for (DetailWalk details(data_.Get()); !details.AtEnd(); details.Next()) {
+    for (DetailWalk details(data_.get()); !details.AtEnd(); details.Next()) {
         hash = hash * Factor + hashOf(details.Key());
         hash = hash * Factor + hashOf(details.Value());
     }

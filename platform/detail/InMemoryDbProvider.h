@@ -6,12 +6,15 @@
 
 #include "platform/VELIDyadDbProvider.h"
 #include "platform/detail/Prefetch.h"
-#include "platform/detail/ProviderData.h"
 
 #include <cstdint>
+#include <memory>
 #include <string_view>
+#include <utility>
 
 namespace dyadctx {
+
+struct ProviderData;
 
 class InMemoryDbProvider final : public VELIDyadDbProvider {
 public:
@@ -46,18 +49,15 @@ public:
     using HashOfBytes = std::uint64_t(std::string_view bytes) noexcept;
     std::uint64_t IdentityHash(HashOfBytes* hashOf) const noexcept;
     std::string_view Name() const noexcept;
-    void PrefetchData() const noexcept { Prefetch(data_.Get()); }
+    void PrefetchData() const noexcept { Prefetch(data_.get()); }
 
 private:
-    explicit InMemoryDbProvider(SharedRef<ProviderData> data) noexcept : data_(std::move(data)) {}
+    explicit InMemoryDbProvider(std::shared_ptr<const ProviderData> data) noexcept
+        : data_(std::move(data)) {}
     ~InMemoryDbProvider() override = default;
 
-    static SharedRef<ProviderData> MakeData(std::string_view name,
-                                            const VELListValVELUnicodeString& keys,
-                                            const VELListValVELUnicodeString& values);
-
     // Null stands for an empty name and no details.
-    SharedRef<ProviderData> data_;
+    std::shared_ptr<const ProviderData> data_;
 };
 
 // A context file may bring a million of them.
