@@ -151,7 +151,11 @@ void FileCheckRun::GiveHints() {
     SuggestNames();
     NoteLeftOut();
     NoteNoDefaultContext();
+    SuggestParameterTypes();
     HintAtWhatIsNotRead(root_, findings_);
+    const VELIDOMNodeList data = DataElements(root_);
+    if (data.GetLength() == 1)
+        HintAtRepetitions(VELIDOMElement(NodeAt(data, 0)), *ids_, findings_);
     HintAtFriendRings(*collector_, *references_, places_, findings_);
     if (options_.deep)
         HintAtMissingTargets(*collector_, places_, findings_);
@@ -294,6 +298,22 @@ void FileCheckRun::SuggestName(const Unknown& unknown, NearestName& nearest) {
     entry.related.push_back(
         {SpotOfContext(declared, format::NameAttribute),
          VELUnicodeString("\"" + std::string(found.AsView()) + "\" is declared here")});
+}
+
+// Also those that are known while the DB context environment is on.
+void FileCheckRun::SuggestParameterTypes() {
+    constexpr std::array<std::string_view, 4> Known{DefaultType, PathType, FileType, DatabaseType};
+    const VELListPtrVELDyadContext& declared = CollectorAccess::Declared(*collector_);
+    for (int pos = 1; pos <= declared.Size(); ++pos) {
+        const VELUnicodeString& type = declared[pos]->GetParameterType();
+        if (std::find(Known.begin(), Known.end(), type.AsView()) != Known.end())
+            continue;
+        const VELUnicodeString found(NearestName({Known.begin(), Known.end()}).Find(type.AsView()));
+        const std::array parameters{type, found};
+        if (!found.IsEmpty())
+            findings_.AddAbout(declared[pos]->GetName(), id::NearestName, parameters,
+                               SpotOfContext(declared[pos], format::ParameterTypeAttribute));
+    }
 }
 
 void FileCheckRun::NoteLeftOut() {

@@ -37,6 +37,7 @@ constexpr std::array<std::string_view, 2> ScenarioIdAttributes{format::ScenarioI
                                                                format::ScenarioNameAttribute};
 constexpr std::array<std::string_view, 2> OptionAttributes{format::OptionNameAttribute,
                                                            format::OptionValueAttribute};
+constexpr std::array<std::string_view, 1> InRoot{format::DataTag};
 // Containers in the wrong place are errors or read as ordinary children, so the data element takes
 // them too.
 constexpr std::array<std::string_view, 3> InData{format::ContextTag, format::FriendsTag,
@@ -58,6 +59,7 @@ struct Reading {
 };
 
 constexpr std::array Readings{
+    Reading{format::RootTag, InRoot, None},
     Reading{format::DataTag, InData, None},
     Reading{format::ContextTag, InContext, ContextAttributes},
     Reading{format::FriendsTag, InFriends, None},
@@ -87,13 +89,46 @@ VELUnicodeString TextOf(std::string_view text) {
     return VELUnicodeString(text);
 }
 
-// One walk through the elements below the data element, on a stack of its own.
+// The positions of the children that lead from the root to the data element, which the library
+// finds at any depth. Empty unless there is exactly one.
+std::vector<int> WayToData(const VELIDOMElement& root) {
+    struct Level {
+        VELIDOMNodeList children;
+        int next = 0;
+    };
+    VELIDOMNodeList found;
+    if (root.GetElementsByTagName(dyadctx::Names().data, found, 2) < 0)
+        throw std::bad_alloc();
+    if (found.GetLength() != 1)
+        return {};
+    std::vector<Level> levels{{ChildrenOf(root)}};
+    VELUnicodeString tag;
+    while (!levels.empty() && tag != dyadctx::Names().data) {
+        Level& level = levels.back();
+        VELIDOMNode child;
+        if (level.next == level.children.GetLength())
+            levels.pop_back();
+        else if (level.children.Item(level.next++, child) >= 0 && child.GetTagName(tag) >= 0)
+            levels.push_back({ChildrenOf(child)});
+    }
+    std::vector<int> way;
+    for (const Level& level : levels)
+        way.push_back(level.next - 1);
+    // The children of the data element itself are not on the way.
+    if (!way.empty())
+        way.pop_back();
+    return way;
+}
+
+// One walk through the elements below the root, on a stack of its own.
 class UnreadWalk {
 public:
     explicit UnreadWalk(FindingList& findings) : findings_(findings) {}
 
-    void Walk(const VELIDOMElement& data) {
-        pending_.push_back({data, &Readings.front()});
+    void Walk(const VELIDOMElement& root) {
+        wayToData_ = WayToData(root);
+        VisitAttributes(root, Readings.front());
+        pending_.push_back({root, Readings.front(), 0});
         while (!pending_.empty()) {
             const Pending next = pending_.back();
             pending_.pop_back();
@@ -106,20 +141,43 @@ public:
     }
 
 private:
+    static constexpr std::size_t OffTheWay = static_cast<std::size_t>(-1);
+
     struct Pending {
         VELIDOMElement element;
-        const Reading* reading;
+        Reading reading;
+        // How many of the elements around the data element are around this one, if it is one of
+        // them itself.
+        std::size_t level;
     };
 
     void VisitChildren(const Pending& parent) {
-        VELIDOMNodeList children;
-        if (parent.element.GetChildNodes(children) < 0)
-            throw std::bad_alloc();
+        const VELIDOMNodeList children = ChildrenOf(parent.element);
         VELIDOMNode child;
         for (int index = 0; index < children.GetLength(); ++index) {
-            if (children.Item(index, child) >= 0 && child.GetTagName(tag_) >= 0)
-                Visit(VELIDOMElement(child), *parent.reading);
+            if (children.Item(index, child) < 0 || child.GetTagName(tag_) < 0)
+                continue;
+            const bool leadsToData =
+                parent.level < wayToData_.size() && wayToData_[parent.level] == index;
+            if (leadsToData)
+                GoOnToData(VELIDOMElement(child), parent);
+            else
+                Visit(VELIDOMElement(child), parent.reading);
         }
+    }
+
+    // What is around the data element means nothing, and is not skipped all the same.
+    void GoOnToData(const VELIDOMElement& element, const Pending& parent) {
+        if (parent.level + 1 < wayToData_.size()) {
+            pending_.push_back(
+                {element, {findings_.Keep(tag_.AsView()), InRoot, None}, parent.level + 1});
+            return;
+        }
+        if (parent.level > 0) {
+            const VELUnicodeString around = TextOf(parent.reading.element);
+            findings_.Add(id::NestedData, {&around, 1}, {PlaceOf(element)});
+        }
+        Visit(element, parent.reading);
     }
 
     void Visit(const VELIDOMElement& element, const Reading& parent) {
@@ -130,12 +188,12 @@ private:
             return HintAtElement(element, parent);
         const Reading* reading = ReadingOf(tag);
         if (tag == format::AssociatedTag && !IsDbEnvironmentOn()) {
-            if (associatedLeftOut_++ == 0)
+            if (associatedLeftOut_++ == 0 || PlaceOf(element) < firstLeftOut_)
                 firstLeftOut_ = PlaceOf(element);
             return;
         }
         VisitAttributes(element, *reading);
-        pending_.push_back({element, reading});
+        pending_.push_back({element, *reading, OffTheWay});
     }
 
     void HintAtElement(const VELIDOMElement& element, const Reading& parent) {
@@ -200,6 +258,7 @@ private:
     }
 
     FindingList& findings_;
+    std::vector<int> wayToData_;
     std::vector<Pending> pending_;
     int associatedLeftOut_ = 0;
     VELPlace firstLeftOut_;
@@ -212,12 +271,7 @@ private:
 } // namespace
 
 void HintAtWhatIsNotRead(const VELIDOMElement& root, FindingList& findings) {
-    VELIDOMNodeList found;
-    VELIDOMNode data;
-    if (root.GetElementsByTagName(dyadctx::Names().data, found, 2) < 0)
-        throw std::bad_alloc();
-    if (found.GetLength() == 1 && found.Item(0, data) >= 0)
-        UnreadWalk(findings).Walk(VELIDOMElement(data));
+    UnreadWalk(findings).Walk(root);
 }
 
 } // namespace dyadctx

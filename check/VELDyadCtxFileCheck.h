@@ -38,8 +38,9 @@ public:
     // Every kind of finding beyond the library's own messages.
     static VELListVal<VELDyadCtxFindingKind> GetFindingKinds();
 
-    // The name nearest to `word`, letter case aside, the first of equally near ones; empty when
-    // none is near. A name equal to `word` does not count.
+    // The name nearest to `word`, letter case and blanks aside, the first of equally near ones; no
+    // more than a third of its letters differ. Empty when none is near. A name equal to `word` does
+    // not count.
     static VELUnicodeString GetNearestName(const VELUnicodeString& word,
                                            const VELListValVELUnicodeString& names);
 

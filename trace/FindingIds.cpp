@@ -24,6 +24,22 @@ constexpr std::array Kinds{
     FindingKind{id::UnknownElement, Warning,
                 "The element {0} means nothing; it is skipped with all that is in it."},
     FindingKind{id::MisplacedElement, Warning, "The element {0} has no effect inside {1}."},
+    FindingKind{id::NestedData, Warning,
+                "CtxData is found here, but belongs directly into DyAdDescription; the element "
+                "{0} around it means nothing."},
+    FindingKind{id::RepeatedFriend, Warning,
+                "The context \"{0}\" names the friend \"{1}\" more than once."},
+    FindingKind{
+        id::SeveralAssociated, Warning,
+        "The context \"{0}\" has several associated contexts; only the last one counts, and "
+        "\"{1}\" does not."},
+    FindingKind{
+        id::RepeatedScenario, Warning,
+        "The context \"{0}\" has the scenario \"{1}\" of the profile \"{2}\" more than once; "
+        "the options of all count."},
+    FindingKind{id::RepeatedOption, Warning,
+                "The option \"{0}\" is given more than once in one scenario; all of its values "
+                "count."},
     FindingKind{id::MissingPath, Warning,
                 "The path \"{1}\" of the context \"{0}\" does not exist."},
     FindingKind{id::MissingFile, Warning,

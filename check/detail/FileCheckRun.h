@@ -80,6 +80,7 @@ private:
                             const VELIDOMElement& element);
     void SuggestNames();
     void SuggestName(const Unknown& unknown, NearestName& nearest);
+    void SuggestParameterTypes();
     void NoteLeftOut();
     void NoteNoDefaultContext();
 

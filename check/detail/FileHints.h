@@ -6,11 +6,24 @@
 #include "check/detail/ReferencePlaces.h"
 #include "collector/VELDyadCtxCollector.h"
 #include "platform/VELIXMLDOM.h"
+#include "xml/detail/FormatNames.h"
+
+#include <new>
 
 namespace dyadctx {
 
-// Elements and attributes that nothing is read from.
+inline VELIDOMNodeList ChildrenOf(const VELIDOMNode& node) {
+    VELIDOMNodeList children;
+    if (node.GetChildNodes(children) < 0)
+        throw std::bad_alloc();
+    return children;
+}
+
+// Elements and attributes below the root that nothing is read from.
 void HintAtWhatIsNotRead(const VELIDOMElement& root, FindingList& findings);
+
+// Friends, associated contexts, scenarios and options that a context has more than once.
+void HintAtRepetitions(const VELIDOMElement& data, const FormatIds& ids, FindingList& findings);
 
 // One ring of more than two friends for each group of contexts that reach one another.
 void HintAtFriendRings(VELDyadCtxCollector& collector, const ReferencePlaces& references,

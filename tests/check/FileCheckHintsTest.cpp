@@ -97,6 +97,42 @@ INSTANTIATE_TEST_SUITE_P(
                  "The element CtxAssociated has no effect inside CtxFriends.",
                  {},
                  true},
+        HintCase{"repeated-friend",
+                 std::string(Default) + PathA +
+                     "<CtxFriends><Context Name=\"DYADIC\"/></CtxFriends><CtxFriends>\n"
+                     "<Context Name=\"DYADIC\"/></CtxFriends></Context>",
+                 "4:10",
+                 "The context \"A\" names the friend \"DYADIC\" more than once.",
+                 {"3:136 it is named first here"}},
+        HintCase{"several-associated",
+                 std::string(Default) + PathA +
+                     "<CtxAssociated>\n<Context Name=\"B\"/></CtxAssociated>\n<CtxAssociated>"
+                     "<Context Name=\"DYADIC\"/></CtxAssociated></Context>" +
+                     PathB + "</Context>",
+                 "4:10",
+                 "The context \"A\" has several associated contexts; only the last one counts, and "
+                 "\"B\" does not.",
+                 {"5:25 this one counts"},
+                 true},
+        HintCase{
+            "repeated-scenario",
+            std::string(Default) + PathA +
+                "<Scenario><ScenarioID Ident=\"1\" name=\"p\"/>"
+                "<ScenarioID Ident=\"1\" name=\"q\"/></Scenario>\n"
+                "<ScenarioID name=\"p\" Ident=\"1\"/></Context>",
+            "4:1",
+            "The context \"A\" has the scenario \"1\" of the profile \"p\" more than once; the "
+            "options of all count.",
+            {"3:125 it is first here"}},
+        HintCase{
+            "repeated-option",
+            std::string(Default) + PathA +
+                "<ScenarioID><Option name=\"x\"/><Option name=\"y\"/></ScenarioID>"
+                "<ScenarioID Ident=\"1\"><Option name=\"x\"/>\n"
+                "<Option value=\"v\" name=\"x\"/></ScenarioID></Context>",
+            "4:19",
+            "The option \"x\" is given more than once in one scenario; all of its values count.",
+            {"3:206 it is given first here"}},
         HintCase{"friend-ring",
                  std::string(Default) + PathA + FriendLine("B") + PathB + FriendLine("C") + PathC +
                      FriendLine("A"),
@@ -124,6 +160,96 @@ INSTANTIATE_TEST_SUITE_P(
                  "CtxAssociated is not read while the DB context environment is off: 1 in this "
                  "file, this is the first.",
                  {}}));
+
+TEST(FileCheckHints, EverythingBelowTheRootIsLookedAt) {
+    const auto check = CheckText("<DyAdDescription xmlns:x=\"urn:x\" version=\"1\" x:note=\"\">\n"
+                                 "<Context Name=\"A\"/><x:Note><Unknown/></x:Note>\n"
+                                 "<CtxData lang=\"en\">" +
+                                 std::string(Default) +
+                                 "</CtxData>\n<ctxdata/><CtxDatas/><Option/></DyAdDescription>");
+    EXPECT_EQ(PlacesOf(*check),
+              Lines({"1:34 unknown-attribute", "2:1 misplaced-element", "3:10 unknown-attribute",
+                     "4:1 unknown-element", "4:11 unknown-element", "4:22 misplaced-element"}));
+    EXPECT_EQ(TextOf(*check, "unknown-attribute"),
+              "The attribute \"version\" of DyAdDescription means nothing and is not read.");
+    EXPECT_EQ(TextOf(*check, "misplaced-element"),
+              "The element Context has no effect inside DyAdDescription.");
+    EXPECT_EQ(TextOf(*check, "unknown-element"),
+              "The element ctxdata means nothing; it is skipped with all that is in it. Did you "
+              "mean \"CtxData\"?");
+}
+
+TEST(FileCheckHints, DataBelowAnotherElementIsReadAndSaidToBe) {
+    const auto check = CheckText("<DyAdDescription>\n<Site><Note/>\n<Part><Other/><CtxData>" +
+                                 std::string(Default) +
+                                 "\n<Contxt/></CtxData>\n<Context/></Part></Site><Last/>"
+                                 "</DyAdDescription>");
+    EXPECT_EQ(PlacesOf(*check),
+              Lines({"2:7 unknown-element", "3:7 unknown-element", "3:15 nested-data",
+                     "4:1 unknown-element", "5:1 misplaced-element", "5:25 unknown-element"}));
+    EXPECT_EQ(TextOf(*check, "nested-data"),
+              "CtxData is found here, but belongs directly into DyAdDescription; the element Part "
+              "around it means nothing.");
+    EXPECT_EQ(TextOf(*check, "misplaced-element"),
+              "The element Context has no effect inside Part.");
+    EXPECT_EQ(ViewOf(*check->GetCollector()), Lines({"DYADIC"}));
+}
+
+TEST(FileCheckHints, AMisspeltDataElementIsToldBesideTheError) {
+    const auto check = CheckText("<DyAdDescription>\n<CtxDate>" + std::string(Default) +
+                                 "</CtxDate></DyAdDescription>");
+    EXPECT_EQ(PlacesOf(*check), Lines({"1:1 Ctx.Parse.TagNotFound", "2:1 unknown-element"}));
+    EXPECT_EQ(TextOf(*check, "unknown-element"),
+              "The element CtxDate means nothing; it is skipped with all that is in it. Did you "
+              "mean \"CtxData\"?");
+}
+
+TEST(FileCheckHints, WhatIsSaidInAnotherContextIsNoRepetition) {
+    const DbEnvironment db(true);
+    const std::string friends =
+        "<CtxFriends><Context Name=\"DYADIC\"/><Context Name=\"C\"/>"
+        "</CtxFriends><CtxAssociated/><CtxAssociated><Context "
+        "Name=\"DYADIC\"/></CtxAssociated>"
+        "<ScenarioID Ident=\"1\" name=\"p\"><Option name=\"x\"/></ScenarioID>"
+        "<ScenarioID Ident=\"2\" name=\"p\"><Option name=\"x\"/></ScenarioID>"
+        "</Context>";
+    EXPECT_EQ(
+        PlacesOf(*CheckLines(Default + PathA + friends + PathB + friends + PathC + "</Context>")),
+        Lines());
+}
+
+TEST(FileCheckHints, AssociatedContextsThatAreNotReadAreNotCounted) {
+    const auto check = CheckLines(std::string(Default) + PathA +
+                                  "<CtxAssociated><Context Name=\"B\"/></CtxAssociated>"
+                                  "<CtxAssociated><Context Name=\"B\"/></CtxAssociated></Context>");
+    EXPECT_EQ(PlacesOf(*check), Lines({"3:115 associated-left-out"}));
+}
+
+TEST(FileCheckHints, TheFirstLeftOutAssociatedContextIsPointedAt) {
+    const std::string associated =
+        "<CtxAssociated><Context Name=\"B\"/></CtxAssociated></Context>\n";
+    const auto check =
+        CheckLines(Default + PathA + associated + PathB + associated + PathC + associated);
+    EXPECT_EQ(PlacesOf(*check), Lines({"3:115 associated-left-out"}));
+}
+
+TEST(FileCheckHints, AnUnknownTypeGetsTheNearestOne) {
+    const auto type = [](const std::string& text) {
+        const auto check = CheckLines(
+            Default + ("<Context Name=\"A\" Parameter=\"a\"\nParameterType=\"" + text + "\"/>"));
+        const Lines notes = PlacesOf(*check, Note);
+        EXPECT_TRUE(notes.empty() || notes == Lines({"4:1 nearest-name"})) << text;
+        EXPECT_EQ(PlacesOf(*check, Error), Lines({"4:1 Ctx.Check.CtxUnknownParamType"})) << text;
+        return TextOf(*check, "nearest-name");
+    };
+    EXPECT_EQ(type("path"), "Did you mean \"Path\" instead of \"path\"?");
+    EXPECT_EQ(type("Paths"), "Did you mean \"Path\" instead of \"Paths\"?");
+    EXPECT_EQ(type(" Path "), "Did you mean \"Path\" instead of \" Path \"?");
+    EXPECT_EQ(type("database"), "Did you mean \"Database\" instead of \"database\"?");
+    EXPECT_EQ(type("Folder"), "");
+    EXPECT_EQ(type("File"), "");
+    EXPECT_EQ(type("xyz"), "");
+}
 
 TEST(FileCheckHints, FriendsOfALeftOutContextGoToTheOneBeforeIt) {
     const auto check = CheckLines(
@@ -241,7 +367,24 @@ TEST(FileCheckHints, TheNearestNameIsNearButNotTheWordItself) {
     EXPECT_EQ(nearest("Unrelated"), "");
     EXPECT_EQ(nearest("B"), "");
     EXPECT_EQ(nearest(""), "");
+    EXPECT_EQ(nearest(" a "), "A");
+    EXPECT_EQ(nearest("Lib rary"), "Library");
+    EXPECT_EQ(nearest("\xC2\xA0\tDesign"), "Design");
+    EXPECT_EQ(nearest(" \n"), "");
     EXPECT_EQ(nearest(std::string(201, 'x').c_str()), "");
+}
+
+TEST(FileCheckHints, NoNameIsFartherThanAThirdOfItsLength) {
+    const auto nearest = [](const char* word, const char* name) {
+        return Text(VELDyadCtxFileCheck::GetNearestName(word, ListOf({name})));
+    };
+    EXPECT_EQ(nearest("ab", "ac"), "");
+    EXPECT_EQ(nearest("abc", "abd"), "abd");
+    EXPECT_EQ(nearest("abcde", "abxye"), "");
+    EXPECT_EQ(nearest("abcdef", "abxyef"), "abxyef");
+    EXPECT_EQ(nearest("abcd", "abcdef"), "abcdef");
+    EXPECT_EQ(nearest("abcdef", "abcd"), "");
+    EXPECT_EQ(nearest("abc", "abcde"), "");
 }
 
 TEST(FileCheckHints, IdsAreWordsAndNoKeys) {
@@ -253,7 +396,7 @@ TEST(FileCheckHints, IdsAreWordsAndNoKeys) {
         EXPECT_TRUE(ids.insert(id).second) << id;
         EXPECT_FALSE(kinds[pos].text.IsEmpty()) << id;
     }
-    EXPECT_EQ(ids.size(), 15U);
+    EXPECT_EQ(ids.size(), 20U);
 }
 
 } // namespace dyadctx::test

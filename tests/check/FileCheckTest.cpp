@@ -112,7 +112,7 @@ TEST(FileCheck, AWrongRootEndsTheCheck) {
 
 TEST(FileCheck, TheDataElementMustBeThereOnceAndHoldSomething) {
     const auto none = CheckText("<DyAdDescription>\n <Other/></DyAdDescription>");
-    EXPECT_EQ(PlacesOf(*none), Lines({"1:1 Ctx.Parse.TagNotFound"}));
+    EXPECT_EQ(PlacesOf(*none, Error), Lines({"1:1 Ctx.Parse.TagNotFound"}));
     const auto two = CheckText("<DyAdDescription>\n <CtxData> </CtxData>\n <CtxData> </CtxData>"
                                "</DyAdDescription>");
     EXPECT_EQ(PlacesOf(*two), Lines({"3:2 Ctx.Parse.TagNotFound"}));

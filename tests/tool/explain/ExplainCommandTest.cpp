@@ -104,7 +104,7 @@ TEST_F(Explain, WithoutKeyEachKeyGetsALine) {
 
 TEST_F(Explain, DocumentsHoldTheSame) {
     const Json keys = RunForJson({"explain"})["keys"];
-    EXPECT_EQ(keys.size(), 58U);
+    EXPECT_EQ(keys.size(), 63U);
     EXPECT_EQ(keys[0], (Json{{"key", "Ctx.Check.CtxAlreadyDefined"},
                              {"group", "catalog"},
                              {"kind", "error"},
