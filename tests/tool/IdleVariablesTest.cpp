@@ -44,6 +44,27 @@ TEST_F(IdleVariables, WithoutAnyNothingIsTold) {
     EXPECT_EQ(Told({{"VELDyadCtxInit", "0"}}), Strings());
 }
 
+TEST_F(IdleVariables, AMisspeltNameWithAPrefixOfTheLibraryGetsTheNearestOne) {
+    EXPECT_EQ(Told({{"VELDyadCtxInt", A()},
+                    {"VELDYADCTXOUT", "copy.xml"},
+                    {"TE_MULTISITE_DBCONTEXTS", "1"},
+                    {"ExchangeChanel", A()}}),
+              Strings({"ExchangeChanel: the library reads no such variable; the nearest one is "
+                       "ExchangeChannel",
+                       "TE_MULTISITE_DBCONTEXTS: the library reads no such variable; the nearest "
+                       "one is TE_MULTISITE_DBCONTEXT",
+                       "VELDYADCTXOUT: the library reads no such variable; the nearest one is "
+                       "VELDyadCtxOut",
+                       "VELDyadCtxInt: the library reads no such variable; the nearest one is "
+                       "VELDyadCtxInit"}));
+    EXPECT_EQ(Told({{"VELOCITY", "3"}, {"VELUM", ""}, {"VLDyadCtxInit", A()}, {"EXCHANGE", "x"}}),
+              Strings());
+}
+
+TEST_F(IdleVariables, ANameInOtherLettersWithTheSameValueIsTheSameVariable) {
+    EXPECT_EQ(Told({{"VELDyadCtxInit", A()}, {"VELDYADCTXINIT", A()}}), Strings());
+}
+
 TEST_F(IdleVariables, ASingleCharacterNamesNoFile) {
     EXPECT_EQ(Told({{"VELDyadCtxInit", "x"}}),
               Strings({"VELDyadCtxInit: a single character names no file"}));

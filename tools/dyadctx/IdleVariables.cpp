@@ -8,9 +8,12 @@
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/FileChoiceText.h"
 #include "tools/dyadctx/Source.h"
+#include "tools/dyadctx/Suggestion.h"
+#include "tools/dyadctx/SystemServices.h"
 #include "trace/VELDyadMessageKeys.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
@@ -20,6 +23,12 @@
 namespace dyadctx::tool {
 
 namespace {
+
+// Every variable the library reads.
+constexpr std::array Known{
+    "VELDyadCtxInit",         "VELDyadCtxOut",           "VELInstallPath",     "VELDyadCtxTracer",
+    "TE_MULTISITE_DBCONTEXT", "VELDbContextEnvironment", "ExchangeChannel",    "VELSettingPath",
+    "VELMessageLanguage",     "VELMessageCatalogPath",   "VELDyadContextTrace"};
 
 constexpr const char* Empty = "it is empty";
 constexpr const char* DecidedBefore = "an earlier source decides which file is taken";
@@ -156,6 +165,45 @@ std::string AgainstCatalogFolder(std::string value) {
     return "the folder holds no file " + std::string(key::Catalog) + ".LANGUAGE.mo";
 }
 
+// What begins like this is likely to be meant for the library.
+constexpr std::array<std::string_view, 3> Prefixes{"vel", "te_multisite", "exchange"};
+
+std::string InSmallLetters(std::string_view text) {
+    std::string small(text);
+    std::transform(small.begin(), small.end(), small.begin(), [](char letter) {
+        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+    });
+    return small;
+}
+
+bool HasPrefix(std::string_view name) {
+    const std::string lower = InSmallLetters(name);
+    return std::any_of(Prefixes.begin(), Prefixes.end(),
+                       [&](std::string_view prefix) { return lower.starts_with(prefix); });
+}
+
+// Where upper and lower case are one in names of variables, this is the known one itself.
+bool IsTheSame(const std::string& name, const std::string& known) {
+    const char* value = VELGetEnv(name.c_str());
+    const char* ofKnown = VELGetEnv(known.c_str());
+    return InSmallLetters(name) == InSmallLetters(known) && value != nullptr &&
+           ofKnown != nullptr && std::string_view(value) == ofKnown;
+}
+
+void AddMisspelt(std::vector<IdleVariable>& idle) {
+    for (const std::string& name : EnvironmentNames()) {
+        const bool isKnown = std::find(Known.begin(), Known.end(), name) != Known.end();
+        if (isKnown || !HasPrefix(name))
+            continue;
+        const std::string nearest = Nearest(name, {Known.begin(), Known.end()});
+        if (nearest.empty() || IsTheSame(name, nearest))
+            continue;
+        const char* value = VELGetEnv(name.c_str());
+        idle.push_back({name, value != nullptr ? value : "",
+                        "the library reads no such variable; the nearest one is " + nearest});
+    }
+}
+
 std::string AgainstNothing(const std::string&) {
     return "";
 }
@@ -187,6 +235,7 @@ std::vector<IdleVariable> IdleVariablesOfReading() {
     JudgedUnlessEmpty(idle, "VELMessageLanguage", AgainstLanguage);
     JudgedUnlessEmpty(idle, "VELMessageCatalogPath", AgainstCatalogFolder);
     JudgedUnlessEmpty(idle, "NO_COLOR", AgainstNothing);
+    AddMisspelt(idle);
     return idle;
 }
 

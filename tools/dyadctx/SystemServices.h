@@ -3,11 +3,15 @@
 
 #include <cstdio>
 #include <string>
+#include <vector>
 
 namespace dyadctx::tool {
 
 // Sets an environment variable of this process, where the library sees it.
 void SetEnvironment(const std::string& name, const std::string& value);
+
+// The names of all environment variables of this process, in the order of the alphabet.
+std::vector<std::string> EnvironmentNames();
 
 // A stream to the standard output of the process. What anyone else writes to standard output from
 // now on goes to standard error. To be called once.

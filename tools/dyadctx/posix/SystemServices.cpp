@@ -1,10 +1,12 @@
 #include "tools/dyadctx/SystemServices.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <stdexcept>
+#include <string_view>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -105,6 +107,16 @@ void FlushFolder(const fs::path& folder) {
 void SetEnvironment(const std::string& name, const std::string& value) {
     if (setenv(name.c_str(), value.c_str(), 1) != 0)
         ThrowSystemError();
+}
+
+std::vector<std::string> EnvironmentNames() {
+    std::vector<std::string> names;
+    for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+        const std::string_view text = *entry;
+        names.emplace_back(text.substr(0, text.find('=')));
+    }
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 std::FILE* TakeStandardOutput() {

@@ -1,9 +1,12 @@
 #include "tools/dyadctx/SystemServices.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <stdexcept>
+#include <string_view>
 #include <system_error>
 
 #include <fcntl.h>
@@ -24,6 +27,15 @@ std::wstring Wide(const std::string& text) {
     return wide;
 }
 
+std::string Narrow(std::wstring_view text) {
+    const int size = static_cast<int>(text.size());
+    const int length =
+        WideCharToMultiByte(CP_UTF8, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
+    std::string narrow(static_cast<std::size_t>(length), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), size, narrow.data(), length, nullptr, nullptr);
+    return narrow;
+}
+
 [[noreturn]] void ThrowSystemError() {
     throw std::system_error(static_cast<int>(GetLastError()), std::system_category());
 }
@@ -41,6 +53,20 @@ void WriteWhole(const fs::path& path, const std::string& content) {
 void SetEnvironment(const std::string& name, const std::string& value) {
     if (SetEnvironmentVariableW(Wide(name).c_str(), Wide(value).c_str()) == 0)
         ThrowSystemError();
+}
+
+std::vector<std::string> EnvironmentNames() {
+    const std::unique_ptr<wchar_t, decltype(&FreeEnvironmentStringsW)> block(
+        GetEnvironmentStringsW(), FreeEnvironmentStringsW);
+    std::vector<std::string> names;
+    for (const wchar_t* entry = block.get(); entry != nullptr && *entry != L'\0';) {
+        const std::wstring_view text = entry;
+        // A name may begin with "=".
+        names.push_back(Narrow(text.substr(0, text.find(L'=', 1))));
+        entry += text.size() + 1;
+    }
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 std::FILE* TakeStandardOutput() {
