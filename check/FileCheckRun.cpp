@@ -14,6 +14,7 @@
 #include "xml/detail/ReadState.h"
 #include "xml/detail/VELDyadCtxXml.h"
 
+#include <algorithm>
 #include <array>
 #include <new>
 #include <string>
@@ -70,11 +71,10 @@ VELUnicodeString FileCheckRun::FactoryMessage() const {
 }
 
 VELListVal<VELDyadCtxFinding> FileCheckRun::TakeFindings() {
-    findings_.LeaveOut(options_.silenced);
     if (findings_.IsEmpty())
         return {};
     SourceReader text = ReadText();
-    return findings_.Finish(text);
+    return findings_.Finish(text, options_.silenced);
 }
 
 std::optional<VELPlace> FileCheckRun::FindPlace(const VELDyadContext* context) {
@@ -319,10 +319,12 @@ void FileCheckRun::SuggestParameterTypes() {
 void FileCheckRun::NoteLeftOut() {
     if (leftOut_.empty())
         return;
-    const std::array parameters{VELUnicodeString(std::to_string(leftOut_.size())),
-                                leftOut_.front().name};
-    findings_.AddAbout(leftOut_.front().name, id::DatabaseLeftOut, parameters,
-                       {leftOut_.front().place, format::ParameterTypeAttribute});
+    const LeftOut& first = *std::min_element(
+        leftOut_.begin(), leftOut_.end(),
+        [](const LeftOut& left, const LeftOut& right) { return left.place < right.place; });
+    const std::array parameters{VELUnicodeString(std::to_string(leftOut_.size())), first.name};
+    findings_.AddAbout(first.name, id::DatabaseLeftOut, parameters,
+                       {first.place, format::ParameterTypeAttribute});
 }
 
 // Of no interest before the file is right otherwise.

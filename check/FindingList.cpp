@@ -1,12 +1,15 @@
 #include "check/detail/FindingList.h"
 
+#include "check/detail/Consequences.h"
 #include "platform/detail/MessagePlaceholders.h"
 #include "trace/detail/FindingIds.h"
 #include "trace/detail/UserMessage.h"
 
 #include <algorithm>
+#include <numeric>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <unordered_set>
 #include <utility>
 
@@ -37,14 +40,15 @@ std::string IdentityOf(const VELDyadCtxFinding& finding) {
     return identity;
 }
 
-// The findings of one place, each once.
-void AppendOnce(std::span<FindingList::Entry> entries, VELListVal<VELDyadCtxFinding>& findings) {
-    std::unordered_set<std::string> said;
-    for (FindingList::Entry& entry : entries) {
-        const bool isAlone = entries.size() == 1 || entry.finding.place == VELPlace();
-        if (isAlone || said.insert(IdentityOf(entry.finding)).second)
-            findings.Append(std::move(entry.finding));
-    }
+// Faults in their order, each before its consequences.
+std::vector<std::size_t> OrderByFault(const std::vector<std::size_t>& faults) {
+    std::vector<std::size_t> order(faults.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::sort(order.begin(), order.end(), [&faults](std::size_t left, std::size_t right) {
+        return std::tuple(faults[left], faults[left] != left, left) <
+               std::tuple(faults[right], faults[right] != right, right);
+    });
+    return order;
 }
 
 } // namespace
@@ -83,21 +87,36 @@ FindingList::Entry& FindingList::AddWithSuggestion(const char* id,
     return entry;
 }
 
-void FindingList::LeaveOut(const VELListValVELUnicodeString& ids) {
-    if (ids.Size() > 0)
-        std::erase_if(entries_,
-                      [&](const Entry& entry) { return ids.Locate(entry.finding.id) > 0; });
+// Those at one place are next to each other.
+void FindingList::DropRepeated() {
+    VELPlace place;
+    std::unordered_set<std::string> said;
+    std::erase_if(entries_, [&](const Entry& entry) {
+        if (entry.finding.place != std::exchange(place, entry.finding.place))
+            said.clear();
+        return place != VELPlace() && !said.insert(IdentityOf(entry.finding)).second;
+    });
 }
 
-VELListVal<VELDyadCtxFinding> FindingList::Finish(SourceReader& text) {
+VELListVal<VELDyadCtxFinding> FindingList::Finish(SourceReader& text,
+                                                  const VELListValVELUnicodeString& silenced) {
     SetPlaces(text);
     std::stable_sort(entries_.begin(), entries_.end(), StandsBefore);
+    DropRepeated();
+    const std::vector<std::size_t> faults = FindFaults(entries_);
     VELListVal<VELDyadCtxFinding> findings;
-    for (auto begin = entries_.begin(); begin != entries_.end();) {
-        const auto end = std::find_if(
-            begin, entries_.end(), [&](const Entry& entry) { return StandsBefore(*begin, entry); });
-        AppendOnce({begin, end}, findings);
-        begin = end;
+    int fault = 0;
+    for (const std::size_t index : OrderByFault(faults)) {
+        VELDyadCtxFinding& finding = entries_[index].finding;
+        if (faults[index] != index) {
+            finding.severity = VELDyadCtxSeverity::Note;
+            finding.cause = fault;
+        } else if (silenced.Locate(finding.id) > 0) {
+            continue;
+        } else {
+            fault = findings.Size() + 1;
+        }
+        findings.Append(std::move(finding));
     }
     entries_.clear();
     return findings;

@@ -5,41 +5,50 @@
 #include "trace/detail/FindingIds.h"
 
 #include <memory>
+#include <new>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-namespace {
+struct VELDyadCtxFileCheck::State {
+    // The check of the file itself where `text` is null.
+    VELResult Run(const VELUnicodeString& name, const VELUnicodeString* text) noexcept;
 
-template<class MakeRun>
-VELResult RunCheck(MakeRun makeRun, std::unique_ptr<dyadctx::FileCheckRun>& run,
-                   VELListVal<VELDyadCtxFinding>& findings) {
+    dyadctx::FileCheckOptions options;
+    std::unique_ptr<dyadctx::FileCheckRun> run;
+    VELListVal<VELDyadCtxFinding> findings;
+};
+
+VELResult VELDyadCtxFileCheck::State::Run(const VELUnicodeString& name,
+                                          const VELUnicodeString* text) noexcept {
     findings.RemoveAll();
     run.reset();
     try {
-        std::unique_ptr<dyadctx::FileCheckRun> finished = makeRun();
+        auto finished = std::make_unique<dyadctx::FileCheckRun>(name, text, options);
         const bool valid = !finished->HasErrors();
         findings = finished->TakeFindings();
         run = std::move(finished);
         return valid ? S_OK : S_FALSE;
     } catch (...) {
-        findings.RemoveAll();
         return E_FAIL;
     }
 }
 
-} // namespace
-
-VELDyadCtxFileCheck::VELDyadCtxFileCheck() noexcept = default;
+VELDyadCtxFileCheck::VELDyadCtxFileCheck() noexcept : state_(new (std::nothrow) State) {}
 
 VELDyadCtxFileCheck::~VELDyadCtxFileCheck() = default;
 
+void VELDyadCtxFileCheck::SetDeep(bool deep) noexcept {
+    if (state_ != nullptr)
+        state_->options.deep = deep;
+}
+
 VELResult VELDyadCtxFileCheck::Silence(const VELUnicodeString& id) {
     const dyadctx::FindingKind* kind = dyadctx::FindOwnKind(id.AsView());
-    if (kind == nullptr || kind->severity == VELDyadCtxSeverity::Error)
+    if (state_ == nullptr || kind == nullptr || kind->severity == VELDyadCtxSeverity::Error)
         return E_FAIL;
     try {
-        silenced_.Append(id);
+        state_->options.silenced.Append(id);
         return S_OK;
     } catch (...) {
         return E_FAIL;
@@ -70,36 +79,42 @@ VELUnicodeString VELDyadCtxFileCheck::GetNearestName(const VELUnicodeString& wor
 }
 
 VELResult VELDyadCtxFileCheck::Run(const VELUnicodeString& file) {
-    const auto makeRun = [&] {
-        return std::make_unique<dyadctx::FileCheckRun>(file, nullptr,
-                                                       dyadctx::FileCheckOptions{deep_, silenced_});
-    };
-    return RunCheck(makeRun, run_, findings_);
+    return state_ != nullptr ? state_->Run(file, nullptr) : E_FAIL;
 }
 
 VELResult VELDyadCtxFileCheck::Run(const VELUnicodeString& name, const VELUnicodeString& text) {
-    const auto makeRun = [&] {
-        return std::make_unique<dyadctx::FileCheckRun>(name, &text,
-                                                       dyadctx::FileCheckOptions{deep_, silenced_});
-    };
-    return RunCheck(makeRun, run_, findings_);
+    return state_ != nullptr ? state_->Run(name, &text) : E_FAIL;
+}
+
+int VELDyadCtxFileCheck::GetNbFindings() const noexcept {
+    return state_ != nullptr ? state_->findings.Size() : 0;
+}
+
+const VELDyadCtxFinding& VELDyadCtxFileCheck::GetFindingAt(int index) const {
+    static const VELListVal<VELDyadCtxFinding> None;
+    return state_ != nullptr ? std::as_const(state_->findings)[index] : None[index];
 }
 
 int VELDyadCtxFileCheck::GetNbFindings(VELDyadCtxSeverity severity) const noexcept {
     int count = 0;
-    for (int pos = 1; pos <= findings_.Size(); ++pos)
-        count += findings_[pos].severity == severity ? 1 : 0;
+    for (int pos = 1; pos <= GetNbFindings(); ++pos) {
+        const VELDyadCtxFinding& finding = GetFindingAt(pos);
+        count += finding.severity == severity && finding.cause == 0 ? 1 : 0;
+    }
     return count;
 }
 
 VELDyadCtxCollector* VELDyadCtxFileCheck::GetCollector() const noexcept {
-    return run_ != nullptr ? run_->Collector() : nullptr;
+    const dyadctx::FileCheckRun* run = state_ != nullptr ? state_->run.get() : nullptr;
+    return run != nullptr ? run->Collector() : nullptr;
 }
 
 VELResult VELDyadCtxFileCheck::GetPlace(const VELDyadContext* context, VELPlace& place) const {
+    dyadctx::FileCheckRun* run = state_ != nullptr ? state_->run.get() : nullptr;
+    if (run == nullptr)
+        return E_FAIL;
     try {
-        const std::optional<VELPlace> found =
-            run_ != nullptr ? run_->FindPlace(context) : std::nullopt;
+        const std::optional<VELPlace> found = run->FindPlace(context);
         if (!found)
             return E_FAIL;
         place = *found;
@@ -110,10 +125,11 @@ VELResult VELDyadCtxFileCheck::GetPlace(const VELDyadContext* context, VELPlace&
 }
 
 VELResult VELDyadCtxFileCheck::GetFactoryMessage(VELUnicodeString& message) const {
-    if (run_ == nullptr)
+    const dyadctx::FileCheckRun* run = state_ != nullptr ? state_->run.get() : nullptr;
+    if (run == nullptr)
         return E_FAIL;
     try {
-        message = run_->FactoryMessage();
+        message = run->FactoryMessage();
         return S_OK;
     } catch (...) {
         return E_FAIL;

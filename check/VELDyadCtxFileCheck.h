@@ -1,9 +1,10 @@
 // Everything that is wrong with one context file, each finding at its place.
 //
 // Where a factory of VELDyadCtxCollector stops at the first fault, this goes on: it reads, links
-// and checks with the same code, through all contexts. The findings of severity Error hold whatever
-// a factory says of the file, and there is one exactly when a factory refuses the file. Warnings
-// and notes are help beyond that; the library itself does not mind them.
+// and checks with the same code, through all contexts. The findings of severity Error and their
+// consequences hold whatever a factory says of the file, and there is an error exactly when a
+// factory refuses the file. Warnings and notes are help beyond that; the library itself does not
+// mind them.
 //
 // The DB context environment counts as it is when Run is called. An object is used from one thread
 // at a time. No operation throws.
@@ -19,10 +20,6 @@
 
 #include <memory>
 
-namespace dyadctx {
-class FileCheckRun;
-}
-
 class VELDYADCTX_EXPORT VELDyadCtxFileCheck {
 public:
     VELDyadCtxFileCheck() noexcept;
@@ -32,8 +29,9 @@ public:
 
     // ---- What to look for ----------------------------------------------------------------------
     // Whether to look also for the folders and files that contexts name. Off at first.
-    void SetDeep(bool deep) noexcept { deep_ = deep; }
-    // Leaves out findings of that kind. E_FAIL for what is not the id of a warning or note.
+    void SetDeep(bool deep) noexcept;
+    // Leaves out findings of that kind, consequences apart. E_FAIL for what is not the id of a
+    // warning or note.
     VELResult Silence(const VELUnicodeString& id);
     // Every kind of finding beyond the library's own messages.
     static VELListVal<VELDyadCtxFindingKind> GetFindingKinds();
@@ -55,9 +53,10 @@ public:
     VELResult Run(const VELUnicodeString& name, const VELUnicodeString& text);
 
     // ---- What came of it, until the next Run ---------------------------------------------------
-    int GetNbFindings() const noexcept { return findings_.Size(); }
-    // In the order of the file; positions from 1.
-    const VELDyadCtxFinding& GetFindingAt(int index) const { return findings_[index]; }
+    int GetNbFindings() const noexcept;
+    // In the order of the file, but consequences after their fault; positions from 1.
+    const VELDyadCtxFinding& GetFindingAt(int index) const;
+    // Without consequences, which do not count.
     int GetNbFindings(VELDyadCtxSeverity severity) const noexcept;
 
     // What could be made of the file, valid or not; it stays this object's. Contexts that lack an
@@ -74,8 +73,8 @@ public:
     VELResult GetFactoryMessage(VELUnicodeString& message) const;
 
 private:
-    bool deep_ = false;
-    VELListValVELUnicodeString silenced_;
-    std::unique_ptr<dyadctx::FileCheckRun> run_;
-    VELListVal<VELDyadCtxFinding> findings_;
+    struct State;
+
+    // Null without memory.
+    std::unique_ptr<State> state_;
 };

@@ -25,6 +25,10 @@ struct VELDyadCtxFinding {
     // Of the attribute at fault, else of its element.
     VELPlace place;
     VELListVal<VELDyadCtxRelatedPlace> related;
+    // The position, from 1, of the error it follows from; 0 for a finding in its own right. Such a
+    // consequence is a note right after that error and other consequences of it. It keeps its id,
+    // counts for nothing and cannot be silenced: once the error is mended it is gone.
+    int cause = 0;
 };
 
 // A kind of finding that is not a message of the library.

@@ -47,12 +47,14 @@ public:
     bool HasErrors() const noexcept { return hasErrors_; }
 
     bool IsEmpty() const noexcept { return entries_.empty(); }
-    void LeaveOut(const VELListValVELUnicodeString& ids);
-    // The findings in the order of the file, each once. The list is empty afterwards.
-    VELListVal<VELDyadCtxFinding> Finish(SourceReader& text);
+    // The findings in the order of the file, each once, with consequences after their faults and
+    // without the silenced ones. The list is empty afterwards.
+    VELListVal<VELDyadCtxFinding> Finish(SourceReader& text,
+                                         const VELListValVELUnicodeString& silenced);
 
 private:
     void SetPlaces(SourceReader& text);
+    void DropRepeated();
 
     std::vector<Entry> entries_;
     std::set<std::string, std::less<>> kept_;

@@ -67,9 +67,9 @@ bool CheckRun::ApplyRule(const char* method, const ContextRule& rule, RuleSubjec
     const int breaches = rule.breaches(subject);
     if (breaches == 0)
         return true;
-    const Fault fault = MakeFault(method, rule, subject);
-    for (int i = 0; i < breaches; ++i)
-        reporter_.Report(fault);
+    Fault fault = MakeFault(method, rule, subject);
+    fault.times = breaches;
+    reporter_.Report(fault);
     if (rule.trace != nullptr)
         rule.trace(subject);
     return false;

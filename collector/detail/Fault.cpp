@@ -8,7 +8,8 @@ namespace dyadctx {
 void MessageReporter::Report(const Fault& fault) {
     const VELUnicodeString* parameters =
         fault.parameterCount > 0 ? fault.parameters.data() : nullptr;
-    LogCollectorError(fault.method, fault.key, message_, parameters, fault.parameterCount, 1);
+    for (int i = 0; i < fault.times; ++i)
+        LogCollectorError(fault.method, fault.key, message_, parameters, fault.parameterCount, 1);
 }
 
 unsigned char LogCollectorError(const char* method, const char* key, VELUnicodeString& message,

@@ -25,6 +25,8 @@ struct Fault {
     const VELDyadContext* other = nullptr;
     // The position of `other` among the friends of `context`; 0 where it is none of them.
     int friendPosition = 0;
+    // How many times the rule is broken, each with a message of its own.
+    int times = 1;
 };
 
 // Receives faults in the order in which they are met. What it throws ends the run that reports.

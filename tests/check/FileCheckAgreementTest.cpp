@@ -94,11 +94,13 @@ std::vector<std::string> LinesOf(std::string message) {
     return lines;
 }
 
+// Those of the errors and what they entail.
 std::set<std::string> ErrorTexts(const VELDyadCtxFileCheck& check) {
     std::set<std::string> texts;
     for (int pos = 1; pos <= check.GetNbFindings(); ++pos) {
-        if (check.GetFindingAt(pos).severity == VELDyadCtxSeverity::Error)
-            texts.insert(Text(check.GetFindingAt(pos).text));
+        const VELDyadCtxFinding& finding = check.GetFindingAt(pos);
+        if (finding.severity == VELDyadCtxSeverity::Error || finding.cause != 0)
+            texts.insert(Text(finding.text));
     }
     return texts;
 }

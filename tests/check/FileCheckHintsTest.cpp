@@ -251,6 +251,19 @@ TEST(FileCheckHints, AnUnknownTypeGetsTheNearestOne) {
     EXPECT_EQ(type("xyz"), "");
 }
 
+TEST(FileCheckHints, WhatIsLeftOutIsToldAtTheFirstOfItsKind) {
+    const std::string associated =
+        "<CtxAssociated><Context Name=\"X\"/></CtxAssociated></Context>\n";
+    const std::string database =
+        "<Context Name=\"V\" Parameter=\"v\" ParameterType=\"Database\"/>\n";
+    const auto check = CheckLines(Default + ("\n" + PathA) + associated + PathB + associated +
+                                  database + PathC + associated + database);
+    EXPECT_EQ(PlacesOf(*check), Lines({"4:54 associated-left-out", "6:33 database-left-out"}));
+    EXPECT_EQ(TextOf(*check, "associated-left-out"),
+              "CtxAssociated is not read while the DB context environment is off: 3 in this "
+              "file, this is the first.");
+}
+
 TEST(FileCheckHints, FriendsOfALeftOutContextGoToTheOneBeforeIt) {
     const auto check = CheckLines(
         PathA + "</Context>\n" + Default +

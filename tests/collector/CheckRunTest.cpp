@@ -34,7 +34,7 @@ public:
         Said said{fault.key, {}, NameOf(fault.context), NameOf(fault.other), fault.method};
         for (int i = 0; i < fault.parameterCount; ++i)
             said.parameters.push_back(Text(fault.parameters[static_cast<std::size_t>(i)]));
-        said_.push_back(said);
+        said_.insert(said_.end(), static_cast<std::size_t>(fault.times), said);
     }
 
     const std::vector<Said>& All() const { return said_; }

@@ -1,0 +1,17 @@
+// Which findings follow from others.
+#pragma once
+
+#include "check/detail/FindingList.h"
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+namespace dyadctx {
+
+// For each entry the index of its fault: the error that, once mended, takes the entry away as well;
+// its own index where it is no consequence. The fault of an entry is never a consequence itself.
+// Near-linear. Throws std::bad_alloc.
+std::vector<std::size_t> FindFaults(std::span<const FindingList::Entry> entries);
+
+} // namespace dyadctx
