@@ -90,10 +90,10 @@ void FileCheckRun::PlaceElements() {
     for (const ContextPlaces::Entry& entry : places_)
         spots.push_back({entry.second});
     SourceReader text = ReadText();
-    const std::vector<VELPlace> places = FindPlaces(spots, text);
-    auto place = places.begin();
+    const std::vector<SourceRange> ranges = FindRanges(spots, text);
+    auto range = ranges.begin();
     for (ContextPlaces::Entry& entry : places_)
-        entry.second = *place++;
+        entry.second = (range++)->begin;
     areElementsPlaced_ = true;
 }
 

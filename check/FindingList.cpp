@@ -129,12 +129,16 @@ void FindingList::SetPlaces(SourceReader& text) {
         for (const Related& related : entry.related)
             spots.push_back(related.spot);
     }
-    const std::vector<VELPlace> places = FindPlaces(spots, text);
-    auto place = places.begin();
+    const std::vector<SourceRange> ranges = FindRanges(spots, text);
+    auto range = ranges.begin();
     for (Entry& entry : entries_) {
-        entry.finding.place = *place++;
-        for (const Related& related : entry.related)
-            entry.finding.related.Append({related.text, *place++});
+        entry.finding.place = range->begin;
+        entry.finding.end = range->end;
+        ++range;
+        for (const Related& related : entry.related) {
+            entry.finding.related.Append({related.text, range->begin, range->end});
+            ++range;
+        }
     }
 }
 

@@ -23,12 +23,17 @@ std::vector<std::size_t> OrderOf(const std::vector<Spot>& spots) {
     return order;
 }
 
-class PlaceSearch {
-public:
-    PlaceSearch(const std::vector<Spot>& spots, SourceReader& reader)
-        : spots_(spots), reader_(reader), places_(spots.size()) {}
+// Nothing where there is no place.
+SourceRange OneCharacter(const VELPlace& place) {
+    return {place, place.line > 0 ? VELPlace{place.line, place.column + 1} : VELPlace()};
+}
 
-    std::vector<VELPlace> Run() {
+class RangeSearch {
+public:
+    RangeSearch(const std::vector<Spot>& spots, SourceReader& reader)
+        : spots_(spots), reader_(reader), tokenizer_(reader), ranges_(spots.size()) {}
+
+    std::vector<SourceRange> Run() {
         const std::vector<std::size_t> order = OrderOf(spots_);
         for (auto begin = order.begin(); begin != order.end();) {
             const auto end = std::find_if(begin, order.end(), [&](std::size_t at) {
@@ -37,56 +42,63 @@ public:
             PlaceElement({begin, end});
             begin = end;
         }
-        return std::move(places_);
+        return std::move(ranges_);
     }
 
 private:
     // All spots of one element.
     void PlaceElement(std::span<const std::size_t> group) {
         const VELPlace element = spots_[group.front()].element;
-        const bool isFound = element.line > 0 && reader_.MoveTo(element);
-        const VELPlace place = isFound ? reader_.Here() : element;
+        SourceRange range = OneCharacter(element);
+        const bool isElement = element.line > 0 && reader_.MoveTo(element) && ReadElement(range);
         attributes_.clear();
         for (const std::size_t at : group) {
-            places_[at] = place;
+            ranges_[at] = range;
             if (spots_[at].attribute != nullptr)
-                attributes_.emplace(spots_[at].attribute, place);
+                attributes_.emplace(spots_[at].attribute, range);
         }
-        if (!isFound || attributes_.empty())
+        if (!isElement || attributes_.empty())
             return;
         PlaceAttributes();
         for (const std::size_t at : group) {
             if (spots_[at].attribute != nullptr)
-                places_[at] = attributes_.at(spots_[at].attribute);
+                ranges_[at] = attributes_.at(spots_[at].attribute);
         }
     }
 
+    // False where there is no element.
+    bool ReadElement(SourceRange& range) {
+        range = OneCharacter(reader_.Here());
+        if (!tokenizer_.ReadElement(attribute_.name))
+            return false;
+        range.end = reader_.Here();
+        return true;
+    }
+
     void PlaceAttributes() {
-        SourceTokenizer tokenizer(reader_);
         std::size_t sought = attributes_.size();
-        if (!tokenizer.ReadElement(attribute_.name))
-            return;
-        while (sought > 0 && tokenizer.ReadAttribute(attribute_)) {
+        while (sought > 0 && tokenizer_.ReadAttribute(attribute_)) {
             const auto found = attributes_.find(attribute_.name);
             if (found == attributes_.end())
                 continue;
-            found->second = attribute_.place;
+            found->second = {attribute_.place, reader_.Here()};
             --sought;
         }
     }
 
     const std::vector<Spot>& spots_;
     SourceReader& reader_;
-    std::vector<VELPlace> places_;
+    SourceTokenizer tokenizer_;
+    std::vector<SourceRange> ranges_;
     // Of the element at hand.
-    std::unordered_map<std::string_view, VELPlace> attributes_;
+    std::unordered_map<std::string_view, SourceRange> attributes_;
     SourceTokenizer::Attribute attribute_;
 };
 
 } // namespace
 
-std::vector<VELPlace> FindPlaces(const std::vector<Spot>& spots, SourceReader& reader) {
-    return PlaceSearch(spots, reader).Run();
+std::vector<SourceRange> FindRanges(const std::vector<Spot>& spots, SourceReader& reader) {
+    return RangeSearch(spots, reader).Run();
 }
 
 } // namespace dyadctx

@@ -10,21 +10,21 @@
 #include <utility>
 #include <vector>
 
-struct VELDyadCtxFileCheck::State {
-    // The check of the file itself where `text` is null.
+struct dyadctx::FileCheckState {
+    // Checks the file itself where `text` is null.
     VELResult Run(const VELUnicodeString& name, const VELUnicodeString* text) noexcept;
 
-    dyadctx::FileCheckOptions options;
-    std::unique_ptr<dyadctx::FileCheckRun> run;
+    FileCheckOptions options;
+    std::unique_ptr<FileCheckRun> run;
     VELListVal<VELDyadCtxFinding> findings;
 };
 
-VELResult VELDyadCtxFileCheck::State::Run(const VELUnicodeString& name,
-                                          const VELUnicodeString* text) noexcept {
+VELResult dyadctx::FileCheckState::Run(const VELUnicodeString& name,
+                                       const VELUnicodeString* text) noexcept {
     findings.RemoveAll();
     run.reset();
     try {
-        auto finished = std::make_unique<dyadctx::FileCheckRun>(name, text, options);
+        auto finished = std::make_unique<FileCheckRun>(name, text, options);
         const bool valid = !finished->HasErrors();
         findings = finished->TakeFindings();
         run = std::move(finished);
@@ -34,7 +34,8 @@ VELResult VELDyadCtxFileCheck::State::Run(const VELUnicodeString& name,
     }
 }
 
-VELDyadCtxFileCheck::VELDyadCtxFileCheck() noexcept : state_(new (std::nothrow) State) {}
+VELDyadCtxFileCheck::VELDyadCtxFileCheck() noexcept
+    : state_(new (std::nothrow) dyadctx::FileCheckState) {}
 
 VELDyadCtxFileCheck::~VELDyadCtxFileCheck() = default;
 

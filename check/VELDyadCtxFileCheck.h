@@ -20,6 +20,10 @@
 
 #include <memory>
 
+namespace dyadctx {
+struct FileCheckState;
+}
+
 class VELDYADCTX_EXPORT VELDyadCtxFileCheck {
 public:
     VELDyadCtxFileCheck() noexcept;
@@ -73,8 +77,6 @@ public:
     VELResult GetFactoryMessage(VELUnicodeString& message) const;
 
 private:
-    struct State;
-
     // Null without memory.
-    std::unique_ptr<State> state_;
+    std::unique_ptr<dyadctx::FileCheckState> state_;
 };

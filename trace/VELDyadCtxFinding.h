@@ -11,6 +11,7 @@ enum class VELDyadCtxSeverity { Error, Warning, Note };
 struct VELDyadCtxRelatedPlace {
     VELUnicodeString text;
     VELPlace place;
+    VELPlace end;
 };
 
 struct VELDyadCtxFinding {
@@ -22,8 +23,10 @@ struct VELDyadCtxFinding {
     // The name of the context at fault; `hasContext` tells an empty name from none.
     bool hasContext = false;
     VELUnicodeString context;
-    // Of the attribute at fault, else of its element.
+    // Of the attribute at fault, else of its element; `end` is one character after the value of the
+    // attribute or the name of the element.
     VELPlace place;
+    VELPlace end;
     VELListVal<VELDyadCtxRelatedPlace> related;
     // The position, from 1, of the error it follows from; 0 for a finding in its own right. Such a
     // consequence is a note right after that error and other consequences of it. It keeps its id,

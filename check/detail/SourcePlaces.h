@@ -15,9 +15,16 @@ struct Spot {
     const char* attribute = nullptr;
 };
 
-// The place of each spot, in characters: of the attribute where it is written there, else of the
-// element. Where the text has changed a place stays as it is. One pass through the text as far as
+// From the first character to the one after the last.
+struct SourceRange {
+    VELPlace begin;
+    VELPlace end;
+};
+
+// The range of each spot, in characters: of the attribute with its value where it is written there,
+// else of the beginning of the element with its name; of one character where there is neither.
+// Where the text has changed a range begins where the spot is. One pass through the text as far as
 // the last spot, however many there are. Throws std::bad_alloc.
-std::vector<VELPlace> FindPlaces(const std::vector<Spot>& spots, SourceReader& reader);
+std::vector<SourceRange> FindRanges(const std::vector<Spot>& spots, SourceReader& reader);
 
 } // namespace dyadctx

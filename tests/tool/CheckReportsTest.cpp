@@ -1,6 +1,7 @@
 // `check`: every fault of a file at its place, the options, and the formats for programs.
 #include "tool/ToolTest.h"
 
+#include <algorithm>
 #include <sstream>
 
 namespace dyadctx::test {
@@ -107,11 +108,11 @@ TEST_F(CheckReports, OneRunFindsEveryKindOfFaultAtItsPlace) {
         "15:14 error Ctx.Check.CtxAlreadyDefined",
         "17:67 error Ctx.Check.CtxDatabaseAlreadyDefined",
         "19:5 error Ctx.Parse.CtxNoConnector",
-        "19:5 error Ctx.Parse.CtxNoDatabase",
+        "19:5 note Ctx.Parse.CtxNoDatabase",
         "22:9 error Ctx.Parse.CtxFriendNoName",
         "23:18 error Ctx.Parse.CtxFriendNoName",
         "24:18 error Ctx.Check.CtxAndFriendWithSameName",
-        "24:18 error Ctx.Check.CtxAndFriendWithCyclicity",
+        "24:18 note Ctx.Check.CtxAndFriendWithCyclicity",
         "25:18 error Ctx.Check.CtxAndFriendWithCyclicity",
         "26:18 error Ctx.SetFriendsAndAssociated.CtxFriendNoMatchingCtx",
         "26:18 note nearest-name",
@@ -120,7 +121,7 @@ TEST_F(CheckReports, OneRunFindsEveryKindOfFaultAtItsPlace) {
         "31:18 warning several-associated",
         "31:30 error Ctx.Parse.CtxAssociatedWithAssociated",
         "32:18 error Ctx.Check.CtxAndAssocWithSameName",
-        "32:18 error Ctx.Check.CtxAndAssocWithCyclicity",
+        "32:18 note Ctx.Check.CtxAndAssocWithCyclicity",
         "34:48 error option-without-name",
         "37:28 error Ctx.Check.CtxAndFriendWithCyclicity",
         "38:31 error Ctx.Check.CtxAndAssocWithCyclicity",
@@ -133,7 +134,7 @@ TEST_F(CheckReports, OneRunFindsEveryKindOfFaultAtItsPlace) {
     };
     EXPECT_EQ(PlacesIn(result.standardOutput, "golden.xml"), expected) << result.standardOutput;
     EXPECT_NE(
-        result.standardOutput.find("1 file checked, 1 not valid, 34 errors, 2 warnings, 1 note\n"),
+        result.standardOutput.find("1 file checked, 1 not valid, 31 errors, 2 warnings, 1 note\n"),
         std::string::npos)
         << result.standardOutput;
 }
@@ -152,7 +153,7 @@ TEST_F(CheckReports, ANoteNamesTheLineOfTheOtherParty) {
             "1 file checked, 1 not valid, 1 error\n",
             {},
             {}});
-    const Json related = RunForJson({"check", "twice.xml"}, 1)["findings"][0]["related"];
+    const Json related = VerdictOn({"check", "twice.xml"}, 1)["findings"][0]["related"];
     EXPECT_EQ(
         related,
         Json::array({{{"text", "\"A\" is declared again here"}, {"line", 3}, {"column", 10}}}));
@@ -161,7 +162,7 @@ TEST_F(CheckReports, ANoteNamesTheLineOfTheOtherParty) {
 TEST_F(CheckReports, MessageAndValidAreWhatTheFactoryAnswers) {
     WriteContexts("two.xml", "<Context Name='A!' Parameter='a' ParameterType='Path'/>"
                              "<Context Name='B!' Parameter='b' ParameterType='Path'/>");
-    const Json document = RunForJson({"check", "two.xml"}, 1);
+    const Json document = VerdictOn({"check", "two.xml"}, 1);
     EXPECT_EQ(document["valid"], false);
     // The library ends at the first context that is not valid.
     EXPECT_EQ(document["message"], "The context file is not valid : The name of a context contains "
@@ -235,15 +236,15 @@ TEST_F(CheckReports, FailOnMakesLesserFindingsFatal) {
     EXPECT_EQ(status("never", "right.xml"), 2);
     EXPECT_EQ(Run({"check", "--fail-on", "warning", "odd.xml", "--off", "unknown-element"}).status,
               0);
-    EXPECT_EQ(RunForJson({"check", "--fail-on", "warning", "odd.xml"}, 1)["valid"], true);
+    EXPECT_EQ(VerdictOn({"check", "--fail-on", "warning", "odd.xml"}, 1)["valid"], true);
 }
 
 TEST_F(CheckReports, DeepLooksForPaths) {
     WriteContexts("deep.xml",
                   "<Context Name='DYADIC' Parameter='' ParameterType='Default'/>"
                   "<Context Name='A' Parameter='/nowhere/at/all' ParameterType='Path'/>");
-    EXPECT_EQ(RunForJson({"check", "deep.xml"})["findings"], Json::array());
-    const Json findings = RunForJson({"check", "--deep", "deep.xml"})["findings"];
+    EXPECT_EQ(VerdictOn({"check", "deep.xml"})["findings"], Json::array());
+    const Json findings = VerdictOn({"check", "--deep", "deep.xml"})["findings"];
     ASSERT_EQ(findings.size(), 1U);
     EXPECT_EQ(findings[0]["key"], "missing-path");
     EXPECT_EQ(findings[0]["parameters"], Json({"A", "/nowhere/at/all"}));
@@ -272,7 +273,7 @@ TEST_F(CheckReports, AVariableWithoutEffectIsNoted) {
     };
     for (const Case& example : cases) {
         std::vector<std::string> variables;
-        const Json document = RunForJson(example.arguments, 0, example.environment);
+        const Json document = VerdictOn(example.arguments, 0, example.environment);
         for (const Json& finding : document["findings"]) {
             EXPECT_EQ(finding["key"], "variable-without-effect");
             EXPECT_EQ(finding["line"], nullptr);
@@ -280,7 +281,7 @@ TEST_F(CheckReports, AVariableWithoutEffectIsNoted) {
         }
         EXPECT_EQ(variables, example.variables);
     }
-    EXPECT_EQ(RunForJson({"check"}, 3, {{"VELDyadCtxInit", "x"}})["findings"][1]["parameters"][0],
+    EXPECT_EQ(VerdictOn({"check"}, 3, {{"VELDyadCtxInit", "x"}})["findings"][1]["parameters"][0],
               "VELDyadCtxInit");
 }
 
@@ -322,10 +323,12 @@ TEST_F(CheckReports, SarifHoldsRulesResultsAndPlaces) {
     EXPECT_EQ(run["invocations"][0]["executionSuccessful"], true);
     EXPECT_EQ(run["invocations"][0]["exitCode"], 1);
     ASSERT_EQ(run["results"].size(), 2U);
-    const Json location = {{"artifactLocation", {{"uri", "the%20file.xml"}}},
-                           {"region", {{"startLine", 2}, {"startColumn", 10}}}};
-    const Json related = {{"artifactLocation", {{"uri", "the%20file.xml"}}},
-                          {"region", {{"startLine", 3}, {"startColumn", 24}}}};
+    const Json location = {
+        {"artifactLocation", {{"uri", "the%20file.xml"}}},
+        {"region", {{"startLine", 2}, {"startColumn", 10}, {"endLine", 2}, {"endColumn", 18}}}};
+    const Json related = {
+        {"artifactLocation", {{"uri", "the%20file.xml"}}},
+        {"region", {{"startLine", 3}, {"startColumn", 24}, {"endLine", 3}, {"endColumn", 32}}}};
     const Json& duplicate = run["results"][0];
     EXPECT_EQ(duplicate["ruleId"], "Ctx.Check.CtxAlreadyDefined");
     EXPECT_EQ(duplicate["level"], "error");
@@ -333,10 +336,81 @@ TEST_F(CheckReports, SarifHoldsRulesResultsAndPlaces) {
     EXPECT_EQ(duplicate["locations"][0]["logicalLocations"][0]["name"], "\xC3\x84");
     EXPECT_EQ(duplicate["relatedLocations"][0]["physicalLocation"], related);
     EXPECT_EQ(run["results"][1]["level"], "warning");
+    EXPECT_EQ(run["results"][1]["locations"][0]["physicalLocation"]["region"],
+              (Json{{"startLine", 4}, {"startColumn", 1}, {"endLine", 4}, {"endColumn", 7}}));
     for (const Json& one : run["results"]) {
         const std::size_t index = one["ruleIndex"];
         EXPECT_EQ(run["tool"]["driver"]["rules"][index]["id"], one["ruleId"]);
     }
+}
+
+TEST_F(CheckReports, SarifTellsWhenTheToolCouldNotDoItsWork) {
+    const ChildResult none = Run({"check", "--format", "sarif", "missing.xml"});
+    EXPECT_EQ(none.status, 3);
+    const Json invocation = Json::parse(none.standardOutput)["runs"][0]["invocations"][0];
+    EXPECT_EQ(invocation, (Json{{"executionSuccessful", false}, {"exitCode", 3}}));
+}
+
+TEST_F(CheckReports, AConsequenceIsAMarkedNoteThatDoesNotCount) {
+    WriteContexts("std.xml", "<Context Name='DYADIC' Parameter='' ParameterType='Default'/>\n"
+                             "<Context Name='Std' Parameter='' ParameterType='Default'/>");
+    const Json document = VerdictOn({"check", "std.xml"}, 1);
+    ASSERT_EQ(document["findings"].size(), 2U);
+    EXPECT_EQ(document["findings"][0]["cause"], nullptr);
+    EXPECT_EQ(document["findings"][1]["key"], "Ctx.Check.CtxEmptyParam");
+    EXPECT_EQ(document["findings"][1]["severity"], "note");
+    EXPECT_EQ(document["findings"][1]["cause"], 1);
+    const std::string text = document["findings"][1]["text"];
+    const std::string report = Run({"check", "std.xml"}).standardOutput;
+    EXPECT_NE(report.find("std.xml:3:21: note: consequence: " + text +
+                          " [Ctx.Check.CtxEmptyParam]\n1 file checked, 1 not valid, 1 error\n"),
+              std::string::npos)
+        << report;
+    EXPECT_EQ(Run({"list", "std.xml"}).standardError.find("error: " + text), std::string::npos);
+    const std::string commands = Run({"check", "std.xml", "--format", "github"}).standardOutput;
+    EXPECT_NE(commands.find("::notice file=std.xml,line=3,col=21,title=Ctx.Check.CtxEmptyParam::"
+                            "consequence: The context"),
+              std::string::npos)
+        << commands;
+    const Json sarif =
+        Json::parse(Run({"check", "std.xml", "--format", "sarif"}).standardOutput)["runs"][0];
+    EXPECT_EQ(sarif["results"][1]["level"], "note");
+    EXPECT_EQ(sarif["tool"]["driver"]["rules"][1]["defaultConfiguration"]["level"], "error");
+}
+
+TEST_F(CheckReports, FindingsThatTheDbContextEnvironmentEndsAreCounted) {
+    WriteContexts("db.xml",
+                  "<Context Name='DYADIC' Parameter='' ParameterType='Default'/>\n"
+                  "<Context Name='V' Parameter='v' ParameterType='Database' ConnectorName='KRL'/>\n"
+                  "<Context Name='A' Parameter='' ParameterType='Path'><CtxFriends>\n"
+                  "<Context Name='V'/></CtxFriends></Context>");
+    const std::string off = Run({"check", "db.xml"}).standardOutput;
+    EXPECT_TRUE(off.ends_with("1 file checked, 1 not valid, 2 errors, 1 note\n"
+                              "2 of these vanish with --db-context\n"))
+        << off;
+    const std::string on = Run({"check", "db.xml", "--db-context"}).standardOutput;
+    EXPECT_TRUE(on.ends_with("1 file checked, 1 not valid, 1 error\n")) << on;
+    EXPECT_EQ(Run({"check", "-q", "db.xml"}).standardOutput.find("vanish"), std::string::npos);
+    WriteContexts("path.xml", "<Context Name='A' Parameter='' ParameterType='Path'/>");
+    EXPECT_EQ(Run({"check", "path.xml"}).standardOutput.find("vanish"), std::string::npos);
+}
+
+// The library's message, whose length goes with the square of the friends, holds all.
+TEST_F(CheckReports, EqualMessagesAreToldOnce) {
+    std::string friends;
+    for (int i = 0; i < 100; ++i)
+        friends += "<Context Name='A'/>\n";
+    WriteContexts("same.xml", "<Context Name='A' Parameter='a' ParameterType='Path'><CtxFriends>" +
+                                  friends + "</CtxFriends></Context>");
+    const ChildResult list = Run({"list", "same.xml"});
+    EXPECT_EQ(list.status, 4);
+    EXPECT_EQ(std::count(list.standardError.begin(), list.standardError.end(), '\n'), 3)
+        << list.standardError;
+    const Json verdict = VerdictOn({"check", "same.xml"}, 1);
+    // Each with what it entails, and all but the first as repeated friends.
+    EXPECT_EQ(verdict["findings"].size(), 299U);
+    const std::string message = verdict["message"];
+    EXPECT_EQ(std::count(message.begin(), message.end(), '\n'), 100 + 100 * 100);
 }
 
 TEST_F(CheckReports, ColoursStandOnlyWhereTheyAreAskedFor) {

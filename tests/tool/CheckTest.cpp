@@ -50,18 +50,15 @@ TEST_F(Check, TellsEveryFindingWithItsKeyThenASummary) {
 }
 
 TEST_F(Check, JsonOfAValidFile) {
-    const Json expected = {{"schema", "dyadctx/check/1"},
-                           {"file", "valid.xml"},
-                           {"valid", true},
-                           {"message", ""},
-                           {"findings", Json::array()}};
+    const Json verdict = {
+        {"file", "valid.xml"}, {"valid", true}, {"message", ""}, {"findings", Json::array()}};
+    const Json expected = {{"schema", "dyadctx/check/1"}, {"files", Json::array({verdict})}};
     EXPECT_EQ(RunForJson({"check", "valid.xml"}), expected);
 }
 
 TEST_F(Check, JsonHoldsTheMessageOfTheFactoryAndEachFinding) {
     const Json document = RunForJson({"check", "invalid.xml"}, 1);
-    const Json expected = {{"schema", "dyadctx/check/1"},
-                           {"file", "invalid.xml"},
+    const Json expected = {{"file", "invalid.xml"},
                            {"valid", false},
                            {"message", std::string("The context file is not valid : ") +
                                            ForbiddenText + "\n" + EmptyParameterText + "\n"},
@@ -69,6 +66,7 @@ TEST_F(Check, JsonHoldsTheMessageOfTheFactoryAndEachFinding) {
                             {{{"key", "Ctx.Check.CtxNameWithInvalidChar"},
                               {"parameters", Json::array()},
                               {"severity", "error"},
+                              {"cause", nullptr},
                               {"text", ForbiddenText},
                               {"context", "B!"},
                               {"line", 2},
@@ -77,18 +75,19 @@ TEST_F(Check, JsonHoldsTheMessageOfTheFactoryAndEachFinding) {
                              {{"key", "Ctx.Check.CtxEmptyParam"},
                               {"parameters", {"B!"}},
                               {"severity", "error"},
+                              {"cause", nullptr},
                               {"text", EmptyParameterText},
                               {"context", "B!"},
                               {"line", 2},
                               {"column", 46},
                               {"related", Json::array()}}}}};
-    EXPECT_EQ(document, expected);
+    EXPECT_EQ(document["files"][0], expected);
     EXPECT_EQ(document.begin().key(), "schema");
 }
 
 TEST_F(Check, AFindingNamesNoContextWhereItsParameterIsAnElement) {
     folder_.Write("root.xml", "<Other/>");
-    const Json finding = RunForJson({"check", "root.xml"}, 1)["findings"][0];
+    const Json finding = VerdictOn({"check", "root.xml"}, 1)["findings"][0];
     EXPECT_EQ(finding["key"], "Ctx.Parse.NotAValidTag");
     EXPECT_EQ(finding["parameters"], Json({"Other"}));
     EXPECT_EQ(finding["context"], nullptr);
@@ -124,7 +123,7 @@ TEST_F(Check, GivesTheReasonWhereTheLibraryIsSilent) {
                                    "name."),
         std::string::npos)
         << result.standardOutput;
-    const Json document = RunForJson({"check", "silent.xml"}, 1);
+    const Json document = VerdictOn({"check", "silent.xml"}, 1);
     EXPECT_EQ(document["valid"], false);
     EXPECT_EQ(document["message"], "");
     ASSERT_EQ(document["findings"].size(), 1U);
@@ -132,7 +131,7 @@ TEST_F(Check, GivesTheReasonWhereTheLibraryIsSilent) {
 }
 
 TEST_F(Check, AFileThatCannotBeReadIsAFindingWithAStatusOfItsOwn) {
-    const Json document = RunForJson({"check", "missing.xml"}, 3);
+    const Json document = VerdictOn({"check", "missing.xml"}, 3);
     EXPECT_EQ(document["file"], "missing.xml");
     EXPECT_EQ(document["valid"], false);
     EXPECT_EQ(document["findings"][0]["key"], "Ctx.Collector.XMLFileNotValid");
@@ -141,7 +140,7 @@ TEST_F(Check, AFileThatCannotBeReadIsAFindingWithAStatusOfItsOwn) {
 }
 
 TEST_F(Check, WithoutAnySourceThereIsNoFile) {
-    const Json document = RunForJson({"check"}, 3);
+    const Json document = VerdictOn({"check"}, 3);
     EXPECT_EQ(document["file"], nullptr);
     EXPECT_EQ(document["findings"][0]["key"], "Ctx.Collector.XMLFileNotSet");
 }
@@ -165,7 +164,7 @@ TEST_F(Check, LinkingAndReadingFaultsAreFindings) {
     };
     for (const Fault& fault : faults) {
         WriteContexts("fault.xml", fault.contexts);
-        const Json document = RunForJson({"check", "fault.xml"}, 1, fault.environment);
+        const Json document = VerdictOn({"check", "fault.xml"}, 1, fault.environment);
         std::vector<std::string> keys;
         for (const Json& finding : document["findings"])
             keys.push_back(finding["key"]);
@@ -175,7 +174,7 @@ TEST_F(Check, LinkingAndReadingFaultsAreFindings) {
 
 TEST_F(Check, SpeaksTheLanguageAskedFor) {
     const auto textIn = [this](const char* language) {
-        return RunForJson({"check", "invalid.xml", "--lang", language}, 1)["findings"][1]["text"]
+        return VerdictOn({"check", "invalid.xml", "--lang", language}, 1)["findings"][1]["text"]
             .get<std::string>();
     };
     EXPECT_EQ(textIn("en"), EmptyParameterText);
@@ -192,7 +191,7 @@ TEST_F(Check, ANameWithFormatSignsAndControlCharactersIsShownAsItIs) {
     EXPECT_EQ(result.status, 1);
     EXPECT_NE(result.standardOutput.find("\"%s%n{0}\\n\\u009b\""), std::string::npos)
         << result.standardOutput;
-    EXPECT_EQ(RunForJson({"check", "odd.xml"}, 1)["findings"][0]["context"], "%s%n{0}\n\xC2\x9B");
+    EXPECT_EQ(VerdictOn({"check", "odd.xml"}, 1)["findings"][0]["context"], "%s%n{0}\n\xC2\x9B");
 }
 
 } // namespace dyadctx::test

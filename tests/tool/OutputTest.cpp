@@ -79,7 +79,7 @@ TEST_F(Output, WhatTheLibraryWritesToStandardOutputGoesToStandardError) {
 }
 
 TEST_F(Output, BytesThatAreNoTextDoNotBreakJson) {
-    const Json document = RunForJson({"check", "a\xff.xml"}, 3);
+    const Json document = VerdictOn({"check", "a\xff.xml"}, 3);
     EXPECT_EQ(document["file"], "a\xEF\xBF\xBD.xml");
     const ChildResult result = Run({"list", "a\xff.xml"});
     EXPECT_NE(result.standardError.find("a\\xff.xml cannot be read"), std::string::npos)

@@ -87,7 +87,8 @@ TEST_F(Source, AFileThatCannotBeLoadedIsToldWithEachFinding) {
 
 TEST_F(Source, WithoutAFileTheEnvironmentChooses) {
     const Environment named{{"VELDyadCtxInit", folder_.PathOf("a.xml")}};
-    for (const char* command : {"check", "list", "scenarios"})
+    EXPECT_EQ(VerdictOn({"check"}, 0, named)["file"], folder_.PathOf("a.xml"));
+    for (const char* command : {"list", "scenarios"})
         EXPECT_EQ(RunForJson({command}, 0, named)["file"], folder_.PathOf("a.xml")) << command;
     Expect({"none",
             {"list"},

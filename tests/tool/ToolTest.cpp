@@ -50,6 +50,13 @@ Json ToolTest::RunForJson(std::vector<std::string> arguments, int status,
     return document;
 }
 
+Json ToolTest::VerdictOn(const std::vector<std::string>& arguments, int status,
+                         const Environment& environment) const {
+    const Json document = RunForJson(arguments, status, environment);
+    EXPECT_EQ(document["files"].size(), 1U) << document;
+    return document["files"][0];
+}
+
 void ToolTest::Expect(const ToolCase& example) const {
     SCOPED_TRACE(example.name);
     const ChildResult result = Run(example.arguments, example.environment);

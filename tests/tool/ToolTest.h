@@ -41,6 +41,9 @@ protected:
     // Runs with --format json and gives the document; the status must be the given one.
     Json RunForJson(std::vector<std::string> arguments, int status = 0,
                     const Environment& environment = {}) const;
+    // The same for a check of one file: what the document says of that file.
+    Json VerdictOn(const std::vector<std::string>& arguments, int status = 0,
+                   const Environment& environment = {}) const;
     void Expect(const ToolCase& example) const;
     void ExpectEach(const std::vector<ToolCase>& examples) const;
 

@@ -122,18 +122,23 @@ class Documents(unittest.TestCase):
 
 class Schemas(unittest.TestCase):
     def test_a_document_that_lacks_or_adds_something_does_not_fit(self):
-        document = {"schema": "dyadctx/check/1", "file": "a.xml", "valid": False, "message": "m",
-                    "findings": [{"key": "k", "parameters": ["p"], "severity": "error", "text": "t",
-                                  "context": None, "line": 1, "column": None, "related": []}]}
+        finding = {"key": "k", "parameters": ["p"], "severity": "error", "cause": None, "text": "t",
+                   "context": None, "line": 1, "column": None, "related": []}
+        verdict = {"file": "a.xml", "valid": False, "message": "m", "findings": [finding]}
+        document = {"schema": "dyadctx/check/1", "files": [verdict]}
         checker = Checker(load_schema("check"))
         self.assertEqual(checker.faults(document), [])
         for name in document:
             self.assertNotEqual(checker.faults({**document, name: 7}), [], name)
             without = {key: value for key, value in document.items() if key != name}
             self.assertNotEqual(checker.faults(without), [], name)
-        for name in document["findings"][0]:
+        for name in verdict:
             wrong = copy.deepcopy(document)
-            wrong["findings"][0][name] = {}
+            del wrong["files"][0][name]
+            self.assertNotEqual(checker.faults(wrong), [], name)
+        for name in finding:
+            wrong = copy.deepcopy(document)
+            wrong["files"][0]["findings"][0][name] = {}
             self.assertNotEqual(checker.faults(wrong), [], name)
         self.assertNotEqual(checker.faults({**document, "more": 1}), [])
 

@@ -56,7 +56,7 @@ void Check::Declare(CLI::App& arguments) {
     arguments
         .add_option("--off", off_,
                     "Leave out the warnings or notes with this id; it stands in brackets behind "
-                    "each. Errors cannot be left out")
+                    "each. Errors and what they entail cannot be left out")
         ->type_name("ID")
         ->allow_extra_args(false);
     OneOf(arguments.add_option("--fail-on", failOn_,
@@ -89,6 +89,8 @@ void Check::RefuseUnknownKinds() const {
 CheckedFile Check::CheckOne(const std::optional<std::string>& file) const {
     CheckedFile checked{LoadSource(file), {}};
     checked.findings = Diagnose(checked.source, {deep_, off_});
+    if (format_ == "text")
+        checked.vanishing = CountVanishing(checked.source, checked.findings, {deep_, off_});
     // The second reading may lack the memory that the first one had.
     if (checked.source.collector && CountOf(checked, Severity::Error) > 0)
         throw Failure(ExitStatus::Internal, "the file was loaded, but could not be read again");

@@ -1,9 +1,11 @@
 #include "tools/dyadctx/Diagnosis.h"
 
+#include "platform/VELDbContextEnvironment.h"
 #include "tools/dyadctx/FileChoiceText.h"
 
 #include <algorithm>
 #include <new>
+#include <unordered_set>
 
 namespace dyadctx::tool {
 
@@ -11,6 +13,19 @@ namespace {
 
 constexpr const char* VariableKind = "variable-without-effect";
 constexpr const char* VariableText = "The variable {0} is set, but has no effect: {1}.";
+
+// The DB context environment, switched on as long as this lives.
+class DbContextEnvironment {
+public:
+    DbContextEnvironment() { SetDbContextEnvironment(true); }
+    ~DbContextEnvironment() { SetDbContextEnvironment(false); }
+    DbContextEnvironment(const DbContextEnvironment&) = delete;
+    DbContextEnvironment& operator=(const DbContextEnvironment&) = delete;
+};
+
+std::string IdentityAndPlace(const Finding& finding) {
+    return PlacePrefix("-", finding.place) + IdentityOf(finding);
+}
 
 // False without memory.
 bool RunCheck(const std::string& path, const DiagnosisOptions& options,
@@ -50,6 +65,20 @@ std::vector<Finding> Diagnose(const Source& source, const DiagnosisOptions& opti
     if (!RunCheck(source.path, options, findings))
         throw std::bad_alloc();
     return findings;
+}
+
+std::size_t CountVanishing(const Source& source, const std::vector<Finding>& findings,
+                           const DiagnosisOptions& options) {
+    if (findings.empty() || source.path.empty() || IsDbContextEnvironmentOn())
+        return 0;
+    const DbContextEnvironment on;
+    std::unordered_set<std::string> remaining;
+    for (const Finding& finding : Diagnose(source, options))
+        remaining.insert(IdentityAndPlace(finding));
+    return static_cast<std::size_t>(
+        std::count_if(findings.begin(), findings.end(), [&](const Finding& one) {
+            return one.cause == 0 && !remaining.contains(IdentityAndPlace(one));
+        }));
 }
 
 std::vector<Finding> ErrorsOf(const VELDyadCtxFileCheck& check) {

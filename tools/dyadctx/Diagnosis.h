@@ -31,6 +31,11 @@ std::vector<Finding> DiagnoseFile(const std::string& path, const DiagnosisOption
 // Throws std::bad_alloc.
 std::vector<Finding> Diagnose(const Source& source, const DiagnosisOptions& options);
 
+// How many findings of a loaded source, consequences apart, the DB context environment would make
+// vanish; 0 while it is on. Throws std::bad_alloc.
+std::size_t CountVanishing(const Source& source, const std::vector<Finding>& findings,
+                           const DiagnosisOptions& options);
+
 // The errors among the findings of a check that has run.
 std::vector<Finding> ErrorsOf(const VELDyadCtxFileCheck& check);
 

@@ -48,7 +48,8 @@ VELResult FindingRecorder::Build(const VELString& catalog, const VELString& key,
     finding.hasContext = IsAboutContext(finding);
     if (finding.hasContext)
         finding.context = finding.parameters[1];
-    findings_.push_back(std::move(finding));
+    if (said_.insert(IdentityOf(finding)).second)
+        findings_.push_back(std::move(finding));
     return result;
 }
 
@@ -87,9 +88,20 @@ std::string PlacePrefix(const std::string& file, const VELPlace& place) {
     return prefix + " ";
 }
 
+std::string IdentityOf(const Finding& finding) {
+    std::string identity(finding.id.AsView());
+    for (int i = 1; i <= finding.parameters.Size(); ++i)
+        identity.append(1, '\0').append(finding.parameters[i].AsView());
+    return identity;
+}
+
+std::string MarkedText(const Finding& finding) {
+    return (finding.cause > 0 ? "consequence: " : "") + std::string(finding.text.AsView());
+}
+
 std::string FindingLine(const std::string& file, const std::string& severity,
                         const Finding& finding) {
-    return PlacePrefix(file, finding.place) + severity + ": " + Visible(finding.text.AsView()) +
+    return PlacePrefix(file, finding.place) + severity + ": " + Visible(MarkedText(finding)) +
            " [" + std::string(finding.id.AsView()) + "]";
 }
 

@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace dyadctx::tool {
@@ -16,8 +17,9 @@ using Severity = VELDyadCtxSeverity;
 // "error", "warning" or "note".
 const char* NameOf(Severity severity);
 
-// From construction to destruction notes the messages of the library's own catalog, in order. The
-// headings of a failed creation and the labels of parameter types are no findings.
+// From construction to destruction notes the messages of the library's own catalog, in order and
+// each once: the library may repeat one many times. The headings of a failed creation and the
+// labels of parameter types are no findings.
 class FindingRecorder : private VELMsgCatalogSource {
 public:
     FindingRecorder();
@@ -33,6 +35,8 @@ private:
 
     VELMsgCatalogSource* former_;
     std::vector<Finding> findings_;
+    // What each of them says.
+    std::unordered_set<std::string> said_;
 };
 
 // Whether the key is that of the heading of a failed creation, or of the label of a parameter type.
@@ -44,6 +48,12 @@ bool IsAboutFileChoice(const Finding& finding);
 
 // "FILE:LINE:COLUMN: ", without what is not known.
 std::string PlacePrefix(const std::string& file, const VELPlace& place);
+
+// The id and the parameters: equal for findings that say the same.
+std::string IdentityOf(const Finding& finding);
+
+// The text, and for a consequence that it is one.
+std::string MarkedText(const Finding& finding);
 
 // "FILE:LINE:COLUMN: error: TEXT [KEY]" with the text on one line.
 std::string FindingLine(const std::string& file, const std::string& severity,

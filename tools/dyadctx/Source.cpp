@@ -8,6 +8,7 @@
 #include "tools/dyadctx/SystemServices.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace dyadctx::tool {
 
@@ -96,28 +97,19 @@ std::string FailureText(const Source& source) {
     }
 }
 
-bool SayTheSame(const Finding& left, const Finding& right) {
-    if (!(left.id == right.id) || left.parameters.Size() != right.parameters.Size())
-        return false;
-    for (int i = 1; i <= left.parameters.Size(); ++i) {
-        if (!(left.parameters[i] == right.parameters[i]))
-            return false;
-    }
-    return true;
-}
-
-// What the library said, and where in the file it belongs.
+// What the library said, where in the file it belongs, faults before their consequences.
 std::vector<Finding> WithPlaces(const Source& source) {
-    std::vector<Finding> findings = source.findings;
-    if (source.path.empty())
-        return findings;
-    const std::vector<Finding> placed = DiagnoseFile(source.path, {});
-    for (Finding& finding : findings) {
-        const auto same = std::find_if(placed.begin(), placed.end(), [&](const Finding& one) {
-            return SayTheSame(one, finding);
-        });
-        if (same != placed.end())
-            finding = *same;
+    std::unordered_set<std::string> unplaced;
+    for (const Finding& finding : source.findings)
+        unplaced.insert(IdentityOf(finding));
+    std::vector<Finding> findings;
+    if (!source.path.empty())
+        findings = DiagnoseFile(source.path, {});
+    std::erase_if(findings,
+                  [&](const Finding& one) { return unplaced.erase(IdentityOf(one)) == 0; });
+    for (const Finding& finding : source.findings) {
+        if (unplaced.contains(IdentityOf(finding)))
+            findings.push_back(finding);
     }
     return findings;
 }
@@ -146,7 +138,7 @@ Source LoadSourceOrFail(const std::optional<std::string>& file, Output& output) 
 
 void FailWith(const Source& source, Output& output) {
     for (const Finding& finding : WithPlaces(source))
-        output.Remark(FindingLine(source.file, "error", finding));
+        output.Remark(FindingLine(source.file, NameOf(finding.severity), finding));
     throw Failure(source.status, FailureText(source));
 }
 

@@ -84,7 +84,7 @@ protected:
         std::vector<std::string> arguments{"check", "example.xml", "--format", "json"};
         for (const Json& option : example["options"])
             arguments.push_back(option);
-        return Json::parse(Run(arguments, environment_).standardOutput);
+        return Json::parse(Run(arguments, environment_).standardOutput)["files"][0];
     }
 
     ChildResult CheckByProgram(const Json& explanation, const Json& example) const {

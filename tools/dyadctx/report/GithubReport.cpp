@@ -28,7 +28,7 @@ const char* CommandOf(Severity severity) {
 }
 
 std::string TextOf(const Finding& finding) {
-    std::string text = ToText(finding.text);
+    std::string text = MarkedText(finding);
     for (int i = 1; i <= finding.related.Size(); ++i) {
         const VELDyadCtxRelatedPlace& related = finding.related[i];
         const std::string line =

@@ -22,6 +22,7 @@ Json ToJson(const Finding& finding) {
     for (int i = 1; i <= finding.parameters.Size(); ++i)
         json["parameters"].push_back(ToText(finding.parameters[i]));
     json["severity"] = NameOf(finding.severity);
+    json["cause"] = NumberOrNull(finding.cause);
     json["text"] = ToText(finding.text);
     json["context"] = finding.hasContext ? Json(ToText(finding.context)) : Json(nullptr);
     json["line"] = NumberOrNull(finding.place.line);
@@ -32,14 +33,16 @@ Json ToJson(const Finding& finding) {
     return json;
 }
 
-void AddVerdict(Json& json, const CheckedFile& file) {
+Json ToJson(const CheckedFile& file) {
     const Source& source = file.source;
+    Json json;
     json["file"] = source.file.empty() ? Json(nullptr) : Json(source.file);
     json["valid"] = source.collector != nullptr;
     json["message"] = source.message;
     json["findings"] = Json::array();
     for (const Finding& finding : file.findings)
         json["findings"].push_back(ToJson(finding));
+    return json;
 }
 
 } // namespace
@@ -47,16 +50,9 @@ void AddVerdict(Json& json, const CheckedFile& file) {
 Json JsonReport(const std::vector<CheckedFile>& files) {
     Json document;
     document["schema"] = Schema;
-    if (files.size() == 1) {
-        AddVerdict(document, files.front());
-        return document;
-    }
     document["files"] = Json::array();
-    for (const CheckedFile& file : files) {
-        Json json;
-        AddVerdict(json, file);
-        document["files"].push_back(std::move(json));
-    }
+    for (const CheckedFile& file : files)
+        document["files"].push_back(ToJson(file));
     return document;
 }
 

@@ -14,8 +14,11 @@ namespace dyadctx::tool {
 struct CheckedFile {
     Source source;
     std::vector<Finding> findings;
+    // How many of them the DB context environment would make vanish.
+    std::size_t vanishing = 0;
 };
 
+// Without consequences, which do not count.
 std::size_t CountOf(const CheckedFile& file, Severity severity);
 
 // Lines as compilers write them, then a summary unless the user wants quiet. `failOn` is the lowest

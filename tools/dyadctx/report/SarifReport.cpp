@@ -40,26 +40,38 @@ std::string UriOf(std::string_view path) {
     return uri;
 }
 
-Json PhysicalLocation(const std::string& file, const VELPlace& place) {
+Json PhysicalLocation(const std::string& file, const VELPlace& place, const VELPlace& end) {
     Json location = {{"artifactLocation", {{"uri", UriOf(file)}}}};
     if (place.line > 0)
-        location["region"] = {{"startLine", place.line}, {"startColumn", place.column}};
+        location["region"] = {{"startLine", place.line},
+                              {"startColumn", place.column},
+                              {"endLine", end.line},
+                              {"endColumn", end.column}};
     return location;
+}
+
+// A consequence is less than its kind. What is no kind of its own is a message of the library.
+Severity UsualSeverity(const std::string& id) {
+    for (const VELDyadCtxFindingKind& kind : FindingKinds()) {
+        if (kind.id.AsView() == id)
+            return kind.severity;
+    }
+    return Severity::Error;
 }
 
 // The kinds of findings that occur, each once, in the order in which they first do.
 class Rules {
 public:
-    std::size_t IndexOf(const std::string& id, Severity severity) {
+    std::size_t IndexOf(const std::string& id) {
         const auto [place, isNew] = indexes_.try_emplace(id, indexes_.size());
         if (isNew)
-            Add(id, severity);
+            Add(id);
         return place->second;
     }
     const Json& AsJson() const noexcept { return rules_; }
 
 private:
-    void Add(const std::string& id, Severity severity) {
+    void Add(const std::string& id) {
         Json rule = {{"id", id}};
         if (const Explanation* explanation = FindExplanation(id)) {
             rule["shortDescription"] = {{"text", explanation->Message()}};
@@ -68,7 +80,7 @@ private:
             rule["help"] = {{"text", HelpText(*explanation)},
                             {"markdown", HelpMarkdown(*explanation)}};
         }
-        rule["defaultConfiguration"] = {{"level", NameOf(severity)}};
+        rule["defaultConfiguration"] = {{"level", NameOf(UsualSeverity(id))}};
         rules_.push_back(std::move(rule));
     }
 
@@ -80,8 +92,9 @@ Json RelatedLocations(const std::string& file, const Finding& finding) {
     Json locations = Json::array();
     for (int i = 1; i <= finding.related.Size(); ++i) {
         const VELDyadCtxRelatedPlace& related = finding.related[i];
-        locations.push_back({{"physicalLocation", PhysicalLocation(file, related.place)},
-                             {"message", {{"text", ToText(related.text)}}}});
+        locations.push_back(
+            {{"physicalLocation", PhysicalLocation(file, related.place, related.end)},
+             {"message", {{"text", ToText(related.text)}}}});
     }
     return locations;
 }
@@ -90,11 +103,11 @@ Json ResultOf(const std::string& file, const Finding& finding, Rules& rules) {
     Json result;
     const std::string id = ToText(finding.id);
     result["ruleId"] = id;
-    result["ruleIndex"] = rules.IndexOf(id, finding.severity);
+    result["ruleIndex"] = rules.IndexOf(id);
     result["level"] = NameOf(finding.severity);
-    result["message"] = {{"text", ToText(finding.text)}};
+    result["message"] = {{"text", MarkedText(finding)}};
     if (!file.empty()) {
-        Json location = {{"physicalLocation", PhysicalLocation(file, finding.place)}};
+        Json location = {{"physicalLocation", PhysicalLocation(file, finding.place, finding.end)}};
         if (finding.hasContext)
             location["logicalLocations"] =
                 Json::array({{{"name", ToText(finding.context)}, {"kind", "element"}}});
@@ -132,8 +145,9 @@ Json SarifReport(const std::vector<CheckedFile>& files, ExitStatus status) {
     run["tool"] = {
         {"driver", {{"name", "dyadctx"}, {"version", DYADCTX_VERSION}, {"rules", rules.AsJson()}}}};
     run["columnKind"] = "unicodeCodePoints";
+    const bool hasRun = status != ExitStatus::NoFile && status != ExitStatus::Internal;
     run["invocations"] =
-        Json::array({{{"executionSuccessful", true}, {"exitCode", static_cast<int>(status)}}});
+        Json::array({{{"executionSuccessful", hasRun}, {"exitCode", static_cast<int>(status)}}});
     run["results"] = std::move(results);
     return {{"$schema", Schema}, {"version", Version}, {"runs", Json::array({std::move(run)})}};
 }

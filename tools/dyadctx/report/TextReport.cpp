@@ -82,15 +82,22 @@ void WriteSummary(const std::vector<CheckedFile>& files, Output& output) {
 
 std::size_t CountOf(const CheckedFile& file, Severity severity) {
     return static_cast<std::size_t>(
-        std::count_if(file.findings.begin(), file.findings.end(),
-                      [severity](const Finding& one) { return one.severity == severity; }));
+        std::count_if(file.findings.begin(), file.findings.end(), [severity](const Finding& one) {
+            return one.severity == severity && one.cause == 0;
+        }));
 }
 
 void WriteTextReport(const std::vector<CheckedFile>& files, Severity failOn, Output& output) {
     for (const CheckedFile& file : files)
         WriteFindings(file, failOn, output);
-    if (!output.IsQuiet())
-        WriteSummary(files, output);
+    if (output.IsQuiet())
+        return;
+    WriteSummary(files, output);
+    std::size_t vanishing = 0;
+    for (const CheckedFile& file : files)
+        vanishing += file.vanishing;
+    if (vanishing > 0)
+        output.Write(std::to_string(vanishing) + " of these vanish with --db-context\n");
 }
 
 } // namespace dyadctx::tool
