@@ -206,6 +206,14 @@ VELResult VELDyadCtxCollector::Stream(const VELUnicodeString& file, VELUnicodeSt
     }
 }
 
+VELResult VELDyadCtxCollector::StreamText(VELUnicodeString& text) {
+    try {
+        return VELDyadCtxXml(this).StreamText(text);
+    } catch (...) {
+        return E_FAIL;
+    }
+}
+
 void VELDyadCtxCollector::GetRelativeResourcesPath(VELUnicodeString& path) {
     try {
         path = VELUnicodeString(dyadctx::DefaultContextFile);

@@ -47,19 +47,19 @@ Candidate FromVariable() {
     return candidate;
 }
 
-Absence AbsenceBy(dyadctx::SettingsAnswer answer) {
-    switch (answer) {
-    case dyadctx::SettingsAnswer::NoFile:
+Absence AbsenceBy(VELSettingRefusal::Kind kind) {
+    switch (kind) {
+    case VELSettingRefusal::Kind::NoFile:
         return Absence::SettingsMissing;
-    case dyadctx::SettingsAnswer::NotReadable:
+    case VELSettingRefusal::Kind::NotReadable:
         return Absence::SettingsUnreadable;
-    case dyadctx::SettingsAnswer::Broken:
+    case VELSettingRefusal::Kind::NotToml:
         return Absence::SettingsBroken;
-    case dyadctx::SettingsAnswer::NotText:
+    case VELSettingRefusal::Kind::NotText:
         return Absence::AttributeNotText;
-    case dyadctx::SettingsAnswer::NoAttribute:
+    case VELSettingRefusal::Kind::NoAttribute:
         return Absence::AttributeMissing;
-    case dyadctx::SettingsAnswer::Found:
+    default:
         break;
     }
     return Absence::AttributeEmpty;
@@ -74,13 +74,14 @@ void SetSettingsPlace(Candidate& candidate) {
     }
     SetVariable(candidate, folder.variable, {true, VELUnicodeString(VELGetEnv(folder.variable))});
     candidate.settingsFile = dyadctx::SettingsFilePath(dyadctx::SettingsRepository);
-    const dyadctx::SettingsEntry entry =
-        dyadctx::FindSetting(candidate.settingsFile, dyadctx::SettingsAttribute);
-    candidate.settingsLine = entry.line;
-    candidate.settingsColumn = entry.column;
-    candidate.absence = AbsenceBy(entry.answer);
+    VELSetting setting;
+    const VELSettingRefusal refusal =
+        dyadctx::FindSetting(candidate.settingsFile, dyadctx::SettingsAttribute, setting);
+    candidate.settingsLine = refusal.IsRefusal() ? refusal.line : setting.line;
+    candidate.settingsColumn = refusal.IsRefusal() ? refusal.column : setting.column;
+    candidate.absence = AbsenceBy(refusal.kind);
     if (candidate.absence == Absence::SettingsBroken)
-        candidate.settingsFault = VELUnicodeString(entry.reason);
+        candidate.settingsFault = refusal.reason;
 }
 
 Candidate FromSettings() {

@@ -155,6 +155,9 @@ public:
     // Writes the current view to a context file; scenarios are not written. A negative code, and
     // the file as before, when that fails.
     VELResult Stream(const VELUnicodeString& file, VELUnicodeString& message);
+    // The current view as the text that Stream writes, byte for byte. E_FAIL, and `text` as before,
+    // when there is none.
+    VELResult StreamText(VELUnicodeString& text);
     // The path of the default context file below an installation folder.
     static void GetRelativeResourcesPath(VELUnicodeString& path);
     // 1 when the path contains that of the default context file, else 0.

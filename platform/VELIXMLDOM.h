@@ -190,6 +190,10 @@ public:
     VELResult Write(const VELIDOMDocument& document, const VELUnicodeString& file,
                     const VELListValVELUnicodeString& optionNames,
                     const VELListValVELUnicodeString& optionValues) const;
+    // The same bytes as a text; `text` is as before when there are none.
+    VELResult WriteText(const VELIDOMDocument& document, VELUnicodeString& text,
+                        const VELListValVELUnicodeString& optionNames,
+                        const VELListValVELUnicodeString& optionValues) const;
 
 private:
     friend VELDYADCTX_EXPORT VELResult

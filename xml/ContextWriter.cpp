@@ -32,11 +32,26 @@ VELResult ContextWriter::Stream(const VELUnicodeString& target) {
     TRACE_ENTER("VELDyadCtxXml:Stream target=%s", target.ConvertToChar());
     if (MakeDocument() < 0)
         return E_FAIL;
-    const int count = collector_.GetNbCtxs();
-    const int written = WriteContexts(count);
-    const VELResult result = count < 1 || written == count ? Write(target) : E_FAIL;
+    const auto toFile = [&](const auto& names, const auto& values) {
+        return builder_.Write(document_, target, names, values);
+    };
+    const VELResult result = TakeView() ? WriteWith(toFile) : E_FAIL;
     TRACE_LEAVE("VELDyadCtxXml:Stream");
     return result;
+}
+
+VELResult ContextWriter::StreamText(VELUnicodeString& text) {
+    if (MakeDocument() < 0 || !TakeView())
+        return E_FAIL;
+    return WriteWith([&](const auto& names, const auto& values) {
+        return builder_.WriteText(document_, text, names, values);
+    });
+}
+
+// False when a context of the view is not in the document completely.
+bool ContextWriter::TakeView() {
+    const int count = collector_.GetNbCtxs();
+    return count < 1 || WriteContexts(count) == count;
 }
 
 VELResult ContextWriter::MakeDocument() {
@@ -222,14 +237,15 @@ VELResult ContextWriter::SetSiteProvider(VELDyadContext& context, const VELUnico
     return SetProvider(siteProvider, element);
 }
 
-VELResult ContextWriter::Write(const VELUnicodeString& target) const {
+template<class Write>
+VELResult ContextWriter::WriteWith(const Write& write) const {
     VELListValVELUnicodeString optionNames;
     VELListValVELUnicodeString optionValues;
     optionNames.Append(VELUnicodeString(format::EncodingOption));
     optionValues.Append(VELUnicodeString(format::EncodingUtf8));
     optionNames.Append(VELUnicodeString(format::IndentationOption));
     optionValues.Append(VELUnicodeString(format::IndentationOn));
-    return builder_.Write(document_, target, optionNames, optionValues);
+    return write(optionNames, optionValues);
 }
 
 } // namespace dyadctx

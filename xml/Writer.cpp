@@ -10,3 +10,13 @@ VELResult VELDyadCtxXml::Stream(const VELUnicodeString& target, VELUnicodeString
         return E_FAIL;
     }
 }
+
+VELResult VELDyadCtxXml::StreamText(VELUnicodeString& text) {
+    if (collector_ == nullptr)
+        return E_FAIL;
+    try {
+        return dyadctx::ContextWriter(*collector_).StreamText(text);
+    } catch (...) {
+        return E_FAIL;
+    }
+}

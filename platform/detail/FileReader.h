@@ -26,17 +26,22 @@ public:
     // Goes back to the beginning. False on an error or before Open.
     bool Rewind() noexcept;
 
+    // The system's code of the last Open or Read that failed; 0 for what is no regular file.
+    int Failure() const noexcept { return failure_; }
+
     // The size the file had when it was opened; it may have changed since.
     std::uint64_t Size() const noexcept { return size_; }
 
 private:
     void Close() noexcept;
+    bool Fails(std::int64_t result) noexcept;
 
     static constexpr std::intptr_t NoHandle = -1;
 
     // What the system gave for the open file.
     std::intptr_t handle_ = NoHandle;
     std::uint64_t size_ = 0;
+    int failure_ = 0;
 };
 
 } // namespace dyadctx

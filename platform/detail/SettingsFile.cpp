@@ -4,16 +4,20 @@
 #include "platform/VELFileSystem.h"
 #include "platform/detail/FileReader.h"
 #include "platform/detail/NativePath.h"
-#include "platform/detail/Toml.h"
+#include "platform/detail/SettingsLock.h"
+#include "platform/detail/SettingsText.h"
 
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace dyadctx {
 
 namespace {
+
+using Kind = VELSettingRefusal::Kind;
 
 constexpr std::string_view FileEnding = ".toml";
 // Far more than settings need; nothing larger is taken into memory.
@@ -24,62 +28,25 @@ bool IsPlainName(std::string_view name) {
            std::none_of(name.begin(), name.end(), IsSeparator);
 }
 
-// False when reading fails or the file is larger than settings may be.
-bool ReadAll(FileReader& file, std::string& content) {
-    std::array<char, 16384> buffer;
-    for (;;) {
-        const std::int64_t got = file.Read(buffer.data(), buffer.size());
-        if (got <= 0)
-            return got == 0;
-        content.append(buffer.data(), static_cast<std::size_t>(got));
-        if (content.size() > LargestFile)
-            return false;
-    }
+// The system's reason where there is one, else one of our own.
+VELSettingRefusal RefusalOf(Kind kind, std::string_view what, int code = 0) {
+    return {kind,
+            VELUnicodeString(code != 0 ? std::system_category().message(code) : std::string(what))};
 }
 
-SettingsAnswer ReadContent(const VELUnicodeString& path, std::string& content,
-                           std::string& reason) {
-    if (path.IsEmpty() || VELFileAccess(path, 0) != 0) {
-        reason = "the file does not exist";
-        return SettingsAnswer::NoFile;
-    }
-    FileReader file;
-    if (file.Open(path) && ReadAll(file, content))
-        return SettingsAnswer::Found;
-    reason = "the file cannot be read";
-    return SettingsAnswer::NotReadable;
+bool MeansNoFile(int code) {
+    const std::error_code error(code, std::system_category());
+    return error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;
 }
 
-void SetPlace(SettingsEntry& entry, const toml::source_position& place) {
-    entry.line = static_cast<int>(place.line);
-    entry.column = static_cast<int>(place.column);
-}
-
-// Leaves in `entry` what keeps the file from being settings, or Found.
-void ParseFile(const VELUnicodeString& path, toml::table& settings, SettingsEntry& entry) {
-    std::string content;
-    entry.answer = ReadContent(path, content, entry.reason);
-    if (entry.answer != SettingsAnswer::Found)
-        return;
-    try {
-        settings = toml::parse(std::string_view(content));
-        return;
-    } catch (const toml::parse_error& error) {
-        SetPlace(entry, error.source().begin);
-        entry.reason = error.description();
-    } catch (const TomlFault&) {
-        entry.reason = "the file is not TOML";
-    }
-    entry.answer = SettingsAnswer::Broken;
-}
-
-// The reason with its place.
-std::string Describe(const SettingsEntry& entry) {
-    if (entry.reason.empty() || entry.line == 0)
-        return entry.reason;
-    const bool isBroken = entry.answer == SettingsAnswer::Broken;
-    return "line " + std::to_string(entry.line) +
-           (isBroken ? ", column " + std::to_string(entry.column) : "") + ": " + entry.reason;
+VELSettingRefusal OpenFile(const VELUnicodeString& path, FileReader& file) {
+    if (path.IsEmpty())
+        return RefusalOf(Kind::NoFile, "the file does not exist");
+    if (file.Open(path))
+        return {};
+    if (MeansNoFile(file.Failure()))
+        return RefusalOf(Kind::NoFile, "the file does not exist");
+    return RefusalOf(Kind::NotReadable, "it is not a regular file", file.Failure());
 }
 
 } // namespace
@@ -100,44 +67,70 @@ VELUnicodeString SettingsFilePath(const VELUnicodeString& repository) {
     return path;
 }
 
-SettingsAnswer CheckSettingsFile(const VELUnicodeString& path, std::string& reason) {
-    toml::table settings;
-    SettingsEntry entry;
-    ParseFile(path, settings, entry);
-    reason = Describe(entry);
-    return entry.answer;
+VELSettingRefusal ReadSettingsFile(const VELUnicodeString& path, std::string& text) {
+    FileReader file;
+    VELSettingRefusal refusal = OpenFile(path, file);
+    if (refusal.IsRefusal())
+        return refusal;
+    std::array<char, 16384> buffer;
+    for (;;) {
+        const std::int64_t got = file.Read(buffer.data(), buffer.size());
+        if (got < 0)
+            return RefusalOf(Kind::NotReadable, "", file.Failure());
+        if (got == 0)
+            return {};
+        text.append(buffer.data(), static_cast<std::size_t>(got));
+        if (text.size() > LargestFile)
+            return RefusalOf(Kind::NotToml, "it is too large for settings");
+    }
 }
 
-SettingsEntry FindSetting(const VELUnicodeString& path, const char* attribute) {
-    toml::table settings;
-    SettingsEntry entry;
-    ParseFile(path, settings, entry);
-    if (entry.answer != SettingsAnswer::Found)
-        return entry;
-    const toml::node* node = settings.get(attribute);
-    if (node == nullptr) {
-        entry.answer = SettingsAnswer::NoAttribute;
-        entry.reason = "the attribute is not set";
-        return entry;
-    }
-    SetPlace(entry, node->source().begin);
-    if (const auto* text = node->as_string()) {
-        entry.value = VELUnicodeString(std::string_view(text->get()));
-        return entry;
-    }
-    entry.answer = SettingsAnswer::NotText;
-    entry.reason = "the value is not a text";
-    return entry;
+VELSettingRefusal FindSetting(const VELUnicodeString& path, const char* attribute,
+                              VELSetting& setting) {
+    std::string text;
+    VELSettingRefusal refusal = ReadSettingsFile(path, text);
+    return refusal.IsRefusal() ? refusal : ReadSetting(text, attribute, setting);
 }
 
-SettingsAnswer ReadSettingsFile(const VELUnicodeString& path, const char* attribute,
-                                VELUnicodeString& value, std::string& reason) {
-    SettingsEntry entry = FindSetting(path, attribute);
-    if (entry.answer == SettingsAnswer::Found)
-        value = std::move(entry.value);
-    else
-        reason = Describe(entry);
-    return entry.answer;
+namespace {
+
+VELSettingRefusal ReadAndChange(const VELUnicodeString& path, const SettingsChange& change,
+                                std::string& text) {
+    VELSettingRefusal refusal = ReadSettingsFile(path, text);
+    if (refusal.IsRefusal() && refusal.kind != Kind::NoFile)
+        return refusal;
+    return change(text);
+}
+
+VELSettingRefusal Replace(const VELUnicodeString& path, std::string_view text) {
+    VELFileRefusal refusal;
+    if (VELReplaceFile(path, text, &refusal) >= 0)
+        return {};
+    const bool noMemory = refusal.kind == VELFileRefusal::Kind::NoMemory;
+    return {noMemory ? Kind::NoMemory : Kind::NotWritten, std::move(refusal.reason)};
+}
+
+} // namespace
+
+VELSettingRefusal ChangeSettingsFile(const VELUnicodeString& path, const SettingsChange& change) {
+    // What is refused anyway shall leave no new folder.
+    std::string text;
+    VELSettingRefusal refusal = ReadAndChange(path, change, text);
+    if (refusal.IsRefusal())
+        return refusal;
+    VELUnicodeString folder;
+    VELUnicodeString name;
+    VELSplitPath(path, folder, name);
+    if (const int code = MakeSettingsFolder(folder))
+        return RefusalOf(Kind::NotWritten, "", code);
+    const SettingsLock lock(folder);
+    if (!lock.IsHeld())
+        return RefusalOf(lock.Code() != 0 ? Kind::NotWritten : Kind::NotLocked,
+                         "another process has had the settings locked for five seconds",
+                         lock.Code());
+    text.clear();
+    refusal = ReadAndChange(path, change, text);
+    return refusal.IsRefusal() ? refusal : Replace(path, text);
 }
 
 } // namespace dyadctx

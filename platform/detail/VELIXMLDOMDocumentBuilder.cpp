@@ -110,13 +110,17 @@ WriteOptions ReadOptions(const VELListValVELUnicodeString& names,
     return options;
 }
 
-VELResult WriteFile(const DomDocument& document, const VELUnicodeString& file,
-                    dyadctx::XmlLayout layout) noexcept {
+// Hands the bytes of the document to `take`, whose code is the answer.
+template<class Take>
+VELResult WriteTo(const Take& take, const DomDocument& document,
+                  const VELListValVELUnicodeString& optionNames,
+                  const VELListValVELUnicodeString& optionValues) noexcept {
     try {
+        const WriteOptions options = ReadOptions(optionNames, optionValues);
         std::string text;
-        if (!dyadctx::SerializeXml(document, layout, text))
+        if (!options.isEncodingKnown || !dyadctx::SerializeXml(document, options.layout, text))
             return E_FAIL;
-        return VELReplaceFile(file, text);
+        return take(text);
     } catch (...) {
         return E_FAIL;
     }
@@ -169,9 +173,21 @@ VELResult VELIXMLDOMDocumentBuilder::Write(const VELIDOMDocument& document,
                                            const VELListValVELUnicodeString& optionValues) const {
     if (IsNull())
         VELBaseUnknown_var::ThrowErrorNullVar();
-    const DomDocument& written = document.Document();
-    const WriteOptions options = ReadOptions(optionNames, optionValues);
-    return options.isEncodingKnown ? WriteFile(written, file, options.layout) : E_FAIL;
+    const auto replace = [&file](std::string_view bytes) { return VELReplaceFile(file, bytes); };
+    return WriteTo(replace, document.Document(), optionNames, optionValues);
+}
+
+VELResult
+VELIXMLDOMDocumentBuilder::WriteText(const VELIDOMDocument& document, VELUnicodeString& text,
+                                     const VELListValVELUnicodeString& optionNames,
+                                     const VELListValVELUnicodeString& optionValues) const {
+    if (IsNull())
+        VELBaseUnknown_var::ThrowErrorNullVar();
+    const auto keep = [&text](std::string_view bytes) {
+        text = VELUnicodeString(bytes);
+        return S_OK;
+    };
+    return WriteTo(keep, document.Document(), optionNames, optionValues);
 }
 
 VELResult CreateVELIXMLDOMDocumentBuilder(VELIXMLDOMDocumentBuilder& builder, int parserClass) {

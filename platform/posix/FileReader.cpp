@@ -28,10 +28,11 @@ bool FileReader::Open(const VELUnicodeString& path) {
     struct stat status {};
     // Looked at before it is opened: opening can already wake the other end of a FIFO or move a
     // device. Looked at again afterwards, and opened without waiting, as it may change in between.
-    if (!native || stat(native->c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+    failure_ = native ? 0 : EINVAL;
+    if (!native || Fails(stat(native->c_str(), &status)) || !S_ISREG(status.st_mode))
         return false;
     Descriptor file(open(native->c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-    if (!file.IsOpen() || fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (Fails(file.Get()) || Fails(fstat(file.Get(), &status)) || !S_ISREG(status.st_mode))
         return false;
     size_ = static_cast<std::uint64_t>(status.st_size);
     handle_ = file.Release();
@@ -43,11 +44,19 @@ std::int64_t FileReader::Read(void* buffer, std::size_t size) noexcept {
     do {
         got = read(static_cast<int>(handle_), buffer, std::min(size, LargestRead));
     } while (got < 0 && errno == EINTR);
+    Fails(got);
     return got;
 }
 
 bool FileReader::Rewind() noexcept {
     return lseek(static_cast<int>(handle_), 0, SEEK_SET) == 0;
+}
+
+// Keeps the system's code when `result` is a failing one.
+bool FileReader::Fails(std::int64_t result) noexcept {
+    if (result < 0)
+        failure_ = errno;
+    return result < 0;
 }
 
 void FileReader::Close() noexcept {

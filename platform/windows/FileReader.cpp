@@ -26,14 +26,15 @@ bool FileReader::Open(const VELUnicodeString& path) {
     Close();
     VELFileInfo info;
     const auto native = WidePath(path.AsView());
-    if (!native || VELGetFileInfo(path, info) != 0 || info.mode != VELFileInfo::RegularFile)
+    failure_ = native ? 0 : ERROR_INVALID_NAME;
+    if (!native || Fails(VELGetFileInfo(path, info)) || info.mode != VELFileInfo::RegularFile)
         return false;
     Handle file(CreateFileW(native->c_str(), GENERIC_READ,
                             FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                             OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
     LARGE_INTEGER size{};
-    if (!file.IsOpen() || GetFileType(file.Get()) != FILE_TYPE_DISK ||
-        GetFileSizeEx(file.Get(), &size) == 0)
+    if (Fails(file.IsOpen() ? 0 : -1) || GetFileType(file.Get()) != FILE_TYPE_DISK ||
+        Fails(GetFileSizeEx(file.Get(), &size) != 0 ? 0 : -1))
         return false;
     size_ = static_cast<std::uint64_t>(size.QuadPart);
     handle_ = reinterpret_cast<std::intptr_t>(file.Release());
@@ -43,9 +44,16 @@ bool FileReader::Open(const VELUnicodeString& path) {
 std::int64_t FileReader::Read(void* buffer, std::size_t size) noexcept {
     DWORD got = 0;
     const auto wanted = static_cast<DWORD>(std::min(size, LargestRead));
-    if (handle_ == NoHandle || ::ReadFile(ToHandle(handle_), buffer, wanted, &got, nullptr) == 0)
-        return -1;
-    return static_cast<std::int64_t>(got);
+    const bool isRead =
+        handle_ != NoHandle && ::ReadFile(ToHandle(handle_), buffer, wanted, &got, nullptr) != 0;
+    return Fails(isRead ? 0 : -1) ? -1 : static_cast<std::int64_t>(got);
+}
+
+// Keeps the system's code when `result` is a failing one.
+bool FileReader::Fails(std::int64_t result) noexcept {
+    if (result < 0)
+        failure_ = static_cast<int>(GetLastError());
+    return result < 0;
 }
 
 bool FileReader::Rewind() noexcept {

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-using dyadctx::SettingsAnswer;
+using Kind = VELSettingRefusal::Kind;
 using dyadctx::test::EnvironmentVariable;
 using dyadctx::test::TemporaryFolder;
 
@@ -20,17 +20,19 @@ std::string PathIn(const char* folder, const VELUnicodeString& repository) {
 }
 
 struct Reading {
-    SettingsAnswer answer;
+    Kind answer;
     std::string value;
     std::string reason;
+    int line;
+    int column;
 };
 
 Reading Read(const std::string& path, const char* attribute) {
-    VELUnicodeString value("untouched");
-    std::string reason;
-    const SettingsAnswer answer =
-        dyadctx::ReadSettingsFile(VELUnicodeString(path), attribute, value, reason);
-    return {answer, value.ConvertToChar(), reason};
+    VELSetting setting{"untouched", "untouched"};
+    const VELSettingRefusal refusal =
+        dyadctx::FindSetting(VELUnicodeString(path), attribute, setting);
+    return {refusal.kind, setting.value.ConvertToChar(), refusal.reason.ConvertToChar(),
+            refusal.line, refusal.column};
 }
 
 } // namespace
@@ -56,7 +58,7 @@ TEST(SettingsFile, LiesInTheUsersFolderElse) {
 TEST(SettingsFile, GivesAText) {
     const TemporaryFolder folder;
     const Reading found = Read(folder.Write("R.toml", "a = \"x\"\n"), "a");
-    EXPECT_EQ(SettingsAnswer::Found, found.answer);
+    EXPECT_EQ(Kind::None, found.answer);
     EXPECT_EQ("x", found.value);
 }
 
@@ -64,11 +66,12 @@ TEST(SettingsFile, SaysWhyThereIsNoText) {
     const TemporaryFolder folder;
     const std::string path = folder.Write("R.toml", "a = \"x\"\n\nb = 5\n");
     const Reading missing = Read(path, "c");
-    EXPECT_EQ(SettingsAnswer::NoAttribute, missing.answer);
-    EXPECT_EQ("the attribute is not set", missing.reason);
+    EXPECT_EQ(Kind::NoAttribute, missing.answer);
+    EXPECT_EQ("c is not set", missing.reason);
     const Reading number = Read(path, "b");
-    EXPECT_EQ(SettingsAnswer::NotText, number.answer);
-    EXPECT_EQ("line 3: the value is not a text", number.reason);
+    EXPECT_EQ(Kind::NotText, number.answer);
+    EXPECT_EQ("b is no text (it is of the type integer)", number.reason);
+    EXPECT_EQ(3, number.line);
     EXPECT_EQ("untouched", missing.value);
     EXPECT_EQ("untouched", number.value);
 }
@@ -77,22 +80,30 @@ TEST(SettingsFile, SaysWhereAFileIsBroken) {
     const TemporaryFolder folder;
     const std::string path = folder.Write("R.toml", "a = \"x\"\nb = \n");
     const Reading broken = Read(path, "a");
-    EXPECT_EQ(SettingsAnswer::Broken, broken.answer);
-    EXPECT_EQ("line 2, column 5: ", broken.reason.substr(0, 18)) << broken.reason;
-    EXPECT_GT(broken.reason.size(), 18U);
+    EXPECT_EQ(Kind::NotToml, broken.answer);
+    EXPECT_EQ(2, broken.line);
+    EXPECT_EQ(5, broken.column);
+    EXPECT_NE("", broken.reason);
     EXPECT_EQ("untouched", broken.value);
-    std::string reason;
-    EXPECT_EQ(SettingsAnswer::Broken, dyadctx::CheckSettingsFile(VELUnicodeString(path), reason));
-    EXPECT_EQ(broken.reason, reason);
 }
 
 TEST(SettingsFile, TellsMissingFromUnreadable) {
     const TemporaryFolder folder;
     std::filesystem::create_directory(folder.Path() / "sub");
-    EXPECT_EQ(SettingsAnswer::NoFile, Read(folder.PathOf("missing.toml"), "a").answer);
-    EXPECT_EQ(SettingsAnswer::NoFile, Read("", "a").answer);
-    EXPECT_EQ(SettingsAnswer::NotReadable, Read(folder.PathOf("sub"), "a").answer);
-    EXPECT_EQ("the file cannot be read", Read(folder.PathOf("sub"), "a").reason);
+    EXPECT_EQ(Kind::NoFile, Read(folder.PathOf("missing.toml"), "a").answer);
+    EXPECT_EQ(Kind::NoFile, Read("", "a").answer);
+    EXPECT_EQ(Kind::NotReadable, Read(folder.PathOf("sub"), "a").answer);
+    EXPECT_EQ("it is not a regular file", Read(folder.PathOf("sub"), "a").reason);
+}
+
+TEST(SettingsFile, OnlyWhatDoesNotExistIsMissing) {
+    const TemporaryFolder folder;
+    folder.Write("R.toml", "a = 'x'\n");
+    std::filesystem::create_symlink("round", folder.Path() / "round");
+    EXPECT_EQ(Kind::NoFile, Read(folder.PathOf("R.toml/deeper.toml"), "a").answer);
+    const Reading round = Read(folder.PathOf("round"), "a");
+    EXPECT_EQ(Kind::NotReadable, round.answer);
+    EXPECT_EQ("Too many levels of symbolic links", round.reason);
 }
 
 TEST(SettingsFile, SurvivesFilesThatParsersStumbleOver) {
@@ -101,8 +112,7 @@ TEST(SettingsFile, SurvivesFilesThatParsersStumbleOver) {
          {"[[[", "a = \xC3\xA9.xml\n", "a = 197>-05-2(T07:32:0\xD0\xAA\n", "\xCC\xAA", "a = 1_\n",
           "a = \"\\u12\"\n", "a = 99999999999999999999\n", "a = 2001-02-30\n", "= 1\n",
           "a.b = 1\na = 1\n"})
-        EXPECT_EQ(SettingsAnswer::Broken, Read(folder.Write("R.toml", content), "a").answer)
-            << content;
+        EXPECT_EQ(Kind::NotToml, Read(folder.Write("R.toml", content), "a").answer) << content;
     const std::string joined = "a = \"\"\"x\\\n\xC2\xA7\"\"\"\n";
     EXPECT_EQ("x\xC2\xA7", Read(folder.Write("R.toml", joined), "a").value);
 }
@@ -111,22 +121,24 @@ TEST(SettingsFile, TakesNoFileOfUnreasonableSize) {
     const TemporaryFolder folder;
     const std::string path =
         folder.Write("R.toml", "a = \"x\"\n#" + std::string(5000000, 'x') + "\n");
-    EXPECT_EQ(SettingsAnswer::NotReadable, Read(path, "a").answer);
+    const Reading large = Read(path, "a");
+    EXPECT_EQ(Kind::NotToml, large.answer);
+    EXPECT_EQ("it is too large for settings", large.reason);
 }
 
 TEST(SettingsFile, DeepNestingIsBroken) {
     const TemporaryFolder folder;
     const std::string path =
         folder.Write("R.toml", "a = " + std::string(100000, '[') + std::string(100000, ']'));
-    EXPECT_EQ(SettingsAnswer::Broken, Read(path, "a").answer);
+    EXPECT_EQ(Kind::NotToml, Read(path, "a").answer);
 }
 
-TEST(SettingsFile, ChecksAUsableFile) {
+TEST(SettingsFile, TakesAByteOrderMark) {
     const TemporaryFolder folder;
-    std::string reason;
-    EXPECT_EQ(SettingsAnswer::Found,
-              dyadctx::CheckSettingsFile(VELUnicodeString(folder.Write("R.toml", "\xEF\xBB\xBF"
-                                                                                 "a = 1\r\n")),
-                                         reason));
-    EXPECT_EQ("", reason);
+    const Reading found = Read(folder.Write("R.toml", "\xEF\xBB\xBF"
+                                                      "a = 'x'\r\n"),
+                               "a");
+    EXPECT_EQ(Kind::None, found.answer) << found.reason;
+    EXPECT_EQ("x", found.value);
+    EXPECT_EQ("", found.reason);
 }

@@ -31,6 +31,18 @@ private:
     int number_;
 };
 
+// Has a folder locked from construction to destruction, as a process that changes settings has.
+class FolderLock {
+public:
+    explicit FolderLock(const std::string& folder);
+    ~FolderLock();
+    FolderLock(const FolderLock&) = delete;
+    FolderLock& operator=(const FolderLock&) = delete;
+
+private:
+    int number_;
+};
+
 // The signal of a write that nobody reads, in this thread.
 bool IsPipeSignalPending();
 bool IsPipeSignalBlocked();

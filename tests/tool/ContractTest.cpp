@@ -212,7 +212,13 @@ TEST_F(Contract, WhatIsWrittenElsewhereIsNotedUnlessQuiet) {
         EXPECT_TRUE(loud.standardError.starts_with("note: ")) << loud.standardError;
         EXPECT_EQ(Run(With(arguments, {"-q"})).standardError, "");
     }
-    Expect({"settings", {"settings", "set", "a", "b"}, 0, "", {}, settings_});
+    Expect({"settings",
+            {"settings", "set", "a", "b"},
+            0,
+            "",
+            {"note: the library reads no attribute 'a'\n"},
+            settings_});
+    Expect({"settings", {"settings", "set", "-q", "a", "b"}, 0, "", {}, settings_});
 }
 
 TEST_F(Contract, AFullDeviceIsNoticedByEveryCommandInEveryFormat) {
@@ -224,7 +230,8 @@ TEST_F(Contract, AFullDeviceIsNoticedByEveryCommandInEveryFormat) {
             const ChildResult full = RunInShell(line + " > /dev/full", settings_);
             EXPECT_EQ(full.status, 6) << line;
             EXPECT_EQ(full.standardError,
-                      "dyadctx: error: the answer could not be written to standard output\n");
+                      "dyadctx: error: the answer could not be written to standard output: No "
+                      "space left on device\n");
             EXPECT_EQ(RunInShell(line + " >&-", settings_).status, 6) << line;
         }
     }

@@ -83,7 +83,8 @@ TEST_F(GraphCommand, TheEndingOfTheFileChoosesTheFormat) {
                                                                    {"out.gv", "digraph "},
                                                                    {"out.mmd", "flowchart TD"},
                                                                    {"out.mermaid", "flowchart"},
-                                                                   {"out.txt", "<svg "},
+                                                                   {"OUT.SVG", "<svg "},
+                                                                   {"out", "<svg "},
                                                                    {".dot", "<svg "}};
     for (const auto& [name, beginning] : endings) {
         Expect({name,
@@ -101,6 +102,33 @@ TEST_F(GraphCommand, TheEndingOfTheFileChoosesTheFormat) {
             {},
             {}});
     EXPECT_TRUE(folder_.Read("out.svg").starts_with("digraph "));
+}
+
+TEST_F(GraphCommand, AnEndingOfNoFormatIsWrongUse) {
+    Expect(
+        {"png",
+         {"graph", "site.xml", "--db-context", "-o", "x.png"},
+         2,
+         "",
+         {"dyadctx: error: no picture format goes with the ending .png of x.png; end the name in "
+          ".svg (svg), .dot or .gv (dot), .mmd or .mermaid (mermaid), or choose one with "
+          "--format\n"},
+         {}});
+    EXPECT_FALSE(fs::exists(folder_.Path() / "x.png"));
+    EXPECT_EQ(Run({"graph", "site.xml", "--db-context", "-o", "x.png", "--format", "svg"}).status,
+              0);
+    EXPECT_TRUE(folder_.Read("x.png").starts_with("<svg "));
+}
+
+TEST_F(GraphCommand, StandardOutputIsATarget) {
+    const ChildResult plain = Run({"graph", "site.xml", "--db-context"});
+    for (const std::string target : {"-", "/dev/stdout"}) {
+        const ChildResult named = Run({"graph", "site.xml", "--db-context", "-o", target});
+        EXPECT_EQ(named.status, 0) << named.standardError;
+        EXPECT_EQ(named.standardOutput, plain.standardOutput);
+        EXPECT_EQ(named.standardError, plain.standardError);
+    }
+    EXPECT_FALSE(fs::exists(folder_.Path() / "-"));
 }
 
 TEST_F(GraphCommand, AFocusShowsWhatLiesAroundItBothWays) {
@@ -274,19 +302,21 @@ TEST_F(GraphCommand, AnImpossibleTargetIsRefused) {
          {"graph", "site.xml", "--db-context", "-o", "no/such/out.svg"},
          6,
          "",
-         {"no/such/out.svg could not be written"},
+         {"dyadctx: error: no/such/out.svg could not be written: the folder does not exist (No "
+          "such "
+          "file or directory)\n"},
          {}},
         {"a folder",
          {"graph", "site.xml", "--db-context", "-o", "folder.svg"},
          6,
          "",
-         {"folder.svg could not be written"},
+         {"dyadctx: error: folder.svg could not be written: it is a folder\n"},
          {}},
         {"no name",
          {"graph", "site.xml", "--db-context", "-o", ""},
          6,
          "",
-         {"could not be written"},
+         {"dyadctx: error: '' could not be written: No such file or directory\n"},
          {}},
     });
     EXPECT_TRUE(fs::is_empty(folder_.Path() / "folder.svg"));
@@ -375,7 +405,7 @@ TEST_F(GraphCommand, MoreLinksThanMermaidDrawsAreSaid) {
 TEST_F(GraphCommand, TheHelpNamesFormatsAndDefaults) {
     const std::string help = Run({"graph", "--help"}).standardOutput;
     for (const char* word :
-         {"--focus", "--depth", "--renderer", "mermaid", "else svg", "(default: own)"})
+         {"--focus", "--depth", "--renderer", "mermaid", "svg without one", "(default: own)"})
         EXPECT_NE(help.find(word), std::string::npos) << word << "\n" << help;
 }
 

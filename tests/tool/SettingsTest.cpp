@@ -3,6 +3,7 @@
 
 #include "support/SpecialFiles.h"
 
+#include <array>
 #include <filesystem>
 
 namespace dyadctx::test {
@@ -26,7 +27,7 @@ protected:
         folder_.Write(File, before);
         const ChildResult result = RunHere(arguments);
         EXPECT_EQ(result.status, 0) << result.standardError;
-        EXPECT_EQ(result.standardOutput + result.standardError, "");
+        EXPECT_EQ(result.standardOutput, "");
         return folder_.Read(File);
     }
 };
@@ -163,7 +164,7 @@ TEST_F(Settings, AKeyThatCannotBeChangedByItselfIsLeftAlone) {
 
 TEST_F(Settings, AValueThatIsNoUtf8IsRefused) {
     folder_.Write(File, "a = 'x'\n");
-    EXPECT_NE(RunHere({"set", "a", "\xff"}).status, 0);
+    EXPECT_EQ(RunHere({"set", "a", "\xff"}).status, 2);
     EXPECT_EQ(folder_.Read(File), "a = 'x'\n");
 }
 
@@ -202,6 +203,54 @@ TEST_F(Settings, AFolderThatCannotBeWrittenToIsTold) {
     EXPECT_EQ(result.status, 6);
     EXPECT_NE(result.standardError.find("could not be written"), std::string::npos);
     EXPECT_EQ(folder_.Read("blocked"), "a file");
+}
+
+TEST_F(Settings, SetSaysWhatTheLibraryWillSayOfTheValue) {
+    WriteContexts("site.xml", R"(<Context Name="A" Parameter="/a" ParameterType="Path"/>)");
+    folder_.Write("site.txt", "");
+    const std::vector<std::array<std::string, 3>> cases{
+        {"DYAD_Ctx_XmlFile", "./site.xml", ""},
+        {"DYAD_Ctx_XmlFile", "./none.xml",
+         "note: the library will refuse ./none.xml: there is no such file\n"},
+        {"DYAD_Ctx_XmlFile", "./site.txt",
+         "note: the library will refuse ./site.txt: the name does not end in .xml, in lower "
+         "case\n"},
+        {"DYAD_Ctx_XmlFile", "",
+         "note: an empty value names no file; the library then takes the installation's\n"},
+        {"DYAD_Ctx_XmlFil", "./site.xml",
+         "note: the library reads no attribute 'DYAD_Ctx_XmlFil'; did you mean "
+         "'DYAD_Ctx_XmlFile'?\n"},
+    };
+    for (const auto& [name, value, remark] : cases) {
+        const ChildResult result = RunHere({"set", name, value});
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.standardError, remark);
+        EXPECT_EQ(RunForJson({"settings", "get", name}, 0, Here())["value"], value);
+    }
+}
+
+TEST_F(Settings, ChangesOfManyProcessesAreAllKept) {
+    folder_.Write(File, "# shared\n");
+    const ChildResult result =
+        RunInShell("for i in 1 2 3 4 5 6 7 8 9 10; do "
+                   "for p in a b c d; do \"$DYADCTX\" settings set -q $p$i x & done; wait; done",
+                   Here());
+    EXPECT_EQ(result.standardError, "");
+    EXPECT_EQ(RunForJson({"settings", "get"}, 0, Here())["attributes"].size(), 40U);
+    EXPECT_TRUE(folder_.Read(File).starts_with("# shared\n"));
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_.Path() / "settings"), {}), 1);
+}
+
+TEST_F(Settings, EveryRefusalNamesFileAndReason) {
+    folder_.Write(File, "a = 'x'\n");
+    fs::permissions(folder_.Path() / "settings", fs::perms(0555));
+    fs::permissions(FilePath(), fs::perms(0666));
+    const ChildResult result = RunAsOrdinaryUser({"settings", "set", "a", "y"}, Here());
+    EXPECT_EQ(result.status, 6);
+    EXPECT_EQ(result.standardError, "dyadctx: error: " + FilePath() +
+                                        " could not be written: the folder permits no new file "
+                                        "(Permission denied)\n");
+    EXPECT_EQ(folder_.Read(File), "a = 'x'\n");
 }
 
 TEST_F(Settings, WithoutAnyFolderThereIsNoFile) {

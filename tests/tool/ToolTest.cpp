@@ -33,9 +33,11 @@ ChildResult ToolTest::RunInShell(const std::string& command, const Environment& 
     return RunChild(run);
 }
 
-ChildResult ToolTest::RunAsOrdinaryUser(const std::vector<std::string>& arguments) const {
+ChildResult ToolTest::RunAsOrdinaryUser(const std::vector<std::string>& arguments,
+                                        const Environment& environment) const {
     std::filesystem::permissions(folder_.Path(), std::filesystem::perms(0755));
     ChildRun run = ToolRun(folder_, arguments);
+    run.environment = environment;
     run.asOrdinaryUser = true;
     return RunChild(run);
 }

@@ -37,7 +37,8 @@ protected:
     // The same through a shell, with $DYADCTX for the tool.
     ChildResult RunInShell(const std::string& command, const Environment& environment = {}) const;
     // Runs without the rights of the super-user, in a folder others may enter.
-    ChildResult RunAsOrdinaryUser(const std::vector<std::string>& arguments) const;
+    ChildResult RunAsOrdinaryUser(const std::vector<std::string>& arguments,
+                                  const Environment& environment = {}) const;
     // Runs with --format json and gives the document; the status must be the given one.
     Json RunForJson(std::vector<std::string> arguments, int status = 0,
                     const Environment& environment = {}) const;

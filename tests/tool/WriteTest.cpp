@@ -61,21 +61,28 @@ TEST_F(Write, AnImpossibleTargetLeavesEverythingAsItWas) {
          {"write", "site.xml", "-o", "no/such/out.xml"},
          6,
          "",
-         {"no/such/out.xml could not be written"},
+         {"dyadctx: error: no/such/out.xml could not be written: the folder does not exist (No "
+          "such "
+          "file or directory)\n"},
          {}},
         {"a folder",
          {"write", "site.xml", "-o", "folder.xml"},
          6,
          "",
-         {"folder.xml could not be written"},
+         {"dyadctx: error: folder.xml could not be written: it is a folder\n"},
          {}},
         {"a full device",
          {"write", "site.xml", "-o", "/dev/full"},
          6,
          "",
-         {"/dev/full could not be written"},
+         {"dyadctx: error: /dev/full could not be written: No space left on device\n"},
          {}},
-        {"no name", {"write", "site.xml", "-o", ""}, 6, "", {"could not be written"}, {}},
+        {"no name",
+         {"write", "site.xml", "-o", ""},
+         6,
+         "",
+         {"dyadctx: error: '' could not be written: No such file or directory\n"},
+         {}},
     });
     EXPECT_TRUE(fs::is_empty(folder_.Path() / "folder.xml"));
     EXPECT_EQ(std::distance(fs::directory_iterator(folder_.Path()), fs::directory_iterator()), 2);
@@ -84,10 +91,14 @@ TEST_F(Write, AnImpossibleTargetLeavesEverythingAsItWas) {
 TEST_F(Write, AReadOnlyFolderIsRefused) {
     fs::create_directories(folder_.Path() / "locked");
     folder_.Write("locked/out.xml", "old");
+    fs::permissions(folder_.Path() / "locked/out.xml", fs::perms(0666));
     fs::permissions(folder_.Path() / "locked", fs::perms(0555));
     const ChildResult result = RunAsOrdinaryUser({"write", "site.xml", "-o", "locked/out.xml"});
     fs::permissions(folder_.Path() / "locked", fs::perms(0755));
-    EXPECT_EQ(result.status, 6) << result.standardError;
+    EXPECT_EQ(result.status, 6);
+    EXPECT_EQ(result.standardError,
+              "dyadctx: error: locked/out.xml could not be written: the folder "
+              "permits no new file (Permission denied)\n");
     EXPECT_EQ(folder_.Read("locked/out.xml"), "old");
 }
 
@@ -95,6 +106,21 @@ TEST_F(Write, TheFileItselfMayBeTheTarget) {
     EXPECT_EQ(Run({"write", "site.xml", "-o", "site.xml", "--db-context"}).status, 0);
     EXPECT_EQ(Run({"list", "site.xml", "--db-context", "--format", "names"}).standardOutput,
               "Design\nLibrary\nVault\n");
+}
+
+TEST_F(Write, StandardOutputIsATarget) {
+    Run({"write", "site.xml", "--db-context", "-o", "out.xml"});
+    for (const std::string target : {"-", "/dev/stdout"}) {
+        const ChildResult result = Run({"write", "site.xml", "--db-context", "-o", target});
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.standardOutput, folder_.Read("out.xml"));
+    }
+    EXPECT_FALSE(fs::exists(folder_.Path() / "-"));
+    const ChildResult appended = RunInShell("echo first > all.xml; \"$DYADCTX\" write -q site.xml "
+                                            "--db-context -o /dev/stdout >> all.xml");
+    EXPECT_EQ(appended.status, 0);
+    EXPECT_EQ(folder_.Read("all.xml"), "first\n" + folder_.Read("out.xml"));
+    EXPECT_EQ(RunInShell("\"$DYADCTX\" write site.xml -o - > /dev/full").status, 6);
 }
 
 TEST_F(Write, AFileThatCannotBeLoadedWritesNothing) {

@@ -33,6 +33,9 @@ void ExpectRoundTrip(std::uint32_t seed, const GeneratedContent& content) {
 
     const Writing written = Write(*first.collector);
     ASSERT_EQ(written.result, S_OK);
+    VELUnicodeString text;
+    EXPECT_EQ(first.collector->StreamText(text), S_OK);
+    EXPECT_EQ(Text(text), written.text);
     const Creation second = CreateFromText(written.text);
     ASSERT_NE(second.collector, nullptr) << second.message << written.text;
 

@@ -34,6 +34,28 @@ TEST(Writer, EmptyCollectorIsAnEmptyData) {
     EXPECT_EQ(writing.text, WrittenDocument({}));
 }
 
+TEST(Writer, AViewIsTheSameTextAsInAFile) {
+    const DbEnvironment db(true);
+    const CollectorPtr collector = LinkedCollector();
+    collector->SetCtxTypeList();
+    for (const auto view :
+         {&VELDyadCtxCollector::SetContextAllType, &VELDyadCtxCollector::SetContextPathType,
+          &VELDyadCtxCollector::SetContextFileType}) {
+        (collector.get()->*view)();
+        VELUnicodeString text("before");
+        EXPECT_EQ(collector->StreamText(text), S_OK);
+        EXPECT_EQ(Text(text), Write(*collector).text);
+    }
+}
+
+TEST(Writer, AViewThatCannotBeWrittenLeavesTheTextAsItWas) {
+    const CollectorPtr collector = EmptyCollector();
+    Declare(*collector, "A\x01", "/a", "Path");
+    VELUnicodeString text("before");
+    EXPECT_EQ(collector->StreamText(text), E_FAIL);
+    EXPECT_EQ(Text(text), "before");
+}
+
 TEST(Writer, WithoutEnvironmentWritesFriendsButNothingOfDatabases) {
     const CollectorPtr collector = LinkedCollector();
     const Writing writing = Write(*collector);

@@ -2,7 +2,6 @@
 
 #include "platform/VELFileSystem.h"
 #include "tools/dyadctx/DisplayText.h"
-#include "tools/dyadctx/SettingsText.h"
 
 #include <new>
 

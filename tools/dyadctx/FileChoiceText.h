@@ -8,6 +8,10 @@
 
 namespace dyadctx::tool {
 
+inline constexpr const char* SettingsRepository = "DyadSettingsRep";
+// Names the context file.
+inline constexpr const char* FileAttribute = "DYAD_Ctx_XmlFile";
+
 // Asks every place. Throws std::bad_alloc.
 void MakeChoice(VELDyadCtxFileChoice& choice);
 

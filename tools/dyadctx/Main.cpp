@@ -20,7 +20,7 @@ int Status(ExitStatus status) {
 int Finish(Output& output, ExitStatus status) {
     if (output.Finish())
         return Status(status);
-    output.Error("the answer could not be written to standard output");
+    output.Error("the answer could not be written to standard output: " + output.WhyFailed());
     return Status(ExitStatus::NotWritten);
 }
 

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cerrno>
+#include <system_error>
 #include <utility>
 
 namespace dyadctx::tool {
@@ -67,8 +69,9 @@ Output::~Output() {
 }
 
 void Output::Write(std::string_view text) {
+    errno = 0;
     if (answer_ == nullptr || std::fwrite(text.data(), 1, text.size(), answer_) != text.size())
-        failed_ = true;
+        NoteFailure();
 }
 
 void Output::WriteJson(const Json& document) {
@@ -94,10 +97,20 @@ std::string Output::Painted(Paint paint, const std::string& text) const {
 }
 
 bool Output::Finish() {
+    errno = 0;
     if (answer_ != nullptr && std::fclose(answer_) != 0)
-        failed_ = true;
+        NoteFailure();
     answer_ = nullptr;
-    return !failed_;
+    return failure_ == 0;
+}
+
+std::string Output::WhyFailed() const {
+    return std::generic_category().message(failure_);
+}
+
+void Output::NoteFailure() {
+    if (failure_ == 0)
+        failure_ = errno != 0 ? errno : EIO;
 }
 
 Table::Table(std::vector<std::string> headings)

@@ -39,15 +39,20 @@ public:
     // The text in that colour when the answer is coloured; an empty one stays empty.
     std::string Painted(Paint paint, const std::string& text) const;
 
-    // Hands the rest of the answer over; false when any of it could not be written.
+    // Hands the rest of the answer over; false when any of it could not be written, for the
+    // system's reason in WhyFailed.
     bool Finish();
+    std::string WhyFailed() const;
 
 private:
+    void NoteFailure();
+
     std::FILE* answer_;
     bool quiet_;
     bool answerColored_;
     bool remarksColored_;
-    bool failed_ = false;
+    // The system's code of the first failure; 0 when there is none.
+    int failure_ = 0;
 };
 
 // Rows in aligned columns. A column without content is left out.

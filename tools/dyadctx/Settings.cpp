@@ -1,18 +1,20 @@
 // `settings`: the settings the library reads.
+#include "platform/VELSysSettingRepository.h"
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/DisplayText.h"
-#include "tools/dyadctx/SettingsText.h"
+#include "tools/dyadctx/FileChoiceText.h"
 #include "tools/dyadctx/Suggestion.h"
-#include "tools/dyadctx/SystemServices.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
-#include <exception>
+#include <new>
 
 namespace dyadctx::tool {
 
 namespace {
+
+using Kind = VELSettingRefusal::Kind;
 
 class Settings final : public Command {
 public:
@@ -29,7 +31,7 @@ private:
     void WritePath(const std::string& file, Output& output) const;
     void WriteValue(const std::string& file, Output& output) const;
     void WriteAll(const std::string& file, Output& output) const;
-    void Change(const std::string& file) const;
+    void Change(const std::string& file, Output& output) const;
 
     const CLI::App* arguments_ = nullptr;
     std::optional<std::string> name_;
@@ -37,29 +39,77 @@ private:
     std::string format_ = "text";
 };
 
-std::string ExistingFolderFile() {
-    std::string file = SettingsFile();
-    if (file.empty())
+// The path of the settings file, whether or not it exists.
+std::string SettingsFile() {
+    VELUnicodeString file;
+    if (VELSysSettingRepository::GetRepositoryFile(SettingsRepository, file) < 0)
         throw Failure(ExitStatus::NoFile, "the environment names no folder for settings; "
                                           "set VELSettingPath");
-    return file;
+    return std::string(file.AsView());
+}
+
+// Empty also where there is no file.
+VELListVal<VELSetting> AllSettings(VELSettingRefusal& refusal) {
+    VELListVal<VELSetting> settings;
+    VELSysSettingRepository::ListAttrs(SettingsRepository, settings, &refusal);
+    if (refusal.kind == Kind::NoFile)
+        refusal = {};
+    return settings;
 }
 
 Failure NoSuchAttribute(const std::string& name, const std::string& file) {
+    VELSettingRefusal refusal;
+    const VELListVal<VELSetting> settings = AllSettings(refusal);
     std::vector<std::string> names{FileAttribute};
-    for (const auto& [known, value] : SettingsText::Read(file).All())
-        names.push_back(known);
+    for (int i = 1; i <= settings.Size(); ++i)
+        names.emplace_back(settings[i].name.AsView());
     return Failure(ExitStatus::NotFound, "there is no attribute '" + Visible(name) + "' in " +
                                              Visible(file) + DidYouMean(name, names));
 }
 
-void WriteFile(const std::string& file, const std::string& text) {
-    try {
-        ReplaceFile(file, text);
-    } catch (const std::exception& error) {
-        throw Failure(ExitStatus::NotWritten,
-                      Visible(file) + " could not be written: " + error.what());
+// "FILE:LINE:COLUMN: REASON", as far as known.
+std::string WithPlace(const std::string& file, const VELSettingRefusal& refusal) {
+    std::string text = Visible(file) + ":";
+    for (const int number : {refusal.line, refusal.column}) {
+        if (number > 0)
+            text += std::to_string(number) + ":";
     }
+    return text + " " + Visible(refusal.reason.AsView());
+}
+
+// Throws where the library refused to read or change `name`.
+void Require(const VELSettingRefusal& refusal, const std::string& file, const std::string& name) {
+    const std::string reason = Visible(refusal.reason.AsView());
+    switch (refusal.kind) {
+    case Kind::None:
+        return;
+    case Kind::NoFile:
+    case Kind::NoAttribute:
+        throw NoSuchAttribute(name, file);
+    case Kind::NoFolder:
+    case Kind::NotReadable:
+        throw Failure(ExitStatus::NoFile, Visible(file) + " cannot be read: " + reason);
+    case Kind::NotToml:
+    case Kind::NotText:
+        throw Failure(ExitStatus::NotLoadable, WithPlace(file, refusal));
+    case Kind::BadValue:
+        throw Failure(ExitStatus::Usage, "'" + Visible(name) + "' or its value: " + reason);
+    case Kind::NoMemory:
+        throw std::bad_alloc();
+    default:
+        throw Failure(ExitStatus::NotWritten, Visible(file) + " could not be written: " + reason);
+    }
+}
+
+// What the library will say of the value; empty when it takes it.
+std::string RemarkOn(const std::string& name, const std::string& value) {
+    if (name != FileAttribute)
+        return "the library reads no attribute '" + Visible(name) + "'" +
+               DidYouMean(name, {FileAttribute});
+    if (value.empty())
+        return "an empty value names no file; the library then takes the installation's";
+    const std::string reason = ReasonAgainst(value);
+    return reason.empty() ? "" : "the library will refuse " + Visible(value) + ": " + reason;
 }
 
 Json DocumentFor(const std::string& file) {
@@ -97,7 +147,7 @@ void Settings::Declare(CLI::App& arguments) {
 }
 
 ExitStatus Settings::Run(Output& output) {
-    const std::string file = ExistingFolderFile();
+    const std::string file = SettingsFile();
     const std::string action = arguments_->get_subcommands().front()->get_name();
     if (action == "path")
         WritePath(file, output);
@@ -106,7 +156,7 @@ ExitStatus Settings::Run(Output& output) {
     else if (action == "get")
         WriteAll(file, output);
     else
-        Change(file);
+        Change(file, output);
     return ExitStatus::Done;
 }
 
@@ -118,26 +168,31 @@ void Settings::WritePath(const std::string& file, Output& output) const {
 }
 
 void Settings::WriteValue(const std::string& file, Output& output) const {
-    const std::optional<std::string> value = SettingsText::Read(file).Get(*name_);
-    if (!value)
-        throw NoSuchAttribute(*name_, file);
+    VELSettingRefusal refusal;
+    VELUnicodeString value;
+    VELSysSettingRepository::GetAttr(SettingsRepository, name_->c_str(), value, &refusal);
+    Require(refusal, file, *name_);
     if (format_ != "json") {
-        output.Write(Visible(*value) + "\n");
+        output.Write(Visible(value.AsView()) + "\n");
         return;
     }
     Json document = DocumentFor(file);
     document["name"] = *name_;
-    document["value"] = *value;
+    document["value"] = value.AsView();
     output.WriteJson(document);
 }
 
 void Settings::WriteAll(const std::string& file, Output& output) const {
-    const auto attributes = SettingsText::Read(file).All();
+    VELSettingRefusal refusal;
+    const VELListVal<VELSetting> settings = AllSettings(refusal);
+    Require(refusal, file, "");
     Json document = DocumentFor(file);
     document["attributes"] = Json::object();
     Table table({"NAME", "VALUE"});
-    for (const auto& [name, value] : attributes) {
-        document["attributes"][name] = value;
+    for (int i = 1; i <= settings.Size(); ++i) {
+        const std::string_view name = settings[i].name.AsView();
+        const std::string_view value = settings[i].value.AsView();
+        document["attributes"][std::string(name)] = value;
         table.AddRow({Visible(name), Visible(value)});
     }
     if (format_ == "json")
@@ -146,13 +201,19 @@ void Settings::WriteAll(const std::string& file, Output& output) const {
         output.Write(table.Render(output));
 }
 
-void Settings::Change(const std::string& file) const {
-    SettingsText settings = SettingsText::Read(file);
-    if (arguments_->got_subcommand("set"))
-        settings.Set(*name_, value_);
-    else if (!settings.Unset(*name_))
-        throw NoSuchAttribute(*name_, file);
-    WriteFile(file, settings.Text());
+void Settings::Change(const std::string& file, Output& output) const {
+    VELSettingRefusal refusal;
+    const char* name = name_->c_str();
+    const bool sets = arguments_->got_subcommand("set");
+    if (sets)
+        VELSysSettingRepository::SetAttr(SettingsRepository, name, VELUnicodeString(value_),
+                                         &refusal);
+    else
+        VELSysSettingRepository::RemoveAttr(SettingsRepository, name, &refusal);
+    Require(refusal, file, *name_);
+    const std::string remark = sets ? RemarkOn(*name_, value_) : "";
+    if (!remark.empty())
+        output.Note(remark);
 }
 
 } // namespace

@@ -19,9 +19,4 @@ std::FILE* TakeStandardOutput();
 
 bool IsTerminal(std::FILE* stream);
 
-// Puts a file with that content in the place of `path`, at once or not at all, and makes missing
-// folders above it. A link stays a link, and an existing file keeps its mode. Throws
-// std::system_error, and std::runtime_error where `path` is something other than a file.
-void ReplaceFile(const std::string& path, const std::string& content);
-
 } // namespace dyadctx::tool

@@ -5,7 +5,6 @@
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/FileChoiceText.h"
 #include "tools/dyadctx/IdleVariables.h"
-#include "tools/dyadctx/SettingsText.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>

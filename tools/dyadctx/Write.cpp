@@ -2,6 +2,7 @@
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Source.h"
+#include "tools/dyadctx/Target.h"
 
 #include <CLI/CLI.hpp>
 
@@ -33,7 +34,9 @@ std::vector<Example> Write::Examples() const {
 
 void Write::Declare(CLI::App& arguments) {
     DeclareFile(arguments, file_);
-    arguments.add_option("-o,--output", target_, "The file to write; an existing one is replaced")
+    arguments
+        .add_option("-o,--output", target_,
+                    "The file to write; an existing one is replaced. - is standard output")
         ->type_name("OUT")
         ->required();
     DeclareView(arguments, view_);
@@ -43,15 +46,16 @@ ExitStatus Write::Run(Output& output) {
     const Source source = LoadSourceOrFail(file_, output);
     VELDyadCtxCollector& collector = *source.collector;
     SelectView(collector, view_, output);
-    VELUnicodeString message;
-    if (collector.Stream(VELUnicodeString(target_), message) < 0) {
-        const std::string reason = VisibleLines(message.AsView());
-        throw Failure(ExitStatus::NotWritten, Visible(target_) + " could not be written" +
-                                                  (reason.empty() ? "" : ": " + reason));
-    }
+    VELUnicodeString text;
+    if (collector.StreamText(text) < 0)
+        throw Failure(ExitStatus::NotWritten,
+                      Visible(target_) +
+                          " could not be written: a context cannot be put into a file");
+    WriteTarget(target_, text.AsView(), output);
     const int count = collector.GetNbCtxs();
-    output.Note(std::to_string(count) + (count == 1 ? " context" : " contexts") + " written to " +
-                Visible(target_));
+    if (!IsStandardOutput(target_))
+        output.Note(std::to_string(count) + (count == 1 ? " context" : " contexts") +
+                    " written to " + Visible(target_));
     if (collector.GetNbScenarios() > 0)
         output.Note("exchange scenarios are not written");
     return ExitStatus::Done;

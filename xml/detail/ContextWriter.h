@@ -20,9 +20,12 @@ public:
 
     // The code of the builder's writing, or E_FAIL.
     VELResult Stream(const VELUnicodeString& target);
+    // The same bytes as a text; `text` is as before when that fails.
+    VELResult StreamText(VELUnicodeString& text);
 
 private:
     VELResult MakeDocument();
+    bool TakeView();
     int WriteContexts(int count);
     VELResult WriteContextAt(int position);
     VELResult MakeContextElement(const VELDyadContext& context, VELIDOMElement& element) const;
@@ -42,7 +45,9 @@ private:
                         const VELIDOMElement& parent) const;
     VELResult SetSiteProvider(VELDyadContext& context, const VELUnicodeString& site,
                               const VELIDOMElement& element, bool& isDropped) const;
-    VELResult Write(const VELUnicodeString& target) const;
+    // Hands builder options and document to `write`.
+    template<class Write>
+    VELResult WriteWith(const Write& write) const;
 
     VELDyadCtxCollector& collector_;
     VELIXMLDOMDocumentBuilder builder_;

@@ -30,6 +30,8 @@ public:
     VELResult Unstream(const VELUnicodeString& text, VELUnicodeString& message);
     // Writes the collector's current view. Adds no message.
     VELResult Stream(const VELUnicodeString& target, VELUnicodeString& message);
+    // The same bytes as a text; `text` is as before when that fails.
+    VELResult StreamText(VELUnicodeString& text);
 
     // The text that identifies a server site, composed as the connector asks; empty for a connector
     // without such a rule. It goes to `key` and is returned.

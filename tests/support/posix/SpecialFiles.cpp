@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <stdexcept>
+#include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
@@ -87,6 +88,15 @@ std::string OpenFile::Read(std::size_t size) const {
     }
     text.resize(done);
     return text;
+}
+
+FolderLock::FolderLock(const std::string& folder)
+    : number_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    Require(flock(number_, LOCK_EX) == 0, folder);
+}
+
+FolderLock::~FolderLock() {
+    close(number_);
 }
 
 bool IsPipeSignalPending() {

@@ -2,7 +2,7 @@
 
 #include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/EmbeddedFiles.h"
-#include "tools/dyadctx/SettingsText.h"
+#include "tools/dyadctx/FileChoiceText.h"
 
 #include <algorithm>
 #include <array>

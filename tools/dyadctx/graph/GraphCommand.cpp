@@ -5,7 +5,7 @@
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Source.h"
 #include "tools/dyadctx/Suggestion.h"
-#include "tools/dyadctx/SystemServices.h"
+#include "tools/dyadctx/Target.h"
 #include "tools/dyadctx/graph/DotWriter.h"
 #include "tools/dyadctx/graph/GraphFaults.h"
 #include "tools/dyadctx/graph/GraphModel.h"
@@ -17,8 +17,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
+#include <array>
 
 namespace dyadctx::tool {
 
@@ -44,7 +43,6 @@ private:
     ExitStatus DrawFaulty(const Source& source, Output& output) const;
     void FocusOn(Graph& graph, const std::string& file) const;
     std::string Drawn(const Graph& graph, const std::string& title, Output& output) const;
-    void WriteToFile(const std::string& picture, Output& output) const;
 
     std::optional<std::string> file_;
     std::optional<std::string> target_;
@@ -59,8 +57,28 @@ std::string NameAlone(const std::string& file) {
     return file.substr(file.find_last_of("/\\") + 1);
 }
 
-bool EndsWith(const std::string& name, std::string_view ending) {
-    return name.size() > ending.size() && name.ends_with(ending);
+struct FileEnding {
+    const char* ending;
+    const char* format;
+};
+
+constexpr std::array<FileEnding, 5> FileEndings{{{".svg", "svg"},
+                                                 {".dot", "dot"},
+                                                 {".gv", "dot"},
+                                                 {".mmd", "mermaid"},
+                                                 {".mermaid", "mermaid"}}};
+
+// With its dot, in small letters; empty for a name without ending, such as ".hidden".
+std::string EndingOf(const std::string& name) {
+    const std::size_t dot = name.rfind('.');
+    if (dot == std::string::npos || dot == 0)
+        return "";
+    std::string ending = name.substr(dot);
+    for (char& letter : ending) {
+        if (letter >= 'A' && letter <= 'Z')
+            letter = static_cast<char>(letter - 'A' + 'a');
+    }
+    return ending;
 }
 
 std::vector<Example> GraphCommand::Examples() const {
@@ -79,12 +97,13 @@ void GraphCommand::Declare(CLI::App& arguments) {
     arguments.get_option("FILE")->description(
         "The context file; without it, the one that `dyadctx which` tells. A file with errors is "
         "drawn as far as it can be read, with its errors marked; the exit status is then 4");
-    arguments.add_option("-o,--output", target_, "The file to write; standard output without it")
+    arguments
+        .add_option("-o,--output", target_, "The file to write; - or nothing: standard output")
         ->type_name("OUT");
     OneOf(arguments.add_option("--format", format_,
                                "The language of the picture: svg is complete in itself, dot is for "
                                "Graphviz, mermaid for Markdown. Default: by the ending of OUT "
-                               "(.dot, .gv, .mmd, .mermaid), else svg"),
+                               "(.svg, .dot, .gv, .mmd, .mermaid); svg without one"),
           {"svg", "dot", "mermaid"});
     CLI::Option* focus =
         arguments.add_option("--focus", focus_, "Only the context NAME and those around it");
@@ -108,10 +127,17 @@ void GraphCommand::Declare(CLI::App& arguments) {
 std::string GraphCommand::FormatToWrite() const {
     if (format_)
         return *format_;
-    const std::string target = target_.value_or("");
-    if (EndsWith(target, ".dot") || EndsWith(target, ".gv"))
-        return "dot";
-    return EndsWith(target, ".mmd") || EndsWith(target, ".mermaid") ? "mermaid" : "svg";
+    const std::string ending = EndingOf(NameAlone(target_.value_or("")));
+    if (ending.empty())
+        return "svg";
+    for (const FileEnding& known : FileEndings) {
+        if (ending == known.ending)
+            return known.format;
+    }
+    throw Failure(ExitStatus::Usage, "no picture format goes with the ending " + Visible(ending) +
+                                         " of " + Visible(*target_) +
+                                         "; end the name in .svg (svg), .dot or .gv (dot), .mmd or "
+                                         ".mermaid (mermaid), or choose one with --format");
 }
 
 // The part of the view, cut out of the whole: what a context is called and whether it is on a cycle
@@ -161,19 +187,6 @@ std::string GraphCommand::Drawn(const Graph& graph, const std::string& title,
     return answer.svg;
 }
 
-void GraphCommand::WriteToFile(const std::string& picture, Output& output) const {
-    try {
-        const std::filesystem::path folder = std::filesystem::path(*target_).parent_path();
-        if (target_->empty() || (!folder.empty() && !std::filesystem::is_directory(folder)))
-            throw std::runtime_error("there is no such folder");
-        ReplaceFile(*target_, picture);
-    } catch (const std::runtime_error& error) {
-        throw Failure(ExitStatus::NotWritten,
-                      Visible(*target_) + " could not be written: " + Visible(error.what()));
-    }
-    output.Note("the picture is in " + Visible(*target_));
-}
-
 ExitStatus GraphCommand::Run(Output& output) {
     if (renderer_ == "dot" && FormatToWrite() != "svg")
         throw Failure(ExitStatus::Usage,
@@ -189,10 +202,10 @@ void GraphCommand::Draw(Graph graph, const std::string& file, Output& output) co
     if (focus_)
         FocusOn(graph, file);
     const std::string picture = Drawn(graph, NameAlone(file), output);
-    if (target_)
-        WriteToFile(picture, output);
-    else
-        output.Write(picture);
+    const std::string target = target_.value_or("-");
+    WriteTarget(target, picture, output);
+    if (!IsStandardOutput(target))
+        output.Note("the picture is in " + Visible(target));
 }
 
 // A picture may show best what is wrong, so a file with errors is drawn as far as it can be read.

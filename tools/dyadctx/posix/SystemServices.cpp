@@ -4,7 +4,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
 #include <stdexcept>
 #include <string_view>
 #include <sys/stat.h>
@@ -15,91 +14,8 @@ namespace dyadctx::tool {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 [[noreturn]] void ThrowSystemError() {
     throw std::system_error(errno, std::generic_category());
-}
-
-// A file beside its target that goes again unless it was renamed.
-class TemporaryFile {
-public:
-    explicit TemporaryFile(const fs::path& target)
-        : path_((target.parent_path() / ".dyadctx-XXXXXX").string()) {
-        descriptor_ = mkstemp(path_.data());
-        if (descriptor_ < 0)
-            ThrowSystemError();
-    }
-    ~TemporaryFile() {
-        Close();
-        if (!path_.empty())
-            unlink(path_.c_str());
-    }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-    void SetMode(mode_t mode) {
-        if (fchmod(descriptor_, mode) != 0)
-            ThrowSystemError();
-    }
-
-    void Write(const std::string& content) {
-        std::size_t done = 0;
-        while (done < content.size()) {
-            const ssize_t written =
-                write(descriptor_, content.data() + done, content.size() - done);
-            if (written < 0 && errno != EINTR)
-                ThrowSystemError();
-            if (written > 0)
-                done += static_cast<std::size_t>(written);
-        }
-        if (fsync(descriptor_) != 0)
-            ThrowSystemError();
-    }
-
-    void MoveTo(const fs::path& target) {
-        if (Close() != 0 || rename(path_.c_str(), target.c_str()) != 0)
-            ThrowSystemError();
-        path_.clear();
-    }
-
-private:
-    int Close() {
-        const int result = descriptor_ >= 0 ? close(descriptor_) : 0;
-        descriptor_ = -1;
-        return result;
-    }
-
-    std::string path_;
-    int descriptor_ = -1;
-};
-
-mode_t ModeOfNewFile() {
-    const mode_t mask = umask(0);
-    umask(mask);
-    return 0666 & ~mask;
-}
-
-// The mode of the file at `target`, or that of a new file.
-mode_t ModeFor(const fs::path& target) {
-    struct stat info {};
-    if (stat(target.c_str(), &info) != 0) {
-        if (errno != ENOENT)
-            ThrowSystemError();
-        return ModeOfNewFile();
-    }
-    if (!S_ISREG(info.st_mode))
-        throw std::runtime_error("it is not a regular file");
-    return info.st_mode & 07777;
-}
-
-// A power cut may otherwise undo the renaming. The file itself is whole either way.
-void FlushFolder(const fs::path& folder) {
-    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
-        return;
-    fsync(descriptor);
-    close(descriptor);
 }
 
 } // namespace
@@ -134,17 +50,6 @@ std::FILE* TakeStandardOutput() {
 
 bool IsTerminal(std::FILE* stream) {
     return isatty(fileno(stream)) == 1;
-}
-
-void ReplaceFile(const std::string& path, const std::string& content) {
-    const fs::path target = fs::weakly_canonical(fs::absolute(path));
-    fs::create_directories(target.parent_path());
-    const mode_t mode = ModeFor(target);
-    TemporaryFile file(target);
-    file.SetMode(mode);
-    file.Write(content);
-    file.MoveTo(target);
-    FlushFolder(target.parent_path());
 }
 
 } // namespace dyadctx::tool

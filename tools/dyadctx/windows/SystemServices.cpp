@@ -1,11 +1,7 @@
 #include "tools/dyadctx/SystemServices.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <filesystem>
-#include <fstream>
 #include <memory>
-#include <stdexcept>
 #include <string_view>
 #include <system_error>
 
@@ -16,8 +12,6 @@
 namespace dyadctx::tool {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 std::wstring Wide(const std::string& text) {
     const int size = static_cast<int>(text.size());
@@ -38,14 +32,6 @@ std::string Narrow(std::wstring_view text) {
 
 [[noreturn]] void ThrowSystemError() {
     throw std::system_error(static_cast<int>(GetLastError()), std::system_category());
-}
-
-void WriteWhole(const fs::path& path, const std::string& content) {
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file.write(content.data(), static_cast<std::streamsize>(content.size()));
-    file.close();
-    if (!file)
-        throw std::runtime_error("the folder cannot be written to");
 }
 
 } // namespace
@@ -80,23 +66,6 @@ std::FILE* TakeStandardOutput() {
 
 bool IsTerminal(std::FILE* stream) {
     return _isatty(_fileno(stream)) != 0;
-}
-
-void ReplaceFile(const std::string& path, const std::string& content) {
-    const fs::path target = fs::weakly_canonical(fs::absolute(fs::path(Wide(path))));
-    fs::create_directories(target.parent_path());
-    if (fs::exists(target) && !fs::is_regular_file(target))
-        throw std::runtime_error("it is not a regular file");
-    fs::path temporary = target;
-    temporary += L".new";
-    WriteWhole(temporary, content);
-    if (MoveFileExW(temporary.c_str(), target.c_str(),
-                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
-        const DWORD code = GetLastError();
-        DeleteFileW(temporary.c_str());
-        SetLastError(code);
-        ThrowSystemError();
-    }
 }
 
 } // namespace dyadctx::tool

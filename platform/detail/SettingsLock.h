@@ -1,0 +1,35 @@
+// Keeps others from changing the settings of a folder.
+#pragma once
+
+#include "platform/VELUnicodeString.h"
+
+#include <cstdint>
+
+namespace dyadctx {
+
+// Held from construction to destruction, or to the end of the process, however it ends. Nothing of
+// it is left in the folder.
+class SettingsLock {
+public:
+    // Waits at most five seconds for others. May throw std::bad_alloc.
+    explicit SettingsLock(const VELUnicodeString& folder);
+    ~SettingsLock();
+    SettingsLock(const SettingsLock&) = delete;
+    SettingsLock& operator=(const SettingsLock&) = delete;
+
+    bool IsHeld() const noexcept { return isHeld_; }
+    // Why it is not held: the system's code; 0 when others held it all the time.
+    int Code() const noexcept { return code_; }
+
+private:
+    static constexpr std::intptr_t NoHandle = -1;
+
+    std::intptr_t handle_ = NoHandle;
+    bool isHeld_ = false;
+    int code_ = 0;
+};
+
+// Makes the folder and those above it. The system's code when that fails, else 0.
+int MakeSettingsFolder(const VELUnicodeString& folder);
+
+} // namespace dyadctx
