@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdio>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -18,5 +19,8 @@ std::vector<std::string> EnvironmentNames();
 std::FILE* TakeStandardOutput();
 
 bool IsTerminal(std::FILE* stream);
+
+// A path as the library reads it, in which both separators separate.
+std::filesystem::path NativePath(const std::string& path);
 
 } // namespace dyadctx::tool

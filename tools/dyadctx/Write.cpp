@@ -1,10 +1,18 @@
 // `write`: a view of a file, written as a context file.
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/Losses.h"
 #include "tools/dyadctx/Source.h"
+#include "tools/dyadctx/SystemServices.h"
 #include "tools/dyadctx/Target.h"
 
 #include <CLI/CLI.hpp>
+
+#include <filesystem>
+#include <fstream>
+#include <new>
+#include <sstream>
+#include <system_error>
 
 namespace dyadctx::tool {
 
@@ -15,7 +23,7 @@ public:
     const char* Name() const override { return "write"; }
     const char* Summary() const override { return "Write the contexts to another file"; }
     const char* Synopsis() const override {
-        return "[FILE] -o OUT [--type all|path|database|file] [--provider PROVIDER]...";
+        return "[FILE] -o OUT [--force] [--type all|path|database|file] [--provider PROVIDER]...";
     }
     std::vector<Example> Examples() const override;
     void Declare(CLI::App& arguments) override;
@@ -24,6 +32,7 @@ public:
 private:
     std::optional<std::string> file_;
     std::string target_;
+    bool force_ = false;
     ViewChoice view_;
 };
 
@@ -39,25 +48,74 @@ void Write::Declare(CLI::App& arguments) {
                     "The file to write; an existing one is replaced. - is standard output")
         ->type_name("OUT")
         ->required();
+    arguments.add_flag("--force", force_,
+                       "Write also over the FILE that is read when something of it would be lost");
     DeclareView(arguments, view_);
+}
+
+std::string BytesOf(const std::string& file) {
+    std::ifstream stream(NativePath(file), std::ios::binary);
+    std::ostringstream bytes;
+    bytes << stream.rdbuf();
+    return bytes.str();
+}
+
+bool IsSameFile(const std::string& one, const std::string& other) {
+    std::error_code missing;
+    return std::filesystem::equivalent(NativePath(one), NativePath(other), missing);
+}
+
+std::string ViewAsText(VELDyadCtxCollector& collector, const std::string& target) {
+    VELUnicodeString text;
+    if (collector.StreamText(text) < 0)
+        throw Failure(ExitStatus::NotWritten,
+                      Visible(target) +
+                          " could not be written: a context cannot be put into a file");
+    return std::string(text.AsView());
+}
+
+std::string Enumerated(const std::vector<Loss>& losses) {
+    std::string text;
+    for (const Loss& loss : losses)
+        text += (text.empty() ? "" : ", ") + loss.what;
+    return text;
+}
+
+// Says what `check` will say of the result, where it will refuse it.
+void NoteFaultsOf(const std::string& result, Output& output) {
+    VELDyadCtxFileCheck check;
+    if (check.Run("./result.xml", VELUnicodeString(result)) < 0)
+        throw std::bad_alloc();
+    for (int i = 1; i <= check.GetNbFindings(); ++i) {
+        const VELDyadCtxFinding& finding = check.GetFindingAt(i);
+        if (finding.severity == VELDyadCtxSeverity::Error)
+            output.Note("`dyadctx check` will refuse the result: " +
+                        Visible(finding.text.AsView()) + " [" + Visible(finding.id.AsView()) + "]");
+    }
 }
 
 ExitStatus Write::Run(Output& output) {
     const Source source = LoadSourceOrFail(file_, output);
     VELDyadCtxCollector& collector = *source.collector;
+    VELDyadCtxFileCheck check;
+    if (check.Run(VELUnicodeString(source.path)) < 0)
+        throw std::bad_alloc();
     SelectView(collector, view_, output);
-    VELUnicodeString text;
-    if (collector.StreamText(text) < 0)
+    const std::string text = ViewAsText(collector, target_);
+    const std::vector<Loss> losses = LossesOf(BytesOf(source.path), check, collector);
+    for (const Loss& loss : losses)
+        output.Note("not written: " + loss.what + " (" + loss.why + ")");
+    NoteFaultsOf(text, output);
+    if (!losses.empty() && !force_ && IsSameFile(source.path, target_))
         throw Failure(ExitStatus::NotWritten,
-                      Visible(target_) +
-                          " could not be written: a context cannot be put into a file");
-    WriteTarget(target_, text.AsView(), output);
+                      Visible(target_) + " is the file that is read and would lose " +
+                          Enumerated(losses) +
+                          "; nothing is written. Choose another OUT, or add --force");
+    WriteTarget(target_, text, output);
     const int count = collector.GetNbCtxs();
     if (!IsStandardOutput(target_))
         output.Note(std::to_string(count) + (count == 1 ? " context" : " contexts") +
                     " written to " + Visible(target_));
-    if (collector.GetNbScenarios() > 0)
-        output.Note("exchange scenarios are not written");
     return ExitStatus::Done;
 }
 

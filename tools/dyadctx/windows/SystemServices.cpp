@@ -68,4 +68,8 @@ bool IsTerminal(std::FILE* stream) {
     return _isatty(_fileno(stream)) != 0;
 }
 
+std::filesystem::path NativePath(const std::string& path) {
+    return Wide(path);
+}
+
 } // namespace dyadctx::tool

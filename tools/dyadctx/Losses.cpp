@@ -1,0 +1,173 @@
+#include "tools/dyadctx/Losses.h"
+
+#include "platform/VELEnvironment.h"
+#include "platform/VELIXMLDOM.h"
+#include "tools/dyadctx/Source.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+namespace dyadctx::tool {
+
+namespace {
+
+constexpr const char* SitesVariable = "TE_MULTISITE_DBCONTEXT";
+constexpr const char* NeverWritten = "the library writes none";
+
+// What the markup of a file holds beside its elements.
+struct Markup {
+    int comments = 0;
+    int instructions = 0;
+    int doctypes = 0;
+};
+
+// What the elements of a file hold.
+struct Elements {
+    // Directly below the data element.
+    int contexts = 0;
+    int scenarios = 0;
+    // Of friends and associated contexts, which are written by name alone.
+    int attributesOfLinks = 0;
+};
+
+// UTF-16 has a zero byte beside each character of markup.
+std::string WithoutZeroBytes(std::string_view text) {
+    std::string plain(text);
+    plain.erase(std::remove(plain.begin(), plain.end(), '\0'), plain.end());
+    return plain;
+}
+
+// The end of what begins at `from`, which is after its `ending`.
+std::size_t EndOf(std::string_view text, std::size_t from, std::string_view ending) {
+    const std::size_t end = text.find(ending, from);
+    return end == std::string_view::npos ? text.size() : end + ending.size();
+}
+
+// Of a well-formed text, in which `<` begins markup wherever it is outside of the three skipped.
+Markup MarkupOf(std::string_view input) {
+    const std::string plain = WithoutZeroBytes(input);
+    const std::string_view text = plain;
+    Markup markup;
+    std::size_t pos = 0;
+    while ((pos = text.find('<', pos)) != std::string_view::npos) {
+        const std::string_view rest = text.substr(pos);
+        if (rest.starts_with("<!--")) {
+            ++markup.comments;
+            pos = EndOf(text, pos + 4, "-->");
+        } else if (rest.starts_with("<![CDATA[")) {
+            pos = EndOf(text, pos, "]]>");
+        } else if (rest.starts_with("<?")) {
+            markup.instructions += rest.starts_with("<?xml ") ? 0 : 1;
+            pos = EndOf(text, pos, "?>");
+        } else {
+            markup.doctypes += rest.starts_with("<!DOCTYPE") ? 1 : 0;
+            ++pos;
+        }
+    }
+    return markup;
+}
+
+void Count(const VELIDOMNode& parent, const std::string& parentTag, Elements& found) {
+    VELIDOMNodeList children;
+    parent.GetChildNodes(children);
+    for (int i = 0; i < children.GetLength(); ++i) {
+        VELIDOMNode child;
+        VELUnicodeString name;
+        children.Item(i, child);
+        if (child.GetTagName(name) < 0)
+            continue;
+        const std::string tag(name.AsView());
+        if (tag == "Context" && parentTag == "CtxData")
+            ++found.contexts;
+        else if (tag == "Context" && (parentTag == "CtxFriends" || parentTag == "CtxAssociated"))
+            found.attributesOfLinks += std::max(0, VELIDOMElement(child).GetNbAttributes() - 1);
+        found.scenarios += tag == "ScenarioID" ? 1 : 0;
+        Count(child, tag, found);
+    }
+}
+
+Elements ElementsOf(std::string_view input) {
+    Elements found;
+    VELIXMLDOMDocumentBuilder builder;
+    VELIDOMDocument document;
+    VELIDOMElement root;
+    CreateVELIXMLDOMDocumentBuilder(builder, CLSID_XML4C_DOM);
+    if (builder.ParseText(VELUnicodeString(input), nullptr, document) < 0 ||
+        document.GetDocumentElement(root) < 0)
+        throw Failure(ExitStatus::NoFile, "the input changed while it was being read");
+    Count(root, "", found);
+    return found;
+}
+
+// The number that a finding of that kind counts up to in its first parameter.
+int NumberIn(const VELDyadCtxFileCheck& check, std::string_view id) {
+    for (int i = 1; i <= check.GetNbFindings(); ++i) {
+        const VELDyadCtxFinding& finding = check.GetFindingAt(i);
+        if (finding.id.AsView() == id && finding.parameters.Size() > 0)
+            return std::atoi(finding.parameters[1].ConvertToChar());
+    }
+    return 0;
+}
+
+int FindingsOf(const VELDyadCtxFileCheck& check, std::string_view id) {
+    int count = 0;
+    for (int i = 1; i <= check.GetNbFindings(); ++i)
+        count += check.GetFindingAt(i).id.AsView() == id ? 1 : 0;
+    return count;
+}
+
+class LossList {
+public:
+    // `many` where the plural is more than an added s.
+    void Add(int count, const std::string& one, const std::string& why,
+             const std::string& many = "") {
+        if (count <= 0)
+            return;
+        const std::string noun = count == 1 ? one : many.empty() ? one + "s" : many;
+        losses_.push_back({std::to_string(count) + " " + noun, why});
+    }
+    std::vector<Loss> Take() { return std::move(losses_); }
+
+private:
+    std::vector<Loss> losses_;
+};
+
+void AddDatabases(const VELDyadCtxFileCheck& check, const Elements& elements,
+                  const VELDyadCtxCollector& collector, LossList& losses) {
+    if (!IsDbContextEnvironmentOn()) {
+        const char* why = "the DB context environment is off; --db-context keeps them";
+        losses.Add(NumberIn(check, "database-left-out"), "database context", why);
+        losses.Add(NumberIn(check, "associated-left-out"), "associated context", why);
+        return;
+    }
+    if (VELGetEnv(SitesVariable) == nullptr)
+        losses.Add(elements.contexts - collector.GetAllNbCtxs(), "further server",
+                   "sites are off; the environment variable TE_MULTISITE_DBCONTEXT keeps them");
+}
+
+} // namespace
+
+std::vector<Loss> LossesOf(std::string_view input, const VELDyadCtxFileCheck& check,
+                           VELDyadCtxCollector& collector) {
+    LossList losses;
+    const Markup markup = MarkupOf(input);
+    const Elements elements = ElementsOf(input);
+    losses.Add(collector.GetAllNbCtxs() - collector.GetNbCtxs(), "context",
+               "outside the view; --type all without --provider keeps them");
+    AddDatabases(check, elements, collector, losses);
+    losses.Add(elements.scenarios, "exchange scenario", NeverWritten);
+    losses.Add(markup.comments, "comment", NeverWritten);
+    losses.Add(markup.instructions, "processing instruction", NeverWritten);
+    losses.Add(markup.doctypes, "DOCTYPE", NeverWritten);
+    losses.Add(elements.attributesOfLinks, "attribute of friends and associated contexts",
+               "these are written by name alone", "attributes of friends and associated contexts");
+    const char* notRead = "the library does not read them";
+    losses.Add(FindingsOf(check, "unknown-attribute") + FindingsOf(check, "unused-attribute"),
+               "attribute", notRead);
+    losses.Add(FindingsOf(check, "unknown-element") + FindingsOf(check, "misplaced-element"),
+               "element", notRead);
+    return losses.Take();
+}
+
+} // namespace dyadctx::tool
