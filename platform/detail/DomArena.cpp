@@ -1,7 +1,5 @@
 #include "platform/detail/DomArena.h"
 
-#include "platform/detail/MemoryAdvice.h"
-
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -12,7 +10,6 @@ namespace {
 
 // Small documents stay small; large ones need few calls of the allocator and of the system.
 constexpr std::size_t FirstChunk = 4096 - 64;
-constexpr std::size_t PreparedFrom = 32 * std::size_t{1024};
 
 } // namespace
 
@@ -47,8 +44,6 @@ void* DomArena::AllocateChunkFor(std::size_t size) {
 
 char* DomArena::AddChunk(std::size_t size) {
     auto chunk = std::make_unique_for_overwrite<char[]>(size);
-    if (size >= PreparedFrom)
-        PrepareForWriting(chunk.get(), size);
     chunks_.push_back({std::move(chunk), size});
     return chunks_.back().memory.get();
 }
