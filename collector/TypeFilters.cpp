@@ -1,7 +1,6 @@
 #include "collector/VELDyadCtxCollector.h"
 
 #include "collector/detail/CollectorState.h"
-#include "collector/detail/ViewType.h"
 #include "context/detail/ContextAccess.h"
 #include "context/detail/DbEnvironment.h"
 #include "context/detail/GuardedCall.h"

@@ -1,13 +1,122 @@
-// The checks of the collector: which contexts are looked at, and the searches they share with the
-// reader. The rules themselves are in collector/detail/ContextRules.cpp.
+// The checks of the collector: how the rules are applied to a context, which contexts are looked
+// at, and the searches they share with the reader. The rules themselves are in
+// collector/detail/ContextRules.cpp.
 #include "collector/VELDyadCtxCollector.h"
 
 #include "collector/detail/CheckRun.h"
+#include "collector/detail/CollectorAccess.h"
+#include "collector/detail/CollectorInternals.h"
 #include "collector/detail/CollectorState.h"
+#include "context/detail/ContextAccess.h"
+#include "context/detail/DbEnvironment.h"
+#include "platform/detail/HostCode.h"
 #include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
 
+#include <optional>
 #include <utility>
+
+namespace dyadctx {
+
+CheckRun::CheckRun(VELDyadCtxCollector& collector, CheckExtent extent, FaultReporter& reporter)
+    : collector_(collector), watches_(CollectorAccess::Watches(collector)),
+      lookups_(CollectorAccess::Declared(collector), CollectorInternals::State(collector).index,
+               watches_, extent),
+      reporter_(reporter) {}
+
+bool CheckRun::CheckContext(VELDyadContext* context, int index) {
+    if (context == nullptr || index < 0 || index > collector_.GetNbCtxs())
+        return false;
+    // Whoever assigns to the context meanwhile does away with its texts.
+    std::optional<ContextTexts> kept;
+    if (HostCodeCanRun())
+        kept =
+            ContextTexts{context->GetName(), context->GetParameter(), context->GetParameterType()};
+    const VELUnicodeString& name = kept ? kept->name : context->GetName();
+    const VELUnicodeString& parameter = kept ? kept->parameter : context->GetParameter();
+    const VELUnicodeString& type = kept ? kept->parameterType : context->GetParameterType();
+    TRACE_ENTER("VELDyadCtxCollector:CheckContext <%s>", name.ConvertToChar());
+    TRACE_LOG("VELDyadCtxCollector:CheckContext <%s> of Prov <%s> of Type <%s>",
+              name.ConvertToChar(), parameter.ConvertToChar(), type.ConvertToChar());
+    RuleSubject subject{name, parameter, type, context, index, nullptr, &lookups_};
+    const ContextWatch watch(watches_, subject.other);
+    const bool valid = ApplyAll(subject);
+    if (valid)
+        TRACE_LEAVE("VELDyadCtxCollector:CheckContext <%s> OK", name.ConvertToChar());
+    else
+        TRACE_ERROR("VELDyadCtxCollector:CheckContext <%s> KO", name.ConvertToChar());
+    return valid;
+}
+
+bool CheckRun::CheckDefaultContext(const VELUnicodeString& name, const VELUnicodeString& parameter,
+                                   const VELUnicodeString& parameterType) {
+    RuleSubject subject{name, parameter, parameterType, nullptr, 0, nullptr, &lookups_};
+    return Apply(DefaultContextRules(), subject);
+}
+
+bool CheckRun::ApplyAll(RuleSubject& subject) {
+    bool valid = true;
+    for (const RuleGroup& group : {OwnRules(), DefaultContextRules(), DuplicateRules()})
+        valid = Apply(group, subject) && valid;
+    valid = ApplyToFriends(subject) && valid;
+    return ApplyToAssociated(subject) && valid;
+}
+
+bool CheckRun::Apply(const RuleGroup& group, RuleSubject& subject) {
+    bool valid = true;
+    for (const ContextRule& rule : group.rules)
+        valid = ApplyRule(group.method, rule, subject) && valid;
+    return valid;
+}
+
+bool CheckRun::ApplyRule(const char* method, const ContextRule& rule, RuleSubject& subject) {
+    const int breaches = rule.breaches(subject);
+    if (breaches == 0)
+        return true;
+    Fault fault = MakeFault(method, rule, subject);
+    fault.times = breaches;
+    reporter_.Report(fault);
+    if (rule.trace != nullptr)
+        rule.trace(subject);
+    return false;
+}
+
+bool CheckRun::ApplyToFriends(RuleSubject& subject) {
+    bool valid = true;
+    ContextAccess::TraceFriends(*subject.context);
+    const FriendWalk friends(watches_, ContextAccess::Friends(*subject.context));
+    for (int pos = 1; pos <= friends.Size(); ++pos) {
+        subject.other = friends[pos];
+        subject.friendPosition = pos;
+        if (friends.IsNull(pos)) {
+            ReportNullFriend(subject);
+            return false;
+        }
+        valid = Apply(FriendRules(), subject) && valid;
+    }
+    subject.friendPosition = 0;
+    return valid;
+}
+
+// Takes no part unless the DB context environment is on, and then leaves its trace line.
+bool CheckRun::ApplyToAssociated(RuleSubject& subject) {
+    const bool mustAsk = ContextAccess::Associated(*subject.context) != nullptr || HostCodeCanRun();
+    if (!mustAsk || !IsDbEnvironmentOn())
+        return true;
+    ContextAccess::TraceAssociated(*subject.context);
+    subject.other = ContextAccess::Associated(*subject.context);
+    return Apply(AssociatedRules(), subject);
+}
+
+void CheckRun::ReportNullFriend(const RuleSubject& subject) {
+    Fault fault;
+    fault.method = CheckMethod;
+    fault.key = key::InternalError;
+    fault.context = subject.context;
+    reporter_.Report(fault);
+}
+
+} // namespace dyadctx
 
 using dyadctx::CheckExtent;
 using dyadctx::CheckRun;

@@ -8,7 +8,6 @@
 #pragma once
 
 #include "collector/detail/PositionChains.h"
-#include "collector/detail/ViewType.h"
 #include "context/VELListPtrVELDyadContext.h"
 #include "platform/VELListVal.h"
 #include "platform/VELUnicodeString.h"
@@ -19,6 +18,9 @@
 #include <unordered_set>
 
 namespace dyadctx {
+
+// The values of a collector's type filter: which contexts the current view serves.
+enum ViewType : int { AllContexts = 0, PathContexts = 1, DatabaseContexts = 2, FileContexts = 3 };
 
 class CollectorIndex {
 public:

@@ -6,7 +6,9 @@
 
 #include "context/VELListPtrVELDyadContext.h"
 #include "context/detail/FriendList.h"
+#include "platform/detail/HostCode.h"
 
+#include <new>
 #include <optional>
 
 namespace dyadctx {
@@ -74,7 +76,10 @@ void ContextWatches::Forget(IsGone isGone) noexcept {
 class FriendWalk {
 public:
     // Throws std::bad_alloc.
-    FriendWalk(ContextWatches& watches, FriendView friends);
+    FriendWalk(ContextWatches& watches, FriendView friends) : friends_(friends) {
+        if (friends.Size() > 0 && HostCodeCanRun())
+            copy_.emplace(watches, friends);
+    }
 
     int Size() const noexcept { return friends_.Size(); }
     // Null for a friend that the collector has let go of.
@@ -88,7 +93,14 @@ public:
 
 private:
     struct Copy {
-        Copy(ContextWatches& watches, FriendView friends);
+        Copy(ContextWatches& watches, FriendView friends)
+            : contexts(friends.Size()), watch(watches, contexts) {
+            for (VELDyadContext* context : friends) {
+                if (contexts.Append(context) == 0)
+                    throw std::bad_alloc();
+            }
+            firstNull = contexts.Locate(nullptr);
+        }
 
         VELListPtrVELDyadContext contexts;
         ContextWatch watch;

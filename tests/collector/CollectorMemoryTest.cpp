@@ -1,6 +1,5 @@
 // Every operation with one of its allocations failing: it refuses and leaves things as they were.
 #include "collector/detail/CollectorInternals.h"
-#include "collector/detail/ViewType.h"
 #include "context/detail/ContextAccess.h"
 #include "support/ContextFile.h"
 #include "support/FailingAllocation.h"
