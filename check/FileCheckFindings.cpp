@@ -3,6 +3,7 @@
 
 #include "collector/detail/CollectorAccess.h"
 #include "trace/VELDyadMessageKeys.h"
+#include "trace/detail/UserMessage.h"
 #include "xml/detail/ContextValues.h"
 #include "xml/detail/FormatNames.h"
 
@@ -65,8 +66,9 @@ bool IsUnknownName(const Fault& fault) {
     return key == key::CtxFriendNoMatchingCtx || key == key::CtxAssocNoMatchingCtx;
 }
 
-VELUnicodeString Sentence(const VELDyadContext& context, const char* rest) {
-    return VELUnicodeString("\"" + std::string(context.GetName().AsView()) + "\" " + rest);
+VELUnicodeString Sentence(const VELDyadContext& context, const char* key) {
+    const VELUnicodeString name = context.GetName();
+    return OwnText(key, &name, 1);
 }
 
 } // namespace
@@ -119,10 +121,9 @@ void FileCheckRun::Relate(const Fault& fault, FindingList::Entry& entry) {
         RelateUnknown(fault, entry);
     } else if (row.party == Party::Later) {
         const bool isNamesake = row.key == key::CtxAlreadyDefined;
-        entry.related.push_back(
-            {SpotOfContext(fault.other, row.attribute),
-             Sentence(*fault.other, isNamesake ? "is declared again here"
-                                               : "stands for the same database here")});
+        entry.related.push_back({SpotOfContext(fault.other, row.attribute),
+                                 Sentence(*fault.other, isNamesake ? "related.declared-again"
+                                                                   : "related.same-database")});
     } else if (row.key == key::CtxAndFriendWithCyclicity ||
                row.key == key::CtxAndAssocWithCyclicity) {
         RelateReturn(fault, entry);
@@ -137,10 +138,8 @@ void FileCheckRun::RelateUnknown(const Fault& fault, FindingList::Entry& entry) 
     }
     const auto found = leftOutByName_.find(fault.other->GetName().AsView());
     if (found != leftOutByName_.end())
-        entry.related.push_back(
-            {{leftOut_[found->second].place, format::NameAttribute},
-             Sentence(*fault.other,
-                      "stands here, but is left out while the DB context environment is off")});
+        entry.related.push_back({{leftOut_[found->second].place, format::NameAttribute},
+                                 Sentence(*fault.other, "related.left-out")});
 }
 
 // Where the other party names this context.
@@ -152,10 +151,9 @@ void FileCheckRun::RelateReturn(const Fault& fault, FindingList::Entry& entry) {
                  : references_->AssociatedAt(other);
     // A context that names itself is one place only.
     if (reference != nullptr && fault.other != fault.context)
-        entry.related.push_back(
-            {SpotOfContext(reference, format::NameAttribute),
-             Sentence(*fault.other, isFriend ? "names it as a friend here"
-                                             : "names it as its associated context here")});
+        entry.related.push_back({SpotOfContext(reference, format::NameAttribute),
+                                 Sentence(*fault.other, isFriend ? "related.names-as-friend"
+                                                                 : "related.names-as-associated")});
 }
 
 int FileCheckRun::PositionOfName(const VELUnicodeString& name) const {

@@ -9,6 +9,7 @@
 #include "context/detail/ParameterTypes.h"
 #include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/FindingIds.h"
+#include "trace/detail/UserMessage.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/NodeLookup.h"
 #include "xml/detail/ReadState.h"
@@ -219,10 +220,9 @@ void FileCheckRun::AddDataFault(const Fault& fault) {
     const VELIDOMNode where = count > 0 ? NodeAt(found, count - 1) : root_;
     FindingList::Entry& entry = findings_.Add(fault.key, ParametersOf(fault), {PlaceOf(where)});
     if (count > 1)
-        entry.related.push_back(
-            {{PlaceOf(NodeAt(found, 0))}, VELUnicodeString("the first one is here")});
+        entry.related.push_back({{PlaceOf(NodeAt(found, 0))}, OwnText("related.first")});
     else if (count == 1)
-        entry.related.push_back({{PlaceOf(where)}, VELUnicodeString("there is nothing in it")});
+        entry.related.push_back({{PlaceOf(where)}, OwnText("related.nothing-inside")});
 }
 
 // A friend that has no context before it, unless memory has run out; the ones that follow it are
@@ -236,11 +236,7 @@ void FileCheckRun::AddInternalError(const Fault& fault, const VELIDOMNode& where
     FindingList::Entry& entry = findings_.Add(fault.key, ParametersOf(fault), {PlaceOf(where)});
     isOwnerlessReported_ = true;
     const LeftOut& owner = leftOut_.back();
-    entry.related.push_back(
-        {{owner.place},
-         VELUnicodeString("this belongs to \"" + std::string(owner.name.AsView()) +
-                          "\", which is left out while the DB context environment is off, and no "
-                          "context stands before it")});
+    entry.related.push_back({{owner.place}, OwnText("related.owner-left-out", &owner.name, 1)});
 }
 
 void FileCheckRun::OnLeftOut(const VELDyadContext& context, const VELIDOMElement& element,
@@ -267,8 +263,8 @@ void FileCheckRun::WarnOfMovedFriends(const char* id, const VELUnicodeString& na
         return;
     const std::array parameters{name, owner->GetName()};
     FindingList::Entry& entry = findings_.AddAbout(name, id, parameters, {PlaceOf(element)});
-    entry.related.push_back({SpotOfContext(owner, format::NameAttribute),
-                             VELUnicodeString("the context they go to is here")});
+    entry.related.push_back(
+        {SpotOfContext(owner, format::NameAttribute), OwnText("related.goes-to")});
 }
 
 // ---- Hints -------------------------------------------------------------------------------------
@@ -296,8 +292,7 @@ void FileCheckRun::SuggestName(const Unknown& unknown, NearestName& nearest) {
                            SpotOfContext(unknown.placeholder, format::NameAttribute));
     const VELDyadContext* declared = CollectorAccess::Declared(*collector_)[PositionOfName(found)];
     entry.related.push_back(
-        {SpotOfContext(declared, format::NameAttribute),
-         VELUnicodeString("\"" + std::string(found.AsView()) + "\" is declared here")});
+        {SpotOfContext(declared, format::NameAttribute), OwnText("related.declared", &found, 1)});
 }
 
 // Also those that are known while the DB context environment is on.

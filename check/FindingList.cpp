@@ -1,7 +1,6 @@
 #include "check/detail/FindingList.h"
 
 #include "check/detail/Consequences.h"
-#include "platform/detail/MessagePlaceholders.h"
 #include "trace/detail/FindingIds.h"
 #include "trace/detail/UserMessage.h"
 
@@ -21,8 +20,7 @@ VELUnicodeString TextOf(const char* id, const FindingKind* kind,
                         std::span<const VELUnicodeString> parameters) {
     const VELUnicodeString* first = parameters.empty() ? nullptr : parameters.data();
     const int count = static_cast<int>(parameters.size());
-    return kind != nullptr ? FillPlaceholders(kind->text, first, count)
-                           : CatalogText(id, first, count);
+    return kind != nullptr ? OwnText(id, first, count) : CatalogText(id, first, count);
 }
 
 bool StandsBefore(const FindingList::Entry& left, const FindingList::Entry& right) {
@@ -83,7 +81,7 @@ FindingList::Entry& FindingList::AddWithSuggestion(const char* id,
     if (suggestion.IsEmpty())
         return Add(id, parameters.first(parameters.size() - 1), spot);
     Entry& entry = Add(id, parameters, spot);
-    entry.finding.text.Append(FillPlaceholders(" Did you mean \"{0}\"?", &suggestion, 1));
+    entry.finding.text.Append(" ").Append(OwnText("finding.did-you-mean", &suggestion, 1));
     return entry;
 }
 

@@ -4,9 +4,11 @@
 #include "collector/detail/CollectorAccess.h"
 #include "context/detail/ContextAccess.h"
 #include "trace/detail/FindingIds.h"
+#include "trace/detail/UserMessage.h"
 #include "xml/detail/ContextFileFormat.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -220,9 +222,8 @@ private:
         return place != nullptr ? Spot{*place, format::NameAttribute} : Spot{};
     }
     VELUnicodeString TextOfStep(int pos, int friendPos) const {
-        VELUnicodeString text("\"");
-        text.Append(graph_.Name(pos)).Append("\" names \"");
-        return text.Append(graph_.Name(friendPos)).Append("\" here");
+        const std::array names{graph_.Name(pos), graph_.Name(friendPos)};
+        return OwnText("related.ring-step", names.data(), static_cast<int>(names.size()));
     }
 
     const FriendGraph& graph_;

@@ -3,6 +3,7 @@
 
 #include "context/detail/DbEnvironment.h"
 #include "trace/detail/FindingIds.h"
+#include "trace/detail/UserMessage.h"
 #include "xml/detail/ContextFileFormat.h"
 #include "xml/detail/NodeLookup.h"
 #include "xml/detail/ReadState.h"
@@ -88,7 +89,7 @@ private:
             const std::array parameters{name_, name};
             if (const VELPlace* first = FirstOf(std::string(name.AsView()), element))
                 Warn(id::RepeatedFriend, parameters, {PlaceOf(element), format::NameAttribute},
-                     {{*first, format::NameAttribute}, VELUnicodeString("it is named first here")});
+                     {{*first, format::NameAttribute}, OwnText("related.named-first")});
         }
     }
 
@@ -100,7 +101,7 @@ private:
             const std::array parameters{name_, name};
             Warn(id::SeveralAssociated, parameters, {PlaceOf(associated[i]), format::NameAttribute},
                  {{PlaceOf(associated.back()), format::NameAttribute},
-                  VELUnicodeString("this one counts")});
+                  OwnText("related.this-one-counts")});
         }
     }
 
@@ -113,7 +114,7 @@ private:
                 std::string(parameters[1].AsView()) + '\0' + std::string(parameters[2].AsView());
             if (const VELPlace* first = FirstOf(both, element))
                 Warn(id::RepeatedScenario, parameters, {PlaceOf(element)},
-                     {{*first}, VELUnicodeString("it is first here")});
+                     {{*first}, OwnText("related.is-first")});
         }
         for (const VELIDOMElement& element : scenarios)
             LookAtOptions(Reached(element, ids_.option, {}));
@@ -128,8 +129,7 @@ private:
             if (const VELPlace* first = FirstOf(std::string(name.AsView()), element))
                 Warn(id::RepeatedOption, {&name, 1},
                      {PlaceOf(element), format::OptionNameAttribute},
-                     {{*first, format::OptionNameAttribute},
-                      VELUnicodeString("it is given first here")});
+                     {{*first, format::OptionNameAttribute}, OwnText("related.given-first")});
         }
     }
 

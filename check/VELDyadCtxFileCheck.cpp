@@ -3,12 +3,20 @@
 #include "check/detail/FileCheckRun.h"
 #include "check/detail/NearestName.h"
 #include "trace/detail/FindingIds.h"
+#include "trace/detail/UserMessage.h"
 
 #include <memory>
 #include <new>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+namespace {
+
+// A count without parameters leaves the places of a text as they are.
+constexpr int AnyNumber = 9;
+
+} // namespace
 
 struct dyadctx::FileCheckState {
     // Checks the file itself where `text` is null.
@@ -60,7 +68,7 @@ VELListVal<VELDyadCtxFindingKind> VELDyadCtxFileCheck::GetFindingKinds() {
     try {
         VELListVal<VELDyadCtxFindingKind> kinds;
         for (const dyadctx::FindingKind& kind : dyadctx::OwnFindingKinds())
-            kinds.Append({kind.id, kind.severity, VELUnicodeString(kind.text)});
+            kinds.Append({kind.id, kind.severity, dyadctx::OwnText(kind.id, nullptr, AnyNumber)});
         return kinds;
     } catch (...) {
         return {};

@@ -36,23 +36,26 @@ function(dyadctx_compile_catalog catalog language out_mo)
   set(${out_mo} ${mo} PARENT_SCOPE)
 endfunction()
 
-# dyadctx_embed_catalogs(CATALOG LANGUAGES...)
-#   Compiles the catalog in each language and adds all of them to the library as bytes.
-function(dyadctx_embed_catalogs catalog)
+# dyadctx_embed_catalogs(CATALOGS... LANGUAGES...)
+#   Compiles each catalog in each language and adds all of them to the library as bytes.
+function(dyadctx_embed_catalogs)
+  cmake_parse_arguments(ARG "" "" "CATALOGS;LANGUAGES" ${ARGN})
   set(mo_files)
-  foreach(language IN LISTS ARGN)
-    dyadctx_compile_catalog(${catalog} ${language} mo)
-    list(APPEND mo_files ${mo})
+  foreach(catalog IN LISTS ARG_CATALOGS)
+    foreach(language IN LISTS ARG_LANGUAGES)
+      dyadctx_compile_catalog(${catalog} ${language} mo)
+      list(APPEND mo_files ${mo})
+    endforeach()
   endforeach()
   set(script ${PROJECT_SOURCE_DIR}/cmake/EmbedCatalogs.cmake)
   set(source ${CMAKE_CURRENT_BINARY_DIR}/EmbeddedCatalogs.cpp)
   add_custom_command(
     OUTPUT ${source}
     COMMAND ${CMAKE_COMMAND}
-      -D CATALOG=${catalog} -D "LANGUAGES=${ARGN}" -D FOLDER=${CMAKE_CURRENT_BINARY_DIR}
-      -D SOURCE=${source} -P ${script}
+      -D "CATALOGS=${ARG_CATALOGS}" -D "LANGUAGES=${ARG_LANGUAGES}"
+      -D FOLDER=${CMAKE_CURRENT_BINARY_DIR} -D SOURCE=${source} -P ${script}
     DEPENDS ${mo_files} ${script}
-    COMMENT "Embedding message catalog ${catalog}"
+    COMMENT "Embedding the message catalogs"
     VERBATIM)
   # The library is a target of another folder, so it needs a target of this one to wait for.
   add_custom_target(dyadctx_messages DEPENDS ${source})

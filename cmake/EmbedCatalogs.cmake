@@ -1,13 +1,16 @@
-# Writes SOURCE, a C++ file that holds FOLDER/CATALOG.LANGUAGE.mo for each of LANGUAGES.
+# Writes SOURCE, a C++ file that holds FOLDER/CATALOG.LANGUAGE.mo for each of CATALOGS and LANGUAGES.
 
 set(arrays "")
 set(rows "")
-foreach(language IN LISTS LANGUAGES)
-  file(READ ${FOLDER}/${CATALOG}.${language}.mo bytes HEX)
-  string(REGEX REPLACE "(................................)" "\\1\n" bytes "${bytes}")
-  string(REGEX REPLACE "([0-9a-f][0-9a-f])" "0x\\1," bytes "${bytes}")
-  string(APPEND arrays "constexpr unsigned char ${language}[] = {\n${bytes}};\n\n")
-  string(APPEND rows "    {\"${language}\", ${language}},\n")
+foreach(catalog IN LISTS CATALOGS)
+  foreach(language IN LISTS LANGUAGES)
+    file(READ ${FOLDER}/${catalog}.${language}.mo bytes HEX)
+    string(REGEX REPLACE "(................................)" "\\1\n" bytes "${bytes}")
+    string(REGEX REPLACE "([0-9a-f][0-9a-f])" "0x\\1," bytes "${bytes}")
+    set(array ${catalog}_${language})
+    string(APPEND arrays "constexpr unsigned char ${array}[] = {\n${bytes}};\n\n")
+    string(APPEND rows "    {\"${catalog}\", \"${language}\", ${array}},\n")
+  endforeach()
 endforeach()
 
 file(WRITE ${SOURCE} "// Generated from the message catalogs.
@@ -21,10 +24,6 @@ ${arrays}constexpr EmbeddedCatalog catalogs[] = {
 ${rows}};
 
 } // namespace
-
-std::string_view EmbeddedCatalogName() noexcept {
-    return \"${CATALOG}\";
-}
 
 std::span<const EmbeddedCatalog> EmbeddedCatalogs() noexcept {
     return catalogs;

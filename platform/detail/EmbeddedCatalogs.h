@@ -1,4 +1,4 @@
-// The library's own message catalog, compiled into it: one gettext MO image per language.
+// The message catalogs compiled into the library: one gettext MO image per catalog and language.
 #pragma once
 
 #include <span>
@@ -7,12 +7,13 @@
 namespace dyadctx {
 
 struct EmbeddedCatalog {
+    std::string_view catalog;
     std::string_view language;
     std::span<const unsigned char> image;
 };
 
-// Both are written by the build from the files in resources/messages.
-std::string_view EmbeddedCatalogName() noexcept;
+// Written by the build from the files in resources/messages. The languages of one catalog follow
+// one another.
 std::span<const EmbeddedCatalog> EmbeddedCatalogs() noexcept;
 
 } // namespace dyadctx

@@ -35,33 +35,42 @@ MessageTexts::MessageTexts(const std::vector<std::string>& languages,
                            const VELUnicodeString& folder) {
     for (const std::string& language : languages) {
         if (!folder.IsEmpty())
-            AddOverride(folder, language);
+            AddOverrides(folder, language);
         AddEmbedded(language);
     }
 }
 
-void MessageTexts::AddOverride(const VELUnicodeString& folder, const std::string& language) {
-    VELUnicodeString path(folder);
-    path.Append("/").Append(EmbeddedCatalogName());
-    path.Append(".").Append(std::string_view(language)).Append(".mo");
-    std::vector<unsigned char> image = ReadSmallFile(path);
-    if (image.empty())
-        return;
-    // The bytes stay where they are when the vector that owns them moves.
-    images_.push_back(std::move(image));
-    catalogs_.emplace_back(images_.back());
+void MessageTexts::AddOverrides(const VELUnicodeString& folder, const std::string& language) {
+    std::string_view catalog;
+    for (const EmbeddedCatalog& embedded : EmbeddedCatalogs()) {
+        if (embedded.catalog == catalog)
+            continue;
+        catalog = embedded.catalog;
+        VELUnicodeString path(folder);
+        path.Append("/").Append(catalog);
+        path.Append(".").Append(std::string_view(language)).Append(".mo");
+        std::vector<unsigned char> image = ReadSmallFile(path);
+        if (image.empty())
+            continue;
+        // The bytes stay where they are when the vector that owns them moves.
+        images_.push_back(std::move(image));
+        catalogs_.push_back({catalog, MoCatalog(images_.back())});
+    }
 }
 
 void MessageTexts::AddEmbedded(const std::string& language) {
     for (const EmbeddedCatalog& embedded : EmbeddedCatalogs()) {
         if (embedded.language == language)
-            catalogs_.emplace_back(embedded.image);
+            catalogs_.push_back({embedded.catalog, MoCatalog(embedded.image)});
     }
 }
 
-std::optional<std::string_view> MessageTexts::Find(std::string_view key) const {
-    for (const MoCatalog& catalog : catalogs_) {
-        if (const auto text = catalog.Find(key))
+std::optional<std::string_view> MessageTexts::Find(std::string_view catalog,
+                                                   std::string_view key) const {
+    for (const Texts& one : catalogs_) {
+        if (one.catalog != catalog)
+            continue;
+        if (const auto text = one.texts.Find(key))
             return text;
     }
     return std::nullopt;

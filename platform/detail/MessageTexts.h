@@ -1,4 +1,4 @@
-// The message texts of one language choice: overriding files first, then the embedded catalog, per
+// The message texts of one language choice: overriding files first, then the embedded catalogs, per
 // language from the best to English.
 #pragma once
 
@@ -14,7 +14,8 @@ namespace dyadctx {
 
 class MessageTexts {
 public:
-    // Reads <catalog>.<language>.mo from the folder for each language; an empty folder means none.
+    // Reads <catalog>.<language>.mo from the folder for each catalog and language; an empty folder
+    // means none.
     // A file that is missing, too large, damaged or not a regular file overrides nothing.
     MessageTexts(const std::vector<std::string>& languages, const VELUnicodeString& folder);
     MessageTexts(const MessageTexts&) = delete;
@@ -23,15 +24,20 @@ public:
     // Whether none of the languages has texts.
     bool IsEmpty() const noexcept { return catalogs_.empty(); }
     // Valid as long as this object.
-    std::optional<std::string_view> Find(std::string_view key) const;
+    std::optional<std::string_view> Find(std::string_view catalog, std::string_view key) const;
 
 private:
-    void AddOverride(const VELUnicodeString& folder, const std::string& language);
+    struct Texts {
+        std::string_view catalog;
+        MoCatalog texts;
+    };
+
+    void AddOverrides(const VELUnicodeString& folder, const std::string& language);
     void AddEmbedded(const std::string& language);
 
     // What the catalogs from files refer to.
     std::vector<std::vector<unsigned char>> images_;
-    std::vector<MoCatalog> catalogs_;
+    std::vector<Texts> catalogs_;
 };
 
 } // namespace dyadctx

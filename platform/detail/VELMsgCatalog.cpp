@@ -1,7 +1,6 @@
 #include "platform/VELMsgCatalog.h"
 
 #include "platform/VELEnvironment.h"
-#include "platform/detail/EmbeddedCatalogs.h"
 #include "platform/detail/HostCode.h"
 #include "platform/detail/MessageLanguage.h"
 #include "platform/detail/MessagePlaceholders.h"
@@ -43,10 +42,8 @@ std::shared_ptr<const MessageTexts> CurrentTexts() {
 // The built-in text, filled; nothing for an unknown catalog or key.
 std::optional<VELUnicodeString> BuildBuiltIn(const VELString& catalog, const VELString& key,
                                              const VELUnicodeString* parameters, int count) {
-    if (catalog.AsView() != dyadctx::EmbeddedCatalogName())
-        return std::nullopt;
     const std::shared_ptr<const MessageTexts> texts = CurrentTexts();
-    const auto text = texts->Find(key.AsView());
+    const auto text = texts->Find(catalog.AsView(), key.AsView());
     if (!text)
         return std::nullopt;
     return dyadctx::FillPlaceholders(*text, parameters, count);

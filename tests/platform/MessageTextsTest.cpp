@@ -26,7 +26,7 @@ std::string OverrideOf(const std::string& key, const std::string& text) {
 }
 
 std::string Found(const MessageTexts& texts, const std::string& key) {
-    const auto text = texts.Find(key);
+    const auto text = texts.Find("VELDyadCtxDlgSelection", key);
     return text ? std::string(*text) : "(nothing)";
 }
 

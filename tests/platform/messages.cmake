@@ -6,11 +6,13 @@ dyadctx_add_test(messages_test PRIVATE SOURCES
   MessagePlaceholdersTest.cpp
   MessageTextsTest.cpp
   MoCatalogTest.cpp
+  OwnWordsTest.cpp
   PoFile.cpp
   VELDyadTraceTest.cpp
   VELMsgCatalogTest.cpp)
 target_link_libraries(messages_test PRIVATE dyadctx_failing_allocation)
 dyadctx_test_paths(MessageFilesTest.cpp ${source_folder})
+dyadctx_test_paths(OwnWordsTest.cpp ${source_folder})
 
 # Linked from the objects, it starts before the library's own static objects are made.
 add_executable(diagnostics_probe DiagnosticsProbe.cpp)

@@ -97,7 +97,7 @@ const std::vector<std::pair<Arguments, int>> Refusals{
 // The document without the texts that come in the user's language.
 Json WithoutTexts(Json document) {
     if (document.is_object()) {
-        for (const char* name : {"text", "message", "label"}) {
+        for (const char* name : {"text", "message", "label", "reason", "fault"}) {
             if (document.contains(name))
                 document[name] = nullptr;
         }

@@ -2,6 +2,7 @@
 
 #include "platform/VELFileSystem.h"
 #include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/Words.h"
 
 #include <new>
 
@@ -19,23 +20,23 @@ std::string TextOf(PathVerdict verdict, const VELUnicodeString& path) {
     VELSplitPath(path, folder, name);
     switch (verdict) {
     case PathVerdict::NoFolder:
-        return "the path names no folder; write ./NAME for a file of the working folder";
+        return Words("path.no-folder");
     case PathVerdict::FolderMissing:
-        return "there is no folder " + Visible(folder.AsView());
+        return Words("path.folder-missing", {Visible(folder.AsView())});
     case PathVerdict::FolderUnreadable:
-        return "the folder " + Visible(folder.AsView()) + " may not be read";
+        return Words("path.folder-unreadable", {Visible(folder.AsView())});
     case PathVerdict::NoName:
-        return "the path ends in a separator, so it names no file";
+        return Words("path.no-name");
     case PathVerdict::WrongExtension:
-        return "the name does not end in .xml, in lower case";
+        return Words("path.wrong-extension");
     case PathVerdict::Missing:
-        return "there is no such file";
+        return Words("path.missing");
     case PathVerdict::IsFolder:
-        return "it is a folder";
+        return Words("path.is-folder");
     case PathVerdict::NotRegular:
-        return "it is not a regular file";
+        return Words("path.not-regular");
     case PathVerdict::Unreadable:
-        return "the file may not be read";
+        return Words("path.unreadable");
     case PathVerdict::Usable:
         break;
     }
@@ -56,50 +57,47 @@ std::string NoSuchRoot(const Candidate& candidate) {
     const std::string_view root = candidate.value.AsView();
     // After a drive letter a colon is no slip.
     const bool hasColon = root.find(':', 2) != std::string_view::npos;
-    return "there is no folder " + Visible(root) +
-           (hasColon ? "; folders are separated by ';', not by ':'" : "");
+    return Words("path.folder-missing", {Visible(root)}) +
+           (hasColon ? Words("choice.separator") : "");
 }
 
 // Why the settings name no file.
 std::string TextOfSettings(const Candidate& candidate) {
     const std::string file = Visible(candidate.settingsFile.AsView());
     if (file.empty())
-        return std::string(FileAttribute) + " is missing in the settings";
+        return Words("choice.not-in-settings", {FileAttribute});
     switch (candidate.absence) {
     case Absence::SettingsMissing:
-        return "there is no file " + file;
+        return Words("choice.no-settings-file", {file});
     case Absence::SettingsUnreadable:
-        return file + " cannot be read";
+        return Words("choice.settings-unreadable", {file});
     case Absence::SettingsBroken:
         return SettingsPlace(candidate) + Visible(candidate.settingsFault.AsView());
     case Absence::AttributeNotText:
-        return SettingsPlace(candidate) + "the value of " + FileAttribute +
-               " is not a text; put it in quotes";
+        return SettingsPlace(candidate) + Words("choice.not-text", {FileAttribute});
     case Absence::AttributeEmpty:
-        return std::string(FileAttribute) + " is empty in " + file;
+        return Words("choice.attribute-empty", {FileAttribute, file});
     default:
-        return std::string(FileAttribute) + " is missing in " + file;
+        return Words("choice.attribute-missing", {FileAttribute, file});
     }
 }
 
 std::string TextOfAbsence(const Candidate& candidate) {
     switch (candidate.absence) {
     case Absence::NotSet:
-        return "the variable is not set";
+        return Words("choice.not-set");
     case Absence::Empty:
-        return "the variable is empty";
+        return Words("choice.empty");
     case Absence::LeftToNext:
-        return "a single character leaves the choice to the sources below";
+        return Words("choice.left-to-next");
     case Absence::TurnedOff:
-        return "the value 0 turns context files off";
+        return Words("choice.turned-off");
     case Absence::NoSettingsFolder:
-        return "the environment names no folder for settings";
+        return Words("choice.no-settings-folder");
     case Absence::FolderMissing:
         return NoSuchRoot(candidate);
     case Absence::NoDefaultFile:
-        return candidate.value.IsEmpty() ? "an empty entry means the root of the file system, "
-                                           "which does not hold this file"
-                                         : "the folder does not hold this file";
+        return Words(candidate.value.IsEmpty() ? "choice.root-entry" : "choice.no-default-file");
     default:
         return TextOfSettings(candidate);
     }
@@ -140,15 +138,14 @@ const char* NameOf(VELDyadCtxFileVerdict verdict) {
 
 std::string ReasonOf(const Candidate& candidate) {
     if (candidate.verdict == VELDyadCtxFileVerdict::Ignored)
-        return "an earlier source decided";
+        return Words("choice.earlier");
     if (candidate.verdict == VELDyadCtxFileVerdict::Chosen)
-        return "the first source that names a file";
+        return Words("choice.first");
     if (candidate.absence != Absence::None)
         return TextOfAbsence(candidate);
     const bool isEmptyVariable =
         candidate.origin == VELDyadCtxFileOrigin::Variable && candidate.path.IsEmpty();
-    return isEmptyVariable ? "the variable is set but empty, which counts as a file; unset it"
-                           : FaultOf(candidate);
+    return isEmptyVariable ? Words("choice.empty-variable") : FaultOf(candidate);
 }
 
 std::string FaultOf(const Candidate& candidate) {

@@ -10,6 +10,7 @@
 #include "tools/dyadctx/Source.h"
 #include "tools/dyadctx/Suggestion.h"
 #include "tools/dyadctx/SystemServices.h"
+#include "tools/dyadctx/Words.h"
 #include "trace/VELDyadMessageKeys.h"
 
 #include <algorithm>
@@ -30,8 +31,6 @@ constexpr std::array Known{
     "TE_MULTISITE_DBCONTEXT", "VELDbContextEnvironment", "ExchangeChannel",    "VELSettingPath",
     "VELMessageLanguage",     "VELMessageCatalogPath",   "VELDyadContextTrace"};
 
-constexpr const char* Empty = "it is empty";
-constexpr const char* DecidedBefore = "an earlier source decides which file is taken";
 constexpr const char* SettingsVariable = "VELSettingPath";
 constexpr const char* RootsVariable = "VELInstallPath";
 
@@ -51,7 +50,7 @@ void Judged(std::vector<IdleVariable>& idle, const char* name, const Judge& judg
 // The same where an empty value is as good as none.
 void JudgedUnlessEmpty(std::vector<IdleVariable>& idle, const char* name, const Judge& judge) {
     Judged(idle, name, [&judge](const std::string& value) {
-        return value.empty() ? std::string(Empty) : judge(value);
+        return value.empty() ? Words("idle.empty") : judge(value);
     });
 }
 
@@ -74,7 +73,7 @@ std::vector<Candidate> CandidatesFrom(const VELDyadCtxFileChoice& choice, Origin
 
 std::string AgainstInit(const std::string& value) {
     const bool oneCharacter = VELUnicodeString(value).GetLengthInChar() == 1;
-    return oneCharacter && value != "0" ? "a single character names no file" : "";
+    return oneCharacter && value != "0" ? Words("idle.single-character") : "";
 }
 
 std::string AgainstSettingsFolder(const VELDyadCtxFileChoice& choice) {
@@ -82,7 +81,7 @@ std::string AgainstSettingsFolder(const VELDyadCtxFileChoice& choice) {
     if (Decides(settings))
         return "";
     const bool isTooLate = Decides(CandidatesFrom(choice, Origin::Variable).front());
-    return isTooLate ? DecidedBefore : ReasonOf(settings);
+    return isTooLate ? Words("idle.decided-before") : ReasonOf(settings);
 }
 
 std::string AgainstRoots(const VELDyadCtxFileChoice& choice) {
@@ -90,8 +89,8 @@ std::string AgainstRoots(const VELDyadCtxFileChoice& choice) {
     if (std::any_of(roots.begin(), roots.end(), Decides))
         return "";
     if (roots.front().verdict == Verdict::Ignored)
-        return DecidedBefore;
-    return roots.size() == 1 ? ReasonOf(roots.front()) : "none of its folders holds a default file";
+        return Words("idle.decided-before");
+    return roots.size() == 1 ? ReasonOf(roots.front()) : Words("idle.no-default-file");
 }
 
 // The desktop's own rule for this variable.
@@ -100,19 +99,17 @@ std::string AgainstConfigurationFolder(const VELDyadCtxFileChoice& choice,
     const std::string used = ToText(CandidatesFrom(choice, Origin::Settings).front().variable);
     const bool asked = used.empty() || used == "HOME";
     const bool isRelative = !value.empty() && !value.starts_with('/');
-    return asked && isRelative ? "it is not an absolute path" : "";
+    return asked && isRelative ? Words("idle.relative") : "";
 }
 
 std::string AgainstDatabaseSwitch(const std::string& value) {
     if (IsDbContextEnvironmentOn() || value == "0")
         return "";
-    return "only the value 1 switches the DB context environment on";
+    return Words("idle.database");
 }
 
 std::string AgainstMultisite(const std::string&) {
-    return IsDbContextEnvironmentOn()
-               ? ""
-               : "there are no database contexts while the DB context environment is off";
+    return IsDbContextEnvironmentOn() ? "" : Words("idle.no-database");
 }
 
 // While the platform trace is active, any value makes it note one line more.
@@ -120,7 +117,7 @@ std::string AgainstTracer(const std::string& value) {
     const bool turnsOn = std::strtol(value.c_str(), nullptr, 10) != 0;
     if (turnsOn || value == "0" || VELIsTraceActive())
         return "";
-    return "only a number other than 0 turns the console trace on";
+    return Words("idle.tracer");
 }
 
 std::string AgainstTraceFile(const std::string& value) {
@@ -131,22 +128,24 @@ std::string AgainstTraceFile(const std::string& value) {
     VELUnicodeString name;
     VELSplitPath(file, folder, name);
     if (!folder.IsEmpty() && VELFileAccess(folder, 0) != 0)
-        return "there is no folder " + Visible(folder.AsView()) + " for the trace";
+        return Words("idle.trace-folder", {Visible(folder.AsView())});
     VELFileInfo info;
     if (VELGetFileInfo(file, info) != 0)
         return "";
     const bool isFolder = (info.mode & VELFileInfo::Directory) != 0;
-    return isFolder || VELFileAccess(file, 2) != 0 ? "the trace cannot be written there" : "";
+    return isFolder || VELFileAccess(file, 2) != 0 ? Words("idle.trace-file") : "";
 }
 
 std::string AgainstLanguage(const std::string& value) {
     if (VELMsgCatalog::HasLanguage(value.c_str()))
         return "";
-    return "there are no messages in this language; English is taken";
+    return Words("idle.language");
 }
 
 bool IsCatalog(const std::string& fileName) {
-    return fileName.starts_with(std::string(key::Catalog) + ".") && fileName.ends_with(".mo");
+    const bool isOfOne = fileName.starts_with(std::string(key::Catalog) + ".") ||
+                         fileName.starts_with(std::string(key::OwnCatalog) + ".");
+    return isOfOne && fileName.ends_with(".mo");
 }
 
 std::string AgainstCatalogFolder(std::string value) {
@@ -155,14 +154,14 @@ std::string AgainstCatalogFolder(std::string value) {
     std::error_code failed;
     std::filesystem::directory_iterator entry(value, failed);
     if (failed)
-        return "there is no such folder, or it may not be read";
+        return Words("idle.catalog-folder");
     for (; entry != std::filesystem::directory_iterator(); entry.increment(failed)) {
         if (failed)
             break;
         if (IsCatalog(entry->path().filename().string()))
             return "";
     }
-    return "the folder holds no file " + std::string(key::Catalog) + ".LANGUAGE.mo";
+    return Words("idle.no-catalog", {key::Catalog});
 }
 
 // What begins like this is likely to be meant for the library.
@@ -199,8 +198,7 @@ void AddMisspelt(std::vector<IdleVariable>& idle) {
         if (nearest.empty() || IsTheSame(name, nearest))
             continue;
         const char* value = VELGetEnv(name.c_str());
-        idle.push_back({name, value != nullptr ? value : "",
-                        "the library reads no such variable; the nearest one is " + nearest});
+        idle.push_back({name, value != nullptr ? value : "", Words("idle.unknown", {nearest})});
     }
 }
 

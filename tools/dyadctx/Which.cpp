@@ -5,6 +5,7 @@
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/FileChoiceText.h"
 #include "tools/dyadctx/IdleVariables.h"
+#include "tools/dyadctx/Words.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -117,17 +118,21 @@ Json DocumentOf(const VELDyadCtxFileChoice& choice) {
 
 std::string OriginOf(const Candidate& candidate) {
     const bool isFolder = candidate.folder > 0;
-    return NameOf(candidate.origin) + (isFolder ? " " + std::to_string(candidate.folder) : "");
+    const bool isSettings = candidate.origin == VELDyadCtxFileOrigin::Settings;
+    return (isSettings ? Words("which.settings") : NameOf(candidate.origin)) +
+           (isFolder ? " " + std::to_string(candidate.folder) : "");
 }
 
-const char* VerdictOf(const Candidate& candidate) {
+std::string VerdictOf(const Candidate& candidate) {
     const bool isSetting = candidate.origin == VELDyadCtxFileOrigin::Settings;
     const bool isAbsent = candidate.verdict == VELDyadCtxFileVerdict::Absent;
-    return isSetting && isAbsent ? "not set" : NameOf(candidate.verdict);
+    return Words(isSetting && isAbsent ? std::string("which.not-set")
+                                       : std::string("which.") + NameOf(candidate.verdict));
 }
 
 void WriteTable(const VELDyadCtxFileChoice& choice, Output& output) {
-    Table table({"#", "ORIGIN", "VERDICT", "PATH", "REASON"});
+    Table table({"#", Words("which.origin"), Words("which.verdict"), Words("which.path"),
+                 Words("which.reason")});
     for (int i = 1; i <= choice.GetNbCandidates(); ++i) {
         const Candidate& candidate = choice.GetCandidateAt(i);
         table.AddRow({std::to_string(i), OriginOf(candidate), VerdictOf(candidate),
@@ -142,11 +147,11 @@ std::string Quoted(const VELUnicodeString& text) {
 
 std::string PlaceOfSettings(const Candidate& candidate) {
     if (candidate.settingsFile.IsEmpty())
-        return "no settings file";
+        return Words("which.no-settings-file");
     const int line = LineOfAttribute(candidate);
-    return Visible(candidate.settingsFile.AsView()) + (line > 0 ? ":" + std::to_string(line) : "") +
-           ", attribute " + FileAttribute + " (the folder by " +
-           Visible(candidate.variable.AsView()) + ")";
+    const std::string place =
+        Visible(candidate.settingsFile.AsView()) + (line > 0 ? ":" + std::to_string(line) : "");
+    return Words("which.attribute", {place, FileAttribute, Visible(candidate.variable.AsView())});
 }
 
 // Where the candidate was found or looked for.
@@ -156,9 +161,10 @@ std::string FoundIn(const Candidate& candidate) {
     const std::string variable = NameOf(candidate.origin);
     if (!candidate.isSet)
         return variable;
-    const std::string entry =
-        candidate.folder > 0 ? ", entry " + std::to_string(candidate.folder) + ":" : " =";
-    return variable + entry + " " + Quoted(candidate.value);
+    const std::string value = Quoted(candidate.value);
+    return candidate.folder > 0
+               ? Words("which.entry", {variable, std::to_string(candidate.folder), value})
+               : variable + " = " + value;
 }
 
 // What is to be known about the path beside the reason.
@@ -168,7 +174,9 @@ std::string RemarkOnPath(const Candidate& candidate) {
         return "";
     if (!fault.empty())
         return " (" + fault + ")";
-    return candidate.verdict == VELDyadCtxFileVerdict::Ignored ? " (it could be read)" : "";
+    return candidate.verdict == VELDyadCtxFileVerdict::Ignored
+               ? " (" + Words("which.readable") + ")"
+               : "";
 }
 
 Paint PaintOf(VELDyadCtxFileVerdict verdict) {
@@ -186,11 +194,12 @@ std::string Explained(const Candidate& candidate, int number, const Output& outp
     std::string text =
         output.Painted(Paint::Heading, std::to_string(number) + ". " + OriginOf(candidate)) + ": " +
         output.Painted(PaintOf(candidate.verdict), VerdictOf(candidate)) + "\n";
-    text += "   reason  " + ReasonOf(candidate) + "\n";
-    text += "   from    " + FoundIn(candidate) + "\n";
+    text += "   " + Words("which.line-reason") + ReasonOf(candidate) + "\n";
+    text += "   " + Words("which.line-from") + FoundIn(candidate) + "\n";
     if (!candidate.hasPath)
         return text;
-    return text + "   path    " + Quoted(candidate.path) + RemarkOnPath(candidate) + "\n";
+    return text + "   " + Words("which.line-path") + Quoted(candidate.path) +
+           RemarkOnPath(candidate) + "\n";
 }
 
 void WriteExplanation(const VELDyadCtxFileChoice& choice, Output& output) {
@@ -241,8 +250,7 @@ ExitStatus Which::Run(Output& output) {
         output.Write(InSystemForm(FileOf(choice)) + "\n");
     if (choice.IsUsable())
         return ExitStatus::Done;
-    output.Error(FileOf(choice).empty() ? "no source names a context file"
-                                        : "the library takes a file that it cannot read");
+    output.Error(Words(FileOf(choice).empty() ? "which.no-file" : "which.unreadable"));
     return ExitStatus::NoFile;
 }
 

@@ -1,4 +1,5 @@
-// What a check of a file tells beyond the messages of the catalog: its own ids and their texts.
+// What a check of a file tells beyond the messages of the catalog: its own ids. The texts are in
+// the catalog of the check, under the ids.
 //
 // A key of the catalog begins with "Ctx."; an id is words of small letters joined by "-".
 #pragma once
@@ -44,8 +45,6 @@ inline constexpr const char* AssociatedLeftOut = "associated-left-out";
 struct FindingKind {
     const char* id;
     VELDyadCtxSeverity severity;
-    // With placeholders as in the catalog.
-    std::string_view text;
 };
 
 std::span<const FindingKind> OwnFindingKinds() noexcept;

@@ -9,7 +9,13 @@ namespace dyadctx {
 VELUnicodeString CatalogText(const char* key, const VELUnicodeString* parameters = nullptr,
                              int count = 0);
 
-// Adds that text, and a line feed when `newLine` is not 0. A parameter may be `message` itself.
+// The same of the catalog of the check of a file. A host's source that lacks the key leaves the
+// built-in text.
+VELUnicodeString OwnText(const char* key, const VELUnicodeString* parameters = nullptr,
+                         int count = 0);
+
+// Adds that text of the library's catalog, and a line feed when `newLine` is not 0. A parameter may
+// be `message` itself.
 void AppendCatalogText(VELUnicodeString& message, const char* key,
                        const VELUnicodeString* parameters, int count, int newLine);
 

@@ -1,4 +1,5 @@
 #include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/Words.h"
 #include "tools/dyadctx/explain/ExplanationPages.h"
 
 #include <sstream>
@@ -53,7 +54,7 @@ void WriteParameters(const Explanation& explanation, Output& output) {
         output.Write(Indent + ("{" + std::to_string(place++)) + "}  " + parameter + "\n");
 }
 
-void WriteSection(const char* heading, const Paragraphs& paragraphs, Output& output) {
+void WriteSection(const std::string& heading, const Paragraphs& paragraphs, Output& output) {
     output.Write("\n" + output.Painted(Paint::Heading, heading) + "\n");
     bool isFirst = true;
     for (const std::string& paragraph : paragraphs) {
@@ -79,11 +80,15 @@ std::string FirstSentence(const std::string& message) {
     return wide != std::string::npos ? message.substr(0, wide + FullStop.size()) : message;
 }
 
+std::string KindLabel(const Explanation& explanation) {
+    return Words("kind." + explanation.Kind());
+}
+
 std::string KeyTable(bool ofCatalog, const Output& output) {
-    Table table({"KEY", "KIND", "TEXT"});
+    Table table({Words("explain.key"), Words("explain.kind"), Words("explain.text")});
     for (const Explanation& one : Explanations()) {
         if (one.IsOfCatalog() == ofCatalog)
-            table.AddRow({one.key, one.Kind(), Visible(FirstSentence(one.Message()))});
+            table.AddRow({one.key, KindLabel(one), Visible(FirstSentence(one.Message()))});
     }
     return table.Render(output);
 }
@@ -93,19 +98,19 @@ std::string KeyTable(bool ofCatalog, const Output& output) {
 void WriteExplanation(const Explanation& explanation, Output& output) {
     const std::string kind = explanation.Kind();
     output.Write(output.Painted(Paint::Heading, explanation.key) + " (" +
-                 output.Painted(PaintOfKind(kind), kind) + ")\n\n");
+                 output.Painted(PaintOfKind(kind), KindLabel(explanation)) + ")\n\n");
     output.Write(Wrapped(Visible(explanation.Message())));
     WriteParameters(explanation, output);
-    WriteSection("Meaning", explanation.meaning, output);
-    WriteSection("What to do", explanation.advice, output);
+    WriteSection(Words("explain.meaning"), explanation.meaning, output);
+    WriteSection(Words("explain.advice"), explanation.advice, output);
     for (const ExplanationExample& example : explanation.examples)
         WriteExample(example, output);
 }
 
 void WriteKeys(Output& output) {
-    output.Write(output.Painted(Paint::Heading, "Messages of the library") + "\n");
+    output.Write(output.Painted(Paint::Heading, Words("explain.messages")) + "\n");
     output.Write(KeyTable(true, output));
-    output.Write("\n" + output.Painted(Paint::Heading, "Findings of check alone") + "\n");
+    output.Write("\n" + output.Painted(Paint::Heading, Words("explain.findings")) + "\n");
     output.Write(KeyTable(false, output));
 }
 
