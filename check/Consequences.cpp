@@ -19,7 +19,7 @@ namespace {
 struct Consequence {
     std::string_view id;
     std::string_view fault;
-    // What the consequence must suggest; any text where it is empty.
+    // What the consequence must suggest; empty matches any text.
     std::string_view suggestion;
 };
 
@@ -30,7 +30,7 @@ constexpr std::array Table{
     Consequence{key::CtxUnknownParamType, key::CtxDefaultInvalidParamType, {}},
     Consequence{id::MissingPath, key::CtxDefaultInvalidParam, {}},
     Consequence{id::MissingFile, key::CtxDefaultInvalidParam, {}},
-    // Contexts without a name are equal in that.
+    // Contexts without a name all have the same one.
     Consequence{key::CtxAlreadyDefined, key::CtxEmptyName, {}},
     Consequence{key::CtxAndFriendWithSameName, key::CtxFriendNoName, {}},
     Consequence{key::CtxAndAssocWithSameName, key::CtxAssocNoName, {}},
@@ -107,7 +107,7 @@ private:
     std::span<const FindingList::Entry> entries_;
     // The first of each id at each element.
     std::map<std::pair<VELPlace, std::string_view>, std::size_t> atElement_;
-    // A default context of another name: whoever names it rightly does not find it.
+    // A default context of another name: references by the right name do not find it.
     std::size_t misnamedDefault_ = None;
 };
 

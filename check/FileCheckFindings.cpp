@@ -1,4 +1,4 @@
-// Where the findings of linking and checking stand, and what stands with them.
+// The places of the findings of linking and checking, and what is reported with them.
 #include "check/detail/FileCheckRun.h"
 
 #include "collector/detail/CollectorAccess.h"
@@ -15,7 +15,7 @@ namespace dyadctx {
 
 namespace {
 
-// What a finding is about beside the context itself.
+// What a finding is about besides the context itself.
 enum class Party { None, Associated, Later };
 
 struct FindingSpot {
@@ -23,7 +23,7 @@ struct FindingSpot {
     // The attribute at fault, of the context or of the friend or associated context it names.
     const char* attribute;
     Party party;
-    // What the context must lack for the finding to be no news (see MissingValue).
+    // The missing values that already explain the finding (see MissingValue).
     unsigned int follows;
 };
 
@@ -85,7 +85,7 @@ void FileCheckRun::Report(const Fault& fault) {
         unknown_.push_back({fault.context, fault.other});
 }
 
-// Whether the file lacks what the finding is about and has been told so already.
+// Whether the finding is about a value whose absence has been reported already.
 bool FileCheckRun::IsFollowUp(const Fault& fault) const {
     if (missing_.empty())
         return false;

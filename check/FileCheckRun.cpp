@@ -37,7 +37,7 @@ unsigned char IsDefaultFile(const VELUnicodeString& file) {
     return ContainsDefaultContextFile(file) ? 1 : 0;
 }
 
-// The first elements that bear the name of the data element, at most two.
+// The first elements named like the data element, at most two.
 VELIDOMNodeList DataElements(const VELIDOMElement& root) {
     VELIDOMNodeList found;
     if (root.GetElementsByTagName(Names().data, found, 2) < 0)
@@ -85,7 +85,7 @@ std::optional<VELPlace> FileCheckRun::FindPlace(const VELDyadContext* context) {
     return element != nullptr ? std::optional<VELPlace>(*element) : std::nullopt;
 }
 
-// All at once, in one pass through the text; the findings have been placed before.
+// All in one pass through the text; the findings have their places already.
 void FileCheckRun::PlaceElements() {
     std::vector<Spot> spots;
     for (const ContextPlaces::Entry& entry : places_)
@@ -225,8 +225,8 @@ void FileCheckRun::AddDataFault(const Fault& fault) {
         entry.related.push_back({{PlaceOf(where)}, OwnText("related.nothing-inside")});
 }
 
-// A friend that has no context before it, unless memory has run out; the ones that follow it are
-// not told again.
+// A friend that has no context before it, unless memory has run out; those that follow are not
+// reported again.
 void FileCheckRun::AddInternalError(const Fault& fault, const VELIDOMNode& where) {
     const bool isOwnerless = !leftOut_.empty() && collector_->GetNbCtxs() == 0;
     if (!isOwnerless)
@@ -295,7 +295,7 @@ void FileCheckRun::SuggestName(const Unknown& unknown, NearestName& nearest) {
         {SpotOfContext(declared, format::NameAttribute), OwnText("related.declared", &found, 1)});
 }
 
-// Also those that are known while the DB context environment is on.
+// Includes those known only while the DB context environment is on.
 void FileCheckRun::SuggestParameterTypes() {
     constexpr std::array<std::string_view, 4> Known{DefaultType, PathType, FileType, DatabaseType};
     const VELListPtrVELDyadContext& declared = CollectorAccess::Declared(*collector_);
@@ -322,7 +322,7 @@ void FileCheckRun::NoteLeftOut() {
                        {first.place, format::ParameterTypeAttribute});
 }
 
-// Of no interest before the file is right otherwise.
+// Only of interest once the file has no errors.
 void FileCheckRun::NoteNoDefaultContext() {
     if (!findings_.HasErrors() && collector_->GetNbCtxs() > 0 &&
         PositionOfName(DefaultContextName) == 0)

@@ -27,7 +27,7 @@ bool StandsBefore(const FindingList::Entry& left, const FindingList::Entry& righ
     return left.finding.place < right.finding.place;
 }
 
-// Equal for findings of one place that say the same.
+// Equal for findings at one place that say the same.
 std::string IdentityOf(const VELDyadCtxFinding& finding) {
     std::string identity(finding.id.AsView());
     for (int pos = 1; pos <= finding.parameters.Size(); ++pos) {
@@ -38,7 +38,7 @@ std::string IdentityOf(const VELDyadCtxFinding& finding) {
     return identity;
 }
 
-// Faults in their order, each before its consequences.
+// Faults in order, each followed by its consequences.
 std::vector<std::size_t> OrderByFault(const std::vector<std::size_t>& faults) {
     std::vector<std::size_t> order(faults.size());
     std::iota(order.begin(), order.end(), std::size_t{0});

@@ -38,8 +38,8 @@ constexpr std::array<std::string_view, 2> ScenarioIdAttributes{format::ScenarioI
 constexpr std::array<std::string_view, 2> OptionAttributes{format::OptionNameAttribute,
                                                            format::OptionValueAttribute};
 constexpr std::array<std::string_view, 1> InRoot{format::DataTag};
-// Containers in the wrong place are errors or read as ordinary children, so the data element takes
-// them too.
+// Misplaced containers are errors or read as ordinary children, so the data element may have them
+// too.
 constexpr std::array<std::string_view, 3> InData{format::ContextTag, format::FriendsTag,
                                                  format::AssociatedTag};
 constexpr std::array<std::string_view, 5> InContext{format::ContextTag, format::FriendsTag,
@@ -80,7 +80,7 @@ const Reading* ReadingOf(std::string_view element) {
     return found != Readings.end() ? found : nullptr;
 }
 
-// Declarations of namespaces, and what belongs to one, are none of the format's business.
+// The format does not concern itself with namespaces.
 bool IsForeign(std::string_view name) {
     return name.starts_with("xmlns") || name.find(':') != std::string_view::npos;
 }
@@ -89,8 +89,8 @@ VELUnicodeString TextOf(std::string_view text) {
     return VELUnicodeString(text);
 }
 
-// The positions of the children that lead from the root to the data element, which the library
-// finds at any depth. Empty unless there is exactly one.
+// The child positions that lead from the root to the data element, which may be at any depth. Empty
+// unless there is exactly one.
 std::vector<int> WayToData(const VELIDOMElement& root) {
     struct Level {
         VELIDOMNodeList children;
@@ -120,7 +120,7 @@ std::vector<int> WayToData(const VELIDOMElement& root) {
     return way;
 }
 
-// One walk through the elements below the root, on a stack of its own.
+// Walks through the elements below the root with its own stack.
 class UnreadWalk {
 public:
     explicit UnreadWalk(FindingList& findings) : findings_(findings) {}
@@ -146,8 +146,7 @@ private:
     struct Pending {
         VELIDOMElement element;
         Reading reading;
-        // How many of the elements around the data element are around this one, if it is one of
-        // them itself.
+        // For an element around the data element: how many of the others are around it.
         std::size_t level;
     };
 
@@ -166,7 +165,7 @@ private:
         }
     }
 
-    // What is around the data element means nothing, and is not skipped all the same.
+    // Elements around the data element have no meaning but must be passed through.
     void GoOnToData(const VELIDOMElement& element, const Pending& parent) {
         if (parent.level + 1 < wayToData_.size()) {
             pending_.push_back(
@@ -262,7 +261,7 @@ private:
     std::vector<Pending> pending_;
     int associatedLeftOut_ = 0;
     VELPlace firstLeftOut_;
-    // Kept here so that they are not made anew for each element.
+    // Members, so that each element reuses their storage.
     VELUnicodeString tag_;
     VELUnicodeString name_;
     VELIDOMAttr attribute_;

@@ -1,4 +1,4 @@
-// Friends that lead back to where they began.
+// Chains of friends that lead back to their start.
 #include "check/detail/FileHints.h"
 
 #include "collector/detail/CollectorAccess.h"
@@ -16,7 +16,7 @@ namespace dyadctx {
 
 namespace {
 
-// So many contexts of a ring are named.
+// At most this many contexts of a ring are named.
 constexpr std::size_t NamesShown = 10;
 
 template<class Values>
@@ -77,12 +77,11 @@ private:
     const VELListPtrVELDyadContext& declared_;
     std::vector<std::size_t> starts_;
     std::vector<int> targets_;
-    // The targets of each context in order, to look one up.
+    // The targets of each context, sorted for look-ups.
     std::vector<int> sorted_;
 };
 
-// For each context a number that it shares exactly with those it can reach and be reached from.
-// Does not recurse, so the depth of the graph does not matter.
+// The strongly connected component of each context. Does not recurse, so deep graphs are safe.
 class Components {
 public:
     explicit Components(const FriendGraph& graph)
@@ -164,7 +163,7 @@ private:
     int lastComponent_ = 0;
 };
 
-// The contexts on a shortest way from `from` to `to` within their component, both included.
+// The contexts on a shortest path from `from` to `to` within their component, both included.
 std::vector<int> ShortestWay(const FriendGraph& graph, const Components& components, int from,
                              int to, std::vector<int>& cameFrom) {
     std::vector<int> reached{from};
@@ -234,8 +233,8 @@ private:
 
 } // namespace
 
-// A friend that does not name its friend in turn, in one component, begins a ring of three or more.
-// Two that name each other are an error, not a hint.
+// A friendship within a component that is not mutual begins a ring of three or more. Two that name
+// each other are an error, not a hint.
 void HintAtFriendRings(VELDyadCtxCollector& collector, const ReferencePlaces& references,
                        const ContextPlaces& places, FindingList& findings) {
     const FriendGraph graph(collector);

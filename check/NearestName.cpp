@@ -9,9 +9,9 @@ namespace dyadctx {
 
 namespace {
 
-// Longer words are not compared: the distance costs the product of the lengths.
+// Longer words are not compared: the cost grows with the product of the lengths.
 constexpr std::size_t LongestWord = 200;
-// What all searches together may take: a few hundredths of a second.
+// The budget of all searches together: a few hundredths of a second.
 constexpr std::size_t Comparisons = 10'000'000;
 constexpr std::size_t Distances = 50'000;
 
@@ -22,7 +22,7 @@ char ToLower(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
-// What is compared of a name: neither letter case nor blanks.
+// The name as it is compared: without letter case and blanks.
 std::string LettersOf(std::string_view word) {
     std::string letters;
     for (std::size_t at = 0; at < word.size(); ++at) {
@@ -34,8 +34,8 @@ std::string LettersOf(std::string_view word) {
     return letters;
 }
 
-// Two bits for each of 32 groups of letters: one is there, two are there. A change of one letter
-// changes two bits at most.
+// Two bits for each of 32 groups of letters: set for one and for two of them. Changing one letter
+// changes at most two bits.
 std::uint64_t LetterSetOf(std::string_view letters) {
     std::uint64_t once = 0;
     std::uint64_t twice = 0;
@@ -64,7 +64,7 @@ std::size_t Distance(std::string_view from, std::string_view to) {
     return row[to.size()];
 }
 
-// A distance that is too far for a name of that length.
+// The smallest distance that is too far for a word of that length.
 std::size_t LimitFor(std::size_t length) {
     return length / 3 + 1;
 }
@@ -110,7 +110,7 @@ std::string_view NearestName::Find(std::string_view word) {
     return nearest;
 }
 
-// A name nearer than `limit`, which becomes its distance.
+// Returns a name nearer than `limit` and sets `limit` to its distance.
 std::string_view NearestName::FindAmong(const Candidates& candidates, std::string_view word,
                                         std::string_view letters, std::size_t& limit) {
     std::string_view nearest;

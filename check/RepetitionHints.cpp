@@ -1,4 +1,4 @@
-// What a context has more than once, although once is meant.
+// What a context has more than once although once is enough.
 #include "check/detail/FileHints.h"
 
 #include "context/detail/DbEnvironment.h"
@@ -69,7 +69,7 @@ public:
     }
 
 private:
-    // The first element that says the same; nothing for what is said for the first time.
+    // The first element that says the same; null if this is the first.
     const VELPlace* FirstOf(const std::string& what, const VELIDOMElement& element) {
         const auto [first, isNew] = said_.try_emplace(what, PlaceOf(element));
         return isNew ? nullptr : &first->second;

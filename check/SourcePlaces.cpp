@@ -23,7 +23,7 @@ std::vector<std::size_t> OrderOf(const std::vector<Spot>& spots) {
     return order;
 }
 
-// Nothing where there is no place.
+// An empty range for a null place.
 SourceRange OneCharacter(const VELPlace& place) {
     return {place, place.line > 0 ? VELPlace{place.line, place.column + 1} : VELPlace()};
 }
@@ -90,7 +90,7 @@ private:
     SourceReader& reader_;
     SourceTokenizer tokenizer_;
     std::vector<SourceRange> ranges_;
-    // Of the element at hand.
+    // Of the current element.
     std::unordered_map<std::string_view, SourceRange> attributes_;
     SourceTokenizer::Attribute attribute_;
 };

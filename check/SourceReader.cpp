@@ -72,7 +72,7 @@ SourceReader::SourceReader(std::string_view text) : unread_(text) {}
 void SourceReader::Pass() noexcept {
     const char byte = piece_[at_++];
     if (EndsLine(byte)) {
-        // The line feed of a pair belongs to the line end that the carriage return has begun.
+        // A line feed after a carriage return belongs to the same line end.
         if (byte == '\r' || !isAfterReturn_)
             ++line_;
         StartLine();
@@ -100,7 +100,7 @@ bool SourceReader::MoveTo(VELPlace place) {
         Pass();
     while (line_ == place.line && units_ < place.column && HasMore())
         Pass();
-    // The unit before has become more than one byte.
+    // One unit may have become several bytes.
     while (encoding_ != Encoding::Utf8 && HasMore() && !BeginsCharacter(Next()))
         Pass();
     return line_ == place.line && units_ == place.column;

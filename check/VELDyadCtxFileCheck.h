@@ -1,10 +1,9 @@
 // Everything that is wrong with one context file, each finding at its place.
 //
-// Where a factory of VELDyadCtxCollector stops at the first fault, this goes on: it reads, links
-// and checks with the same code, through all contexts. The findings of severity Error and their
-// consequences hold whatever a factory says of the file, and there is an error exactly when a
-// factory refuses the file. Warnings and notes are help beyond that; the library itself does not
-// mind them.
+// A factory of VELDyadCtxCollector stops at the first fault; this reads, links and checks all
+// contexts with the same code. Findings of severity Error and their consequences include everything
+// a factory reports, and there is an error exactly when a factory refuses the file. Warnings and
+// notes are further help; the library accepts what they are about.
 //
 // The DB context environment counts as it is when Run is called. An object is used from one thread
 // at a time. No operation throws.
@@ -32,12 +31,12 @@ public:
     VELDyadCtxFileCheck& operator=(const VELDyadCtxFileCheck&) = delete;
 
     // ---- What to look for ----------------------------------------------------------------------
-    // Whether to look also for the folders and files that contexts name. Off at first.
+    // Whether to check also that the folders and files named by contexts exist. Off by default.
     void SetDeep(bool deep) noexcept;
-    // Leaves out findings of that kind, consequences apart. E_FAIL for what is not the id of a
+    // Leaves out findings of that kind, except consequences. E_FAIL unless `id` is that of a
     // warning or note.
     VELResult Silence(const VELUnicodeString& id);
-    // Every kind of finding beyond the library's own messages.
+    // All kinds of findings other than the library's own messages.
     static VELListVal<VELDyadCtxFindingKind> GetFindingKinds();
 
     // The name nearest to `word`, letter case and blanks aside, the first of equally near ones; no
@@ -47,33 +46,32 @@ public:
                                            const VELListValVELUnicodeString& names);
 
     // ---- The check -----------------------------------------------------------------------------
-    // S_OK when a factory takes the file, S_FALSE when there are errors. E_FAIL without memory, and
-    // when a host's provider throws; there are then no findings and no collector. A file that
-    // cannot be opened or parsed for want of memory counts as one that cannot be read.
+    // S_OK when a factory accepts the file, S_FALSE when there are errors. E_FAIL without memory
+    // and when a host's provider throws; there are then no findings and no collector. A file that
+    // cannot be opened or parsed for lack of memory counts as unreadable.
     VELResult Run(const VELUnicodeString& file);
-    // The same for a text, the bytes of a file in any encoding that a file may have, as if a file
-    // `name` held them. Whether the name is that of a context file is not looked at, and no file of
-    // that name is opened.
+    // The same for `text`, the bytes of a file in any supported encoding, as if the file `name`
+    // held them. The name is not checked, and no file of that name is opened.
     VELResult Run(const VELUnicodeString& name, const VELUnicodeString& text);
 
     // ---- What came of it, until the next Run ---------------------------------------------------
     int GetNbFindings() const noexcept;
-    // In the order of the file, but consequences after their fault; positions from 1.
+    // In file order, except that consequences follow their fault; positions from 1.
     const VELDyadCtxFinding& GetFindingAt(int index) const;
-    // Without consequences, which do not count.
+    // Consequences do not count.
     int GetNbFindings(VELDyadCtxSeverity severity) const noexcept;
 
-    // What could be made of the file, valid or not; it stays this object's. Contexts that lack an
+    // What was read of the file, valid or not; owned by this object. Contexts that lack an
     // attribute are in it; a friend or associated context whose name is not declared is still the
-    // placeholder that was read, which is not among the declared contexts. Never null after a Run
-    // that had memory: without contexts where the file cannot be read.
+    // placeholder that was read, which is not among the declared contexts. Empty for an unreadable
+    // file; null only before a Run and after one that returned E_FAIL.
     VELDyadCtxCollector* GetCollector() const noexcept;
-    // Where the element of a context of that collector is, declared or placeholder. E_FAIL, and
-    // `place` as before, for any other context.
+    // The place of the element of one of that collector's contexts, declared or placeholder.
+    // E_FAIL, and `place` unchanged, for any other context.
     VELResult GetPlace(const VELDyadContext* context, VELPlace& place) const;
-    // The message of a factory for the same text, or for the file as it is now, which is read again
-    // for it; empty where it takes the file. E_FAIL, and `message` as before, without memory, when
-    // a host's provider throws, and before the first Run.
+    // A factory's message for the same text, or for the file, which is read again; empty when the
+    // factory accepts it. E_FAIL, and `message` unchanged, without memory, when a host's provider
+    // throws, and before the first Run.
     VELResult GetFactoryMessage(VELUnicodeString& message) const;
 
 private:

@@ -1,5 +1,5 @@
-// How a client gets a collector from a context file: the file is chosen, checked, read, linked and
-// validated; what fails leaves a message and no collector.
+// Makes a collector from a context file: chooses, checks, reads, links and validates it. A failure
+// leaves a message and no collector.
 #include "collector/VELDyadCtxCollector.h"
 
 #include "collector/detail/CollectorAccess.h"
@@ -30,7 +30,7 @@ struct ChosenFile {
     unsigned char isDefault = 0;
 };
 
-// Leaves `file` as it is when no installation folder holds a default file.
+// Leaves `file` unchanged when no installation folder has a default file.
 void FindInstalledFile(VELUnicodeString& file) {
     const VELUnicodeString& roots = dyadctx::InstallationRoots().text;
     if (roots.IsEmpty())
@@ -41,7 +41,7 @@ void FindInstalledFile(VELUnicodeString& file) {
     TRACE_LOG("VELDyadCtxCollector:GetDefaultContextXML File <%s>", file.ConvertToChar());
 }
 
-// False when neither settings nor installation have a file; the message then says so.
+// False, with a message, when neither settings nor installation have a file.
 bool ChooseInstalledFile(ChosenFile& chosen, VELUnicodeString& message) {
     VELUnicodeString installed;
     FindInstalledFile(installed);
@@ -84,7 +84,7 @@ void MarkBatch() {
 }
 
 void PutHeading(const char* step, VELUnicodeString& message) {
-    // Joined by a format, the prefix is a text of the library however much is optimised.
+    // Formatted so that the prefix stays a literal of the library at every optimisation level.
     std::array<char, 64> key{};
     std::snprintf(key.data(), key.size(), "%s%s%s", dyadctx::key::StepPrefix, step,
                   dyadctx::key::StepSuffix);
@@ -167,7 +167,7 @@ VELDyadCtxCollector* dyadctx::CollectorAccess::CreateCollectorFromContents(
         Collector::DeleteCollectorAtCreate(refused, failedStep, message);
         return nullptr;
     }
-    // Fails only without memory, and a collector with half its views is none.
+    // Fails only without memory; a collector with incomplete views must not get out.
     if (collector->SetCtxTypeList() < 0)
         return nullptr;
     return collector.release();
@@ -179,7 +179,7 @@ VELResult VELDyadCtxCollector::CheckXMLFile(const VELUnicodeString& file) {
 
 void VELDyadCtxCollector::DeleteCollectorAtCreate(VELDyadCtxCollector*& collector, const char* step,
                                                   VELUnicodeString& message) {
-    // Deleted at the end, behind the trace lines, whatever happens before.
+    // Deleted at the end, after the trace lines, whatever happens before.
     const OwnedCollector doomed(std::exchange(collector, nullptr));
     TRACE_WARNING("VELDyadCtxCollector:DeleteCollectorAtCreate KO with Method <%s> and Msg=<%s>",
                   step, message.ConvertToChar());
@@ -218,7 +218,7 @@ void VELDyadCtxCollector::GetRelativeResourcesPath(VELUnicodeString& path) {
     try {
         path = VELUnicodeString(dyadctx::DefaultContextFile);
     } catch (...) {
-        // Without memory the path stays as it was.
+        // Without memory the path is unchanged.
     }
 }
 

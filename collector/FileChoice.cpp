@@ -65,7 +65,7 @@ Absence AbsenceBy(VELSettingRefusal::Kind kind) {
     return Absence::AttributeEmpty;
 }
 
-// Where the built-in settings have the attribute, or what is wrong with them.
+// The place of the attribute in the built-in settings, or what is wrong with them.
 void SetSettingsPlace(Candidate& candidate) {
     const dyadctx::SettingsFolder folder = dyadctx::FindSettingsFolder();
     if (folder.variable == nullptr) {
@@ -130,12 +130,12 @@ void AddFolders(VELListVal<Candidate>& candidates) {
         candidates.Append(FromFolder(root, number));
 }
 
-// Whether the library asks no further than this.
+// Whether the library's search ends here.
 bool Decides(const Candidate& candidate) {
     return candidate.absence == Absence::None || candidate.absence == Absence::TurnedOff;
 }
 
-// The first that decides is the choice. Gives its position, 0 without one.
+// The first that decides is the choice. Returns its position; 0 without one.
 int SetVerdicts(VELListVal<Candidate>& candidates) {
     int deciding = 0;
     for (int i = 1; i <= candidates.Size(); ++i) {

@@ -1,5 +1,4 @@
-// Links friends and associated contexts, which the reader enters by name, to the declared contexts
-// of these names.
+// Links friends and associated contexts, read as names, to the declared contexts of these names.
 #include "collector/VELDyadCtxCollector.h"
 
 #include "collector/detail/CollectorAccess.h"
@@ -31,8 +30,8 @@ public:
           watches_(CollectorAccess::Watches(collector)), reporter_(reporter),
           goesOn_(extent == LinkExtent::Everything) {}
 
-    // Whether all is linked. A friend that cannot be linked ends the collector's walk only behind
-    // the next context whose associated context could be, or at an empty position.
+    // Whether everything is linked. A friend that cannot be linked ends the collector's walk only
+    // after the next context whose associated context could be, or at an empty position.
     bool Link(int count) {
         for (int pos = 1; pos <= count; ++pos) {
             Prefetch(pos);
@@ -49,7 +48,7 @@ public:
 private:
     enum class AssociatedLink { NothingToDo, Made, Failed };
 
-    // Most of the time goes into waiting for names and contexts that lie anywhere.
+    // Most of the time is spent on cache misses for names and contexts.
     void Prefetch(int pos) const {
         constexpr int Ahead = 8;
         ContextAccess::Prefetch(declared_[pos + 4 * Ahead]);
@@ -62,7 +61,7 @@ private:
         });
     }
 
-    // The names by which the context at a position refers to others.
+    // The names the context at a position refers to.
     template<class Visit>
     void ForEachName(int pos, Visit visit) const {
         const VELDyadContext* context = declared_[pos];
@@ -85,8 +84,8 @@ private:
         return LinkAssociated(context, pos);
     }
 
-    // The collector's walk stops at the first friend that cannot be linked; the ones behind it stay
-    // as they are.
+    // The collector's walk stops at the first friend that cannot be linked; later ones stay as they
+    // are.
     bool LinkFriends(VELDyadContext& context, int pos) {
         ContextAccess::TraceFriends(context);
         // Linking replaces the friend just visited, so the list can be walked in place.

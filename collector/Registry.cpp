@@ -27,9 +27,9 @@ std::tuple<Fields...> CopyOf(const std::tuple<const Fields&...>& fields) {
     return fields;
 }
 
-// Takes a context out of the links of `holder`, as one who deletes it from outside would: position
-// by position of the friends there were, although each removal moves the later ones up. Every trace
-// line may run a host's code, which may take holder and target away.
+// Removes a context from the links of `holder` as a client would: by the positions its friends had
+// at first, although each removal moves the later ones up. Every trace line may run a host's code,
+// which may delete holder and target.
 class Unlinking {
 public:
     Unlinking(ContextWatches& watches, VELDyadContext* holder, VELDyadContext* const& target)
@@ -69,8 +69,8 @@ private:
     ContextWatch watch_;
 };
 
-// A context that never was in a collector need not be looked for, which spares the reader of a file
-// a search per context.
+// A context that never was in a collector need not be searched for, which saves a file's reader a
+// search per context.
 bool Holds(CollectorIndex& index, const VELListPtrVELDyadContext& owned, VELDyadContext* ctx) {
     if (!ContextAccess::WasRegistered(*ctx))
         return false;
@@ -82,7 +82,7 @@ bool Holds(CollectorIndex& index, const VELListPtrVELDyadContext& owned, VELDyad
     }
 }
 
-// Ends where `target` has become null.
+// Ends when `target` has become null.
 void UnlinkInView(VELDyadCtxCollector& collector, ContextWatches& watches,
                   VELDyadContext* const& target) {
     const int count = collector.GetNbCtxs();
@@ -93,13 +93,13 @@ void UnlinkInView(VELDyadCtxCollector& collector, ContextWatches& watches,
         try {
             Unlinking(watches, holder, target).Run();
         } catch (const std::exception&) {
-            // No memory to go position by position; the links that are left go with the rest.
+            // Not enough memory to go by position; TakeOut removes the links that are left.
         }
     }
 }
 
-// Leaves nothing that points at `target`: neither a link of a context outside the view nor a second
-// entry among the declared contexts. Positions of other contexts after a second entry stay.
+// Removes everything that still points at `target`: links of contexts outside the view and a second
+// entry among the declared contexts. Contexts after a second entry keep their positions.
 void TakeOut(VELListPtrVELDyadContext& owned, VELListPtrVELDyadContext& declared,
              VELDyadContext* target) noexcept {
     declared.RemoveValue(target);
@@ -112,8 +112,7 @@ void TakeOut(VELListPtrVELDyadContext& owned, VELListPtrVELDyadContext& declared
         ContextAccess::RemoveLinksTo(*owned[pos], target);
 }
 
-// The positions the current view goes through; null where it does not go through a list, or serves
-// nothing.
+// The positions of the current view; null when it has no list or serves nothing.
 const VELRawCollint* ServedPositions(int type, const VELRawCollint& path,
                                      const VELRawCollint& database, const VELRawCollint& file) {
     switch (type) {
@@ -128,7 +127,7 @@ const VELRawCollint* ServedPositions(int type, const VELRawCollint& path,
     }
 }
 
-// The place of the first context of that name in the current view, 0 without one. Needs no memory.
+// The place of the first context of that name in the current view; 0 without one. Needs no memory.
 int WalkToName(VELDyadCtxCollector& collector, const VELUnicodeString& name) {
     const int count = collector.GetNbCtxs();
     for (int place = 1; place <= count; ++place) {
@@ -215,7 +214,7 @@ VELResult VELDyadCtxCollector::DeleteContext(const VELUnicodeString& name) {
     VELDyadContext* target = nullptr;
     if (GetCtxFromName(name, target) != S_OK)
         return E_FAIL;
-    // A host's code that deletes the same context meanwhile has then done it all.
+    // If a host's code deletes the same context meanwhile, nothing is left to do.
     const ContextWatch watch(state_->watches, target);
     UnlinkInView(*this, state_->watches, target);
     if (target == nullptr)
@@ -245,10 +244,10 @@ VELResult VELDyadCtxCollector::GetCtxAtIndex(int index, VELDyadContext*& ctx) {
     if (_CtxType != dyadctx::AllContexts) {
         const VELRawCollint* positions =
             ServedPositions(_CtxType, _PathCtxIndexes, _DatabaseCtxIndexes, _FileCtxIndexes);
-        // Outside the list the position is 0.
+        // A position outside the list is 0.
         pos = positions == nullptr ? 0 : (*positions)[index];
     }
-    // A position may be older than the removal of a context.
+    // The position may be out of date after a removal.
     if (pos < 1 || pos > _MainContexts.Size())
         return E_FAIL;
     ctx = _MainContexts[pos];
@@ -259,7 +258,7 @@ VELResult VELDyadCtxCollector::GetCtxFromName(const VELUnicodeString& name, VELD
                                               int* index) {
     int place = 0;
     try {
-        // About the File view a host may be asked, who may assign to the context that has the name.
+        // The File view may ask a host, which may assign to the context that has the name.
         const bool isHostAsked = _CtxType == dyadctx::FileContexts && dyadctx::HostCodeCanRun();
         const VELUnicodeString kept = isHostAsked ? name : VELUnicodeString();
         const VELUnicodeString& asked = isHostAsked ? kept : name;
@@ -271,7 +270,7 @@ VELResult VELDyadCtxCollector::GetCtxFromName(const VELUnicodeString& name, VELD
         else if (positions != nullptr)
             place = state_->index.PlaceOfName(_MainContexts, *positions, view, asked);
     } catch (const std::exception&) {
-        // Without memory for the index there still is the view itself.
+        // Without memory for the index, search the view itself.
         place = WalkToName(*this, name);
     }
     if (place == 0 || GetCtxAtIndex(place, ctx) != S_OK)

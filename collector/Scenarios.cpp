@@ -15,7 +15,7 @@ using dyadctx::TextSet;
 
 namespace {
 
-// What tells a row from others in the trace; nothing is ever looked up by it.
+// Identifies a row in the trace only; nothing is looked up by it.
 VELUnicodeString KeyOf(const VELUnicodeString& channel, const VELUnicodeString& scenarioId,
                        const VELUnicodeString& profile, const VELUnicodeString& optionName,
                        const VELUnicodeString& optionValue) {
@@ -32,7 +32,7 @@ VELUnicodeString KeyOf(const VELUnicodeString& channel, const VELUnicodeString& 
     return VELUnicodeString(key);
 }
 
-// Answers with two parallel lists, both empty when the memory runs out.
+// Fills two parallel lists; both are empty when memory runs out.
 template<class Fill>
 VELResult FillLists(VELListValVELUnicodeString& first, VELListValVELUnicodeString& second,
                     Fill fill) noexcept {
@@ -49,7 +49,7 @@ VELResult FillLists(VELListValVELUnicodeString& first, VELListValVELUnicodeStrin
     return result;
 }
 
-// Whoever reads the trace expects to see every row compared, whichever way they are found.
+// The trace shows every row compared, however the rows are found.
 void TraceRows(const VELListValVELUnicodeString& contexts,
                const VELListValVELUnicodeString& profiles) {
     for (int row = 1; VELIsTraceActive() && row <= contexts.Size(); ++row) {
@@ -78,7 +78,7 @@ VELResult VELDyadCtxCollector::AddScenario(const VELUnicodeString& channel,
         return S_OK;
     });
     if (added != S_OK) {
-        // The lists stay parallel also when one of them could not grow.
+        // Keeps the lists parallel when one of them could not grow.
         for (auto* list :
              {&_ScenarioChannels, &_ScenarioChannelContexts, &_ScenarioProfiles, &_ScenarioIds,
               &_ScenarioOptionNames, &_ScenarioOptionValues, &_ScenarioKeys})
@@ -99,7 +99,7 @@ VELResult VELDyadCtxCollector::GetScenarioAtIndex(int index, VELUnicodeString& c
     if (index < 1 || index > GetNbScenarios())
         return E_FAIL;
     return CodeOf([&] {
-        // Copies first: the assignments behind them cannot fail half-way.
+        // Copies first: the assignments after them cannot fail half-way.
         VELUnicodeString row[] = {_ScenarioChannels[index],    _ScenarioChannelContexts[index],
                                   _ScenarioProfiles[index],    _ScenarioIds[index],
                                   _ScenarioOptionNames[index], _ScenarioOptionValues[index]};
@@ -125,7 +125,7 @@ VELDyadCtxCollector::GetExchangeChannelfromScenario(const VELListValVELUnicodeSt
                 continue;
             channels.Append(_ScenarioChannels[row]);
             channelContexts.Append(_ScenarioChannelContexts[row]);
-            // Given as one list, the two hold each other's texts.
+            // Passed as one list, the two hold each other's texts.
             if (&channels == &channelContexts)
                 listed.insert(_ScenarioChannelContexts[row].AsView());
         }

@@ -20,7 +20,7 @@ constexpr const char* TransitionContextNames[] = {"PostConversionContext", "PCAs
 constexpr const char* PlatformDatabase = "ZENTROVA Platform";
 constexpr const char* PlatformConnector = "ORB1";
 
-// A new provider of the platform database; null when it cannot be made.
+// A new provider of the platform database; null if it cannot be made.
 VELIDyadDbProvider_var NewPlatformProvider() {
     VELIDyadDbProvider_var provider;
     if (VELDyadDbProviderServices::CreateDyadDbProvider(provider) < 0)
@@ -28,7 +28,7 @@ VELIDyadDbProvider_var NewPlatformProvider() {
     return provider;
 }
 
-// Deletes the context when the provider refuses; the provider is always told all of it.
+// Deletes the context when the provider refuses any value; sets all of them even so.
 void Describe(const VELIDyadDbProvider_var& provider, ContextPtr& context) noexcept {
     if (CodeOf([&] { return provider->SetConnectorName(PlatformConnector); }) < 0)
         context.reset();
@@ -40,7 +40,7 @@ void Describe(const VELIDyadDbProvider_var& provider, ContextPtr& context) noexc
         context.reset();
 }
 
-// A context bound to a provider of its own; null where that is not possible.
+// A context with its own provider; null if that is not possible.
 ContextPtr NewTransitionContext(const char* name) {
     auto context = std::make_unique<VELDyadContext>(name, PlatformDatabase, dyadctx::DatabaseType);
     if (!IsDbEnvironmentOn())

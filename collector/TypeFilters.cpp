@@ -46,7 +46,7 @@ void Views::Enter(int pos, std::string_view type) {
         AppendTo(database, pos);
     if (isPath || isDefault)
         AppendTo(path, pos);
-    // Whoever answers may do away with the type.
+    // The host that is asked may delete the type's text.
     if (!IsDbEnvironmentOn())
         return;
     if (isFile || isPath || isDefault)
@@ -59,7 +59,7 @@ VELResult NameOf(const VELIDyadDbProvider_var& provider, VELUnicodeString& name)
     return CodeOf([&] { return provider->GetName(name); });
 }
 
-// The contexts of a view, during whose walk a host's providers run.
+// The contexts of a view; a host's providers may run while they are walked.
 struct ServedContexts {
     const VELListPtrVELDyadContext& declared;
     const VELRawCollint& positions;
@@ -253,11 +253,11 @@ VELResult VELDyadCtxCollector::GetContextsFromDbProviderName(const VELUnicodeStr
     contexts.RemoveAll(VELCollec::KeepMemory);
     const ContextWatch watch(state_->watches, contexts);
     const VELResult result = CodeOf([&] {
-        // The name may be a text of a context, and that does not outlive an assignment.
+        // The name may be a context's own text, which an assignment destroys.
         return FindByProviderName({_MainContexts, _DatabaseCtxIndexes, state_->watches},
                                   VELUnicodeString(providerName), contexts);
     });
-    // Those that a host's provider has taken away meanwhile.
+    // Removes those that a host's provider deleted meanwhile.
     while (dyadctx::HostCodeCanRun() && contexts.RemoveValue(nullptr) != 0) {
     }
     return result;

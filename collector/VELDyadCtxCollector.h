@@ -1,14 +1,14 @@
 // The contexts of one context file, and the exchange scenarios declared with them.
 //
 // A client gets a collector from one of the factories and owns it: `delete` frees it with every
-// context in it. Contexts are reached by name, by position (from 1), by kind and by provider. A
-// type filter selects the current view: 0 all declared contexts, 1 Path, 2 Database, 3 File;
-// positions count within that view.
+// context in it. Contexts are found by name, position (from 1), kind and provider. A type filter
+// selects the current view: 0 all declared contexts, 1 Path, 2 Database, 3 File; positions count
+// within that view.
 //
 // A collector and its contexts are used from one thread at a time. Different collectors are
 // independent. No operation throws, with two exceptions: copies and assignments throw
-// std::bad_alloc, and GetContextNamesFromDbProvider lets the null-handle error through. Where
-// memory runs out, every other operation refuses: E_FAIL, null or 0.
+// std::bad_alloc, and GetContextNamesFromDbProvider lets the null-handle error through. Without
+// memory every other operation returns E_FAIL, null or 0.
 #pragma once
 
 #include "context/VELDyadContext.h"
@@ -31,7 +31,7 @@ struct CollectorState;
 class VELDYADCTX_EXPORT VELDyadCtxCollector {
 public:
     // ---- Factories -----------------------------------------------------------------------------
-    // Each gives a new collector the caller owns, or null. Messages for the user are added to
+    // Each returns a new collector owned by the caller, or null. Messages for the user are added to
     // `message`, which is never cleared; each ends in "\n". A few failures add none.
 
     // Reads the context file chosen by VELDyadCtxInit as it was at load: any text but a single
@@ -53,25 +53,27 @@ public:
     ~VELDyadCtxCollector();
 
     // ---- Registry ------------------------------------------------------------------------------
-    // Takes over `ctx`. Without `parent` it becomes a declared context. With `parent` it becomes
-    // the associated context of `parent` when `associated` is not 0 and the DB context environment
-    // is on, else a friend of `parent`; the code is then that of the link, and `ctx` is taken over
-    // also when the link fails. Without memory to register it, `ctx` stays the caller's.
+    // Takes ownership of `ctx`. Without `parent` it becomes a declared context. With `parent` it
+    // becomes the associated context of `parent` when `associated` is not 0 and the DB context
+    // environment is on, else a friend of `parent`; the result is then that of the link, and
+    // ownership passes even if the link fails. Without memory to register it, `ctx` still belongs
+    // to the caller.
     VELResult AddContext(VELDyadContext* ctx, VELDyadContext* parent, int associated);
     // Unlinks and deletes the first context of the current view with that name. E_FAIL when there
-    // is none. Filtered views keep the positions computed before.
+    // is none. Filtered views keep their old positions.
     VELResult DeleteContext(const VELUnicodeString& name);
 
-    // The number of declared contexts; the reference stays true while the collector lives.
+    // The number of declared contexts; the reference is valid and up to date while the collector
+    // lives.
     const int& GetAllNbCtxs() const noexcept { return _NbCtxs; }
     int GetNbPathCtxs() const noexcept { return _PathCtxIndexes.Size(); }
     // The number of contexts of the current view.
     int GetNbCtxs();
-    // E_FAIL, and `ctx` as before, outside the view. `ctx` may become null where a client entered
-    // a null context.
+    // E_FAIL, and `ctx` unchanged, outside the view. `ctx` may become null if a client added a null
+    // context.
     VELResult GetCtxAtIndex(int index, VELDyadContext*& ctx);
     // The first context of that name in the current view, and its position there when `index` is
-    // not null. E_FAIL, and both as before, when there is none.
+    // not null. E_FAIL, and both unchanged, when there is none.
     VELResult GetCtxFromName(const VELUnicodeString& name, VELDyadContext*& ctx,
                              int* index = nullptr);
     // The file this collector was made from, empty for one from scratch; `isDefault` becomes 1 when
@@ -79,12 +81,12 @@ public:
     const VELUnicodeString& GetXMLFile(unsigned char& isDefault) const noexcept;
 
     // ---- Validation ----------------------------------------------------------------------------
-    // Applies every rule to one context; `index` is its position among the declared contexts, 0 for
-    // one that is not registered. 1 when all hold. Otherwise 0, with a message for each that does
-    // not; 0 without message for a null context or an index out of range.
+    // Applies every rule to one context; `index` is its position among the declared contexts, 0 if
+    // it is not registered. 1 when all hold, otherwise 0 with a message for each that does not; 0
+    // without message for a null context or an index out of range.
     unsigned char CheckContext(VELDyadContext* context, VELUnicodeString& message, int index);
-    // 1 when a declared context behind position `index` has the name of `context`; it goes to
-    // `match` when that is not null.
+    // 1 when a declared context after position `index` has the name of `context`; `match`, unless
+    // null, receives it.
     unsigned char FindMatchingCtx(int index, VELDyadContext* context, VELDyadContext** match);
 
     // ---- Views and provider queries ------------------------------------------------------------
@@ -96,8 +98,8 @@ public:
     VELResult SetContextPathType();
     VELResult SetContextFileType();
     // Switches to the Database view. The first call with a list that is not empty narrows the view
-    // for good to the contexts of these providers and the Path contexts. A failing provider call
-    // ends it with that code and the view as it was.
+    // for good to the contexts of these providers and the Path contexts. If a provider call fails,
+    // its code is returned and the view is unchanged.
     VELResult SetContextDatabaseType(const VELListValVELUnicodeString& providerNames);
     VELResult GetContextType(int& type) const noexcept;
     // Adds the parameter types a context may have now, without emptying the list.
@@ -106,8 +108,8 @@ public:
     // first context without provider; the names found so far are in the list.
     VELResult GetContextNamesFromDbProvider(const VELIDyadDbProvider_var& provider,
                                             VELListValVELUnicodeString& names);
-    // The contexts of the Database view whose provider has that name. A failing provider call ends
-    // the walk with that code; what was found stays in the list.
+    // The contexts of the Database view whose provider has that name. If a provider call fails, its
+    // code is returned; what was found so far stays in the list.
     VELResult GetContextsFromDbProviderName(const VELUnicodeString& providerName,
                                             VELListPtrVELDyadContext& contexts);
     // Adds their names, without emptying the list.
@@ -115,12 +117,12 @@ public:
                                                 VELListValVELUnicodeString& names);
 
     // ---- Exchange scenarios --------------------------------------------------------------------
-    // Keeps one row. Always S_OK: without memory there is no new row, which GetNbScenarios tells.
+    // Adds one row. Always S_OK: without memory there is no new row, as GetNbScenarios shows.
     VELResult AddScenario(const VELUnicodeString& channel, const VELUnicodeString& channelContext,
                           const VELUnicodeString& profile, const VELUnicodeString& scenarioId,
                           const VELUnicodeString& optionName, const VELUnicodeString& optionValue);
-    // Queries answer in the order of the rows, empty their lists first, and are S_OK; without
-    // memory E_FAIL. The channels that offer one of the scenarios, each once, with their contexts.
+    // Queries empty their lists, fill them in row order and return S_OK; E_FAIL without memory. The
+    // channels that offer one of the scenarios, each once, with their contexts.
     VELResult GetExchangeChannelfromScenario(const VELListValVELUnicodeString& ids,
                                              VELListValVELUnicodeString& channels,
                                              VELListValVELUnicodeString& channelContexts);
@@ -137,8 +139,8 @@ public:
 
     // The number of rows kept.
     int GetNbScenarios() const noexcept { return _ScenarioIds.Size(); }
-    // One row, at positions from 1 in the order of their arrival. E_FAIL, and the outputs as
-    // before, for a position outside.
+    // One row; positions from 1 in the order they were added. E_FAIL, and the outputs unchanged,
+    // for a position outside.
     VELResult GetScenarioAtIndex(int index, VELUnicodeString& channel,
                                  VELUnicodeString& channelContext, VELUnicodeString& profile,
                                  VELUnicodeString& scenarioId, VELUnicodeString& optionName,
@@ -153,10 +155,10 @@ public:
 
     // ---- Files ---------------------------------------------------------------------------------
     // Writes the current view to a context file; scenarios are not written. A negative code, and
-    // the file as before, when that fails.
+    // the file unchanged, on failure.
     VELResult Stream(const VELUnicodeString& file, VELUnicodeString& message);
-    // The current view as the text that Stream writes, byte for byte. E_FAIL, and `text` as before,
-    // when there is none.
+    // The current view as the text that Stream writes, byte for byte. E_FAIL, and `text` unchanged,
+    // on failure.
     VELResult StreamText(VELUnicodeString& text);
     // The path of the default context file below an installation folder.
     static void GetRelativeResourcesPath(VELUnicodeString& path);
@@ -194,7 +196,7 @@ private:
                                                    const VELUnicodeString* parameters, int count,
                                                    int newLine);
 
-    // Every context this collector owns, each once.
+    // All contexts this collector owns, each once.
     VELListPtrVELDyadContext _Contexts;
     // The declared ones in file order; may hold null and repeated contexts.
     VELListPtrVELDyadContext _MainContexts;
@@ -216,6 +218,6 @@ private:
     VELListValVELUnicodeString _ScenarioOptionValues;
     VELListValVELUnicodeString _ScenarioKeys;
 
-    // What helps with the lists above and is no part of what a copy takes over; never null.
+    // Helpers for the lists above, which are not copied; never null.
     std::unique_ptr<dyadctx::CollectorState> state_;
 };

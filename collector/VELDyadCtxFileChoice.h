@@ -1,10 +1,10 @@
-// Which context file CreateCollector takes, and why: every place such a file may come from, in the
-// order of the library.
+// Which context file CreateCollector chooses, and why: every place such a file may come from, in
+// the library's order.
 //
 // VELDyadCtxInit and VELInstallPath count as they were when the library was loaded, the settings
-// and the disk as they are when Run is called. CreateCollector itself asks no further than the
-// first candidate that decides; this asks them all, opens no context file and writes no trace. An
-// object is used from one thread at a time. No operation throws.
+// and the disk as they are when Run is called. CreateCollector stops at the first candidate that
+// decides; this looks at all of them, opens no context file and writes no trace. An object is used
+// from one thread at a time. No operation throws.
 #pragma once
 
 #include "platform/VELExport.h"
@@ -25,7 +25,7 @@ enum class VELDyadCtxFileVerdict {
     Ignored   // an earlier candidate decided
 };
 
-// Whether the library reads the file of that path: the first of these that is found, in this order.
+// Whether the library reads the file of that path: the first of these that applies.
 enum class VELDyadCtxPathVerdict {
     NoFolder, // a name alone, without a folder before it
     FolderMissing,
@@ -59,14 +59,14 @@ enum class VELDyadCtxFileAbsence {
 
 struct VELDyadCtxFileCandidate {
     VELDyadCtxFileOrigin origin = VELDyadCtxFileOrigin::Variable;
-    // The environment variable it comes from; for the settings the one that leads to their folder.
-    // Empty where none does.
+    // The environment variable it comes from; for the settings the one that determines their
+    // folder. Empty if there is none.
     VELUnicodeString variable;
-    // Whether that variable is set; its value, of VELInstallPath this entry.
+    // Whether that variable is set; its value, or of VELInstallPath this entry.
     bool isSet = false;
     VELUnicodeString value;
     // The file of the settings and the line of the attribute, or of what is wrong there, from 1;
-    // empty and 0 where there is none, and for the settings of a host.
+    // empty and 0 if there is none, and for the settings of a host.
     VELUnicodeString settingsFile;
     int settingsLine = 0;
     int settingsColumn = 0;
@@ -74,10 +74,10 @@ struct VELDyadCtxFileCandidate {
     VELUnicodeString settingsFault;
     // The number of the installation folder in its list, from 1; 0 for the other origins.
     int folder = 0;
-    // The path, which may be the empty one; that of an installation folder also where no file is.
+    // The path, which may be empty; for an installation folder set even if there is no file.
     bool hasPath = false;
     VELUnicodeString path;
-    // What the library would say of the path, decisive or not.
+    // The library's verdict on the path, decisive or not.
     VELDyadCtxPathVerdict pathVerdict = VELDyadCtxPathVerdict::NoFolder;
     VELDyadCtxFileAbsence absence = VELDyadCtxFileAbsence::None;
     VELDyadCtxFileVerdict verdict = VELDyadCtxFileVerdict::Absent;
@@ -90,7 +90,7 @@ public:
     VELDyadCtxFileChoice(const VELDyadCtxFileChoice&) = delete;
     VELDyadCtxFileChoice& operator=(const VELDyadCtxFileChoice&) = delete;
 
-    // Asks every place. E_FAIL without memory; there are then no candidates.
+    // Looks at every place. E_FAIL without memory; there are then no candidates.
     VELResult Run();
 
     // ---- What came of it, until the next Run ---------------------------------------------------
@@ -101,13 +101,13 @@ public:
     const VELDyadCtxFileCandidate& GetCandidateAt(int index) const { return candidates_[index]; }
     // The position of the candidate that is Chosen or Rejected; 0 when there is none.
     int GetDecidingIndex() const noexcept { return deciding_; }
-    // The file CreateCollector takes, readable or not; empty without one. `isDefault` becomes 1
+    // The file CreateCollector chooses, readable or not; empty without one. `isDefault` becomes 1
     // when it counts as the installation's default file, else 0.
     const VELUnicodeString& GetFile(unsigned char& isDefault) const noexcept;
     // Whether CreateCollector can read it.
     bool IsUsable() const noexcept;
 
-    // What the library says of a path before it opens the file.
+    // The library's verdict on a path before it opens the file.
     static VELDyadCtxPathVerdict CheckPath(const VELUnicodeString& path) noexcept;
 
 private:

@@ -1,6 +1,5 @@
-// The checks of the collector: how the rules are applied to a context, which contexts are looked
-// at, and the searches they share with the reader. The rules themselves are in
-// collector/detail/ContextRules.cpp.
+// The checks of the collector: how rules are applied, to which contexts, and the searches shared
+// with the reader. The rules themselves are in collector/detail/ContextRules.cpp.
 #include "collector/VELDyadCtxCollector.h"
 
 #include "collector/detail/CheckRun.h"
@@ -27,7 +26,7 @@ CheckRun::CheckRun(VELDyadCtxCollector& collector, CheckExtent extent, FaultRepo
 bool CheckRun::CheckContext(VELDyadContext* context, int index) {
     if (context == nullptr || index < 0 || index > collector_.GetNbCtxs())
         return false;
-    // Whoever assigns to the context meanwhile does away with its texts.
+    // A host that assigns to the context meanwhile would destroy its texts.
     std::optional<ContextTexts> kept;
     if (HostCodeCanRun())
         kept =
@@ -98,7 +97,7 @@ bool CheckRun::ApplyToFriends(RuleSubject& subject) {
     return valid;
 }
 
-// Takes no part unless the DB context environment is on, and then leaves its trace line.
+// Checks and traces only while the DB context environment is on.
 bool CheckRun::ApplyToAssociated(RuleSubject& subject) {
     const bool mustAsk = ContextAccess::Associated(*subject.context) != nullptr || HostCodeCanRun();
     if (!mustAsk || !IsDbEnvironmentOn())

@@ -108,7 +108,7 @@ VELDyadContext::VELDyadContext(const VELDyadContext& src)
 }
 
 VELDyadContext& VELDyadContext::operator=(const VELDyadContext& src) {
-    // First all that may run out of memory, then all that changes.
+    // First everything that may fail, then everything that changes.
     VELUnicodeString name(src.name_);
     VELUnicodeString parameter(src.parameter_);
     VELUnicodeString parameterType(src.parameterType_);
@@ -125,7 +125,7 @@ VELDyadContext& VELDyadContext::operator=(const VELDyadContext& src) {
     friends_ = std::move(friends);
     associated_ = src.associated_;
     assignments.fetch_add(1, std::memory_order_relaxed);
-    // Last, as the former one may be a host's.
+    // Last, as releasing the old one may run a host's code.
     provider_ = src.provider_;
     return *this;
 }
@@ -218,7 +218,7 @@ VELResult VELDyadContext::GetAssociatedContext(VELDyadContext*& out) {
     if (associated_ == nullptr)
         return S_FALSE;
     ContextAccess::TraceAssociated(*this);
-    // A host's sink may have taken it away.
+    // A host's sink may have removed it.
     out = associated_;
     return out == nullptr ? S_FALSE : S_OK;
 }
@@ -249,7 +249,7 @@ VELResult VELDyadContext::GetDyadDbProvider(VELIDyadDbProvider_var& out) const {
         return S_OK;
     if (!dyadctx::HostCodeCanRun())
         return VELDyadDbProviderServices::CreateDyadDbProviderFromDbProvider(provider_, out);
-    // A host may do away with the provider the context keeps, and with the context.
+    // A host may release the provider the context keeps, and delete the context.
     const VELIDyadDbProvider_var kept = provider_;
     TRACE_ENTER("VELDyadContext:GetDyadDbProvider");
     const VELResult result =
@@ -266,7 +266,7 @@ VELResult VELDyadContext::AddRecordInMultiSiteHash(const VELUnicodeString& serve
     VELSysSimpleHashTable* sites = TableIn(sites_);
     if (sites == nullptr)
         return E_FAIL;
-    // Whether the record was taken, found its like or found no memory makes no difference here.
+    // A record added, one already present and lack of memory are all the same here.
     CodeOf([&] {
         auto record = std::make_unique<Record>(serverDetails, provider);
         if (sites->Insert(record.get()) == 1)

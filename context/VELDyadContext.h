@@ -1,15 +1,14 @@
 // The record of one context: where a piece of work takes its data from.
 //
 // Its name identifies it in a collector. Its parameter type says which kind of source it is:
-// "Default", "Path", "File" or "Database", compared as it stands; its parameter is the source's
-// value. Friends and the associated context are links to other contexts of the same collector,
-// never owned. A "Database" context may hold a database provider and, while the process has
-// multisite support, a table of server sites.
+// "Default", "Path", "File" or "Database", compared exactly; its parameter is the source's value.
+// Friends and the associated context are links to other contexts of the same collector, never
+// owned. A "Database" context may hold a database provider and, while the process has multisite
+// support, a table of server sites.
 //
-// A context handed to a collector belongs to the collector, which deletes it. One that no collector
-// holds is deleted with `delete` by whoever holds it, wherever it came from. A context is used from
-// one thread at a time. No operation throws, except that constructors and assignment throw
-// std::bad_alloc.
+// A context added to a collector belongs to the collector, which deletes it. Any other context is
+// deleted with `delete` by its holder, wherever it came from. A context is used from one thread at
+// a time. No operation throws, except that constructors and assignment throw std::bad_alloc.
 #pragma once
 
 #include "context/VELListPtrVELDyadContext.h"
@@ -30,7 +29,7 @@ struct SiteTables;
 
 class VELDYADCTX_EXPORT VELDyadContext {
 public:
-    // Takes copies of the three texts. A "Database" context gets an empty table of sites when the
+    // Copies the three texts. A "Database" context gets an empty table of sites when the
     // environment variable TE_MULTISITE_DBCONTEXT was set at load; no other context ever has one.
     VELDyadContext(const VELUnicodeString& name, const VELUnicodeString& parameter,
                    const VELUnicodeString& parameterType);
@@ -47,13 +46,13 @@ public:
     // The parameter type in the user's language; empty for one that is none of the four.
     VELUnicodeString GetNLSParameterType() const;
 
-    // Friends, at positions from 1. A context may be a friend twice. The three changes answer
+    // Friends, at positions from 1. A context may be a friend twice. The three changes return
     // E_FAIL, and change nothing, for a null context or a position outside the list.
     VELResult AddFriend(VELDyadContext* ctx);
     VELResult SetFriend(int index, VELDyadContext* ctx);
     VELResult RemoveFriend(int index);
-    // The number of friends. When there are any, `out` holds exactly them afterwards; when there
-    // are none, `out` stays as it was.
+    // Returns the number of friends. If there are any, `out` is replaced by them; if not, `out` is
+    // unchanged.
     int GetFriends(VELListPtrVELDyadContext& out) const;
 
     // Sets the associated context whether or not there was one; E_FAIL for null.
@@ -65,26 +64,26 @@ public:
     // E_FAIL when there is none.
     VELResult RemoveAssociatedContext();
 
-    // Keeps a provider made from `provider` by the provider services and answers their code.
-    // E_FAIL when this is not a "Database" context or the handle is null.
+    // Keeps a provider made from `provider` by the provider services and returns their code. E_FAIL
+    // when this is not a "Database" context or the handle is null.
     VELResult SetDyadDbProvider(const VELIDyadDbProvider_var& provider);
-    // Gives a provider made from the kept one, never that one itself; S_OK and the null handle when
-    // there is none.
+    // Returns a provider made from the kept one, never that one itself; S_OK and the null handle
+    // when there is none.
     VELResult GetDyadDbProvider(VELIDyadDbProvider_var& out) const;
 
-    // The table of sites. Without a table the operations with a code answer E_FAIL and the others
-    // do nothing. A site is known by its server details, compared exactly.
-    // A site that is present stays as it is, and the answer is S_OK.
+    // The table of sites. Without a table the operations with a code return E_FAIL and the others
+    // do nothing. A site is identified by its server details, compared exactly. Adding a site that
+    // is present changes nothing and returns S_OK.
     VELResult AddRecordInMultiSiteHash(const VELUnicodeString& serverDetails,
                                        const VELIDyadDbProvider_var& provider);
     // E_FAIL when there is no such site.
     VELResult RemoveRecordFromMultiSiteHash(const VELUnicodeString& serverDetails);
-    // The provider of a site. Without such a site `provider` stays as it was. The answer is E_FAIL
-    // when `provider` is null in the end: reset it before the call.
+    // The provider of a site; without such a site `provider` is unchanged. E_FAIL when `provider`
+    // is null in the end: reset it before the call.
     VELResult LocateInMultisiteHash(const VELUnicodeString& serverDetails,
                                     VELIDyadDbProvider_var& provider);
-    // Both add to their list without emptying it; the order is the table's. Sites without provider
-    // are missing from the second.
+    // Both add to their list without emptying it, in the table's order. The second leaves out sites
+    // without provider.
     void GetListOfSites(VELListValVELUnicodeString& sites);
     VELResult GetListOfMultisiteDbProvider(VELListValVELIDyadDbProvider_var& providers);
     // 1 when there are two sites or more, else 0.
@@ -92,7 +91,7 @@ public:
 
 private:
     friend struct dyadctx::ContextAccess;
-    // Takes the texts over.
+    // Moves the texts in.
     VELDYADCTX_LOCAL explicit VELDyadContext(dyadctx::ContextTexts&& texts);
 
     VELUnicodeString name_;

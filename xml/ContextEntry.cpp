@@ -46,7 +46,7 @@ VELResult ContextEntry::AddContext(const VELIDOMElement& element, ContextLevels 
     return Enter(element, std::move(context), owner, asAssociated ? 1 : 0);
 }
 
-// The owner is the context declared last, wherever the element stands in the file.
+// The owner is the context declared last, wherever the element is in the file.
 VELResult ContextEntry::FindOwner(const VELIDOMElement& element, ContextLevels levels,
                                   VELDyadContext*& owner) {
     if (!HasOwner(levels))
@@ -58,8 +58,7 @@ VELResult ContextEntry::FindOwner(const VELIDOMElement& element, ContextLevels l
     return E_FAIL;
 }
 
-// A declared context that lacks something is entered all the same where reading continues after
-// faults.
+// An incomplete declared context is entered all the same if reading continues after faults.
 bool ContextEntry::MayStandIn(const VELDyadContext* owner) const noexcept {
     return state_.ContinuesAfterFault() &&
            (owner == nullptr || (values_.missing & MissingName) == 0);
@@ -112,8 +111,8 @@ VELResult ContextEntry::EnterDatabaseContext(const VELIDOMElement& element, Cont
     return Enter(element, std::move(context), owner, 0);
 }
 
-// The context is the collector's as soon as that knows it, whatever it answers; without memory it
-// may refuse to.
+// The collector owns the context as soon as it knows it, whatever it returns; without memory it may
+// not take it.
 VELResult ContextEntry::Enter(const VELIDOMElement& element, ContextPtr context,
                               VELDyadContext* owner, int associated) {
     if (state_.observer != nullptr)
@@ -122,14 +121,14 @@ VELResult ContextEntry::Enter(const VELIDOMElement& element, ContextPtr context,
     const VELResult result = state_.collector.AddContext(entered, owner, associated);
     if (ContextAccess::WasRegistered(*entered))
         static_cast<void>(context.release());
-    // Fails only without memory: what comes after would not be the file's fault.
+    // Fails only without memory: later faults would not be the file's.
     if (result < 0 && state_.ContinuesAfterFault())
         throw std::bad_alloc();
     return result;
 }
 
-// The site goes to the declared context of that name, which may be another one than was just made.
-// A context that keeps no sites refuses it, which is no failure.
+// Adds the site to the declared context of that name, which may not be the one just made. A context
+// without a table of sites refuses it, which is no failure.
 void ContextEntry::FileSite(const VELUnicodeString& name, const VELIDyadDbProvider_var& provider) {
     VELDyadContext* declared = nullptr;
     if (state_.collector.GetCtxFromName(name, declared) < 0 || declared == nullptr)

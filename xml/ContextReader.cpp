@@ -20,7 +20,7 @@ constexpr const char* Method = "VELDyadCtxXml::ParseXMLNodes";
 
 VELResult ContextReader::ParseXMLNodes(const VELIDOMElement& root) {
     VELResult result = Begin(root, Names().data, ContextLevels());
-    // Between two contexts mostly stands a line break.
+    // Contexts are mostly separated by line breaks.
     if (!passes_.empty())
         CollectorAccess::Reserve(state_.collector, (passes_.back().nodeCount + 1) / 2);
     while (!passes_.empty())
@@ -28,7 +28,7 @@ VELResult ContextReader::ParseXMLNodes(const VELIDOMElement& root) {
     return result;
 }
 
-// Leaves a new pass on the stack, unless it has ended already.
+// Pushes a new pass, unless it ends at once.
 VELResult ContextReader::Begin(const VELIDOMElement& parent, const VELUnicodeString& tag,
                                ContextLevels levels) {
     TRACE_ENTER("VELDyadCtxXml:ParseXMLNodes <%s>", tag.ConvertToChar());
@@ -71,7 +71,7 @@ void ContextReader::LogNotFound(const VELIDOMElement& parent, const VELUnicodeSt
     LogReaderError(state_, Method, key::TagNotFound, parent, &tag, 1);
 }
 
-// Goes on with the innermost pass, told how what it waited for has ended.
+// Continues the innermost pass with the result of what it waited for.
 VELResult ContextReader::Advance(VELResult result) {
     Pass& pass = passes_.back();
     if (result < 0)
@@ -98,7 +98,7 @@ VELResult ContextReader::ReadNode() {
     if (!ReadTag(node_, tag))
         return GoToNextNode();
     pass.element = VELIDOMElement(node_);
-    // A declared context is read once; only those who look for faults come back to it.
+    // A declared context is read once; only an observer comes back to it.
     if (passes_.size() == 1 && state_.observer == nullptr)
         DomAccess::ForgetBefore(pass.element);
     const FormatIds& ids = *state_.ids;
@@ -121,7 +121,7 @@ VELResult ContextReader::ReadContext() {
             return Abandon();
     }
     pass.step = Step::AssociatedOfContext;
-    // A walk that reads nothing can be seen in the trace, and asks for the DB context environment.
+    // A walk that reads nothing still shows in the trace and asks for the DB context environment.
     pass.walks = HostCodeCanRun() ? WalksBelow() : FindWalksBelow(pass.element, *state_.ids);
     if (!pass.walks.associated || !IsDbEnvironmentOn())
         return S_OK;

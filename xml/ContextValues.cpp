@@ -12,7 +12,7 @@ namespace {
 constexpr const char* ValuesMethod = "VELDyadCtxXml::GetXMLValuesContext";
 constexpr const char* DatabaseValuesMethod = "VELDyadCtxXml::GetXMLDbValuesContext";
 
-// Such a message is traced alone, before it joins the text of the caller.
+// Traces the message alone, before it is added to the caller's text.
 void LogAlone(const ReadState& state, const char* method, const char* key,
               const VELIDOMElement& element, const VELUnicodeString* parameters = nullptr,
               int count = 0) {
@@ -29,7 +29,7 @@ void LogNoName(const ReadState& state, const VELIDOMElement& element, ContextLev
         LogAlone(state, ValuesMethod, key::CtxNoName, element);
 }
 
-// A friend or associated context may be written by its name alone.
+// A friend or associated context may have only a name.
 bool IsNameEnough(ContextLevels levels) {
     return levels.friendLevel > 0 || (levels.associatedLevel > 0 && IsDbEnvironmentOn());
 }

@@ -15,8 +15,8 @@ bool IsDatabase(const VELDyadContext& context) {
     return context.GetParameterType() == Names().databaseType;
 }
 
-// The context's provider, to be asked. Where nobody could see the difference, it is the one the
-// context keeps and not one made from it.
+// The context's provider, for queries: the kept one itself, instead of one made from it, where
+// nobody could see the difference.
 VELResult GetProvider(const VELDyadContext& context, VELIDyadDbProvider_var& provider) {
     const VELIDyadDbProvider_var& kept = ContextAccess::KeptProvider(context);
     if (VELIsTraceActive() || !IsBuiltInFactoryActive() ||
@@ -48,7 +48,7 @@ VELResult ContextWriter::StreamText(VELUnicodeString& text) {
     });
 }
 
-// False when a context of the view is not in the document completely.
+// False when a context of the view is not completely in the document.
 bool ContextWriter::TakeView() {
     const int count = collector_.GetNbCtxs();
     return count < 1 || WriteContexts(count) == count;
@@ -67,7 +67,7 @@ VELResult ContextWriter::MakeDocument() {
     return AddContainer(root, Names().data, data_);
 }
 
-// How many of them are in the document completely. One that is not does not keep the others out.
+// How many of them are completely in the document. A failing one does not keep the others out.
 int ContextWriter::WriteContexts(int count) {
     int written = 0;
     for (int position = 1; position <= count; ++position) {
@@ -185,7 +185,7 @@ VELResult ContextWriter::AddContextByName(const VELIDOMElement& container,
     return element.SetAttribute(Names().name, context->GetName());
 }
 
-// The context is looked for by its name, so of two namesakes the first one's sites are written.
+// The context is looked up by name, so of two namesakes the first one's sites are written.
 VELResult ContextWriter::StreamMultisites(const VELIDOMElement& parent, VELUnicodeString name) {
     TRACE_LOG("VELDyadCtxXml:StreamMultisites");
     VELDyadContext* context = nullptr;
@@ -218,8 +218,8 @@ VELResult ContextWriter::WriteSite(VELDyadContext& context, const VELUnicodeStri
     return parent.AppendChild(element);
 }
 
-// The site that is the context's own provider is in the file already, and one without provider
-// could not be told from it.
+// The context's own provider is in the file already, and a site without provider would look the
+// same.
 VELResult ContextWriter::SetSiteProvider(VELDyadContext& context, const VELUnicodeString& site,
                                          const VELIDOMElement& element, bool& isDropped) const {
     VELIDyadDbProvider_var siteProvider;

@@ -66,7 +66,7 @@ VELIDOMNode FindContainer(const VELIDOMElement& parent, const VELUnicodeString& 
     return OnlyDescendant(parent, tag, state);
 }
 
-// Takes the nodes away when none of them concerns the pass.
+// Empties the list when none of the nodes concerns the pass.
 VELResult KeepIfTagIsHeld(const VELUnicodeString& tag, const VELIDOMNode& container,
                           VELIDOMNodeList& nodes, int& count, const ReadState& state) {
     bool found = false;

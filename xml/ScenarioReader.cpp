@@ -41,14 +41,14 @@ VELResult ScenarioReader::Begin(const VELIDOMNode& element, const VELUnicodeStri
     return S_OK;
 }
 
-// Goes on with the innermost pass, told how the pass it waited for has ended.
+// Continues the innermost pass with the result of the pass it waited for.
 VELResult ScenarioReader::Advance(VELResult childResult) {
     Pass& pass = passes_.back();
     if (childResult >= 0)
         return pass.nodeIndex < pass.nodeCount ? ReadNode() : End();
     const int failedIndex = pass.nodeIndex - 1;
     if (pass.childKind == Kind::ScenarioId) {
-        // The other operation's name is the one to be expected in this line.
+        // This line bears the other operation's name on purpose.
         TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes : scenarioID parsing problem, node index=%d",
                     failedIndex);
     } else {
@@ -136,7 +136,7 @@ VELResult ScenarioReader::Abandon() {
     return E_FAIL;
 }
 
-// A scenario without options is one row all the same.
+// A scenario without options still is one row.
 void ScenarioReader::AddRows(const Pass& scenarioId) {
     const VELUnicodeString none;
     if (scenarioId.optionNames.Size() == 0)
@@ -151,7 +151,7 @@ void ScenarioReader::AddRow(const Pass& scenarioId, const VELUnicodeString& opti
     const int rowsBefore = state_.collector.GetNbScenarios();
     state_.collector.AddScenario(name, name, scenarioId.profile, scenarioId.ident, optionName,
                                  optionValue);
-    // A collector that lacks a row of its file must not reach a client.
+    // No client may get a collector that lacks a row of its file.
     if (state_.collector.GetNbScenarios() == rowsBefore)
         throw std::bad_alloc();
 }

@@ -8,7 +8,7 @@
 
 namespace {
 
-// What tells the sites of a connector's databases apart; no second detail means only the first.
+// What distinguishes the sites of a connector's databases; the second detail may be absent.
 struct SiteRule {
     std::string_view connector;
     const char* detail;
@@ -28,7 +28,7 @@ constexpr std::array SiteRules{
     SiteRule{"Gyre", format::ServerNameDetail, nullptr},
 };
 
-// Empty for a name or value that is not there.
+// Empty for a missing name or value.
 VELUnicodeString DetailValue(const char* name, const VELListValVELUnicodeString& names,
                              const VELListValVELUnicodeString& values) {
     return values[names.Locate(VELUnicodeString(name))];

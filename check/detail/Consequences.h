@@ -9,9 +9,9 @@
 
 namespace dyadctx {
 
-// For each entry the index of its fault: the error that, once mended, takes the entry away as well;
-// its own index where it is no consequence. The fault of an entry is never a consequence itself.
-// Near-linear. Throws std::bad_alloc.
+// For each entry the index of its fault: the error whose repair removes the entry too; its own
+// index if it is no consequence. The fault of an entry is never a consequence itself. Near-linear.
+// Throws std::bad_alloc.
 std::vector<std::size_t> FindFaults(std::span<const FindingList::Entry> entries);
 
 } // namespace dyadctx

@@ -1,6 +1,5 @@
-// Where in a file its contexts are, each known by its address. Columns count bytes, as the
-// document's nodes tell them. Adding a place costs next to nothing; the list is put in order when
-// one is first looked for.
+// The places of a file's contexts, by address. Columns count bytes, as the document's nodes do.
+// Adding is cheap; the list is sorted at the first look-up.
 #pragma once
 
 #include "context/VELDyadContext.h"

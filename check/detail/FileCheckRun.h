@@ -1,4 +1,4 @@
-// One check of one file: what stands behind VELDyadCtxFileCheck.
+// One check of one file: the implementation of VELDyadCtxFileCheck.
 #pragma once
 
 #include "check/detail/ContextPlaces.h"
@@ -36,10 +36,10 @@ public:
     // To be called once.
     VELListVal<VELDyadCtxFinding> TakeFindings();
     VELDyadCtxCollector* Collector() const noexcept { return collector_.get(); }
-    // The place of a context's element as a finding tells it; nothing for a context that is not of
-    // the file. Throws std::bad_alloc.
+    // The place of a context's element, in characters; nothing for a context that is not of the
+    // file. Throws std::bad_alloc.
     std::optional<VELPlace> FindPlace(const VELDyadContext* context);
-    // What a factory says. Throws std::bad_alloc.
+    // The message of a factory. Throws std::bad_alloc.
     VELUnicodeString FactoryMessage() const;
 
 private:
@@ -94,7 +94,7 @@ private:
     int PositionOfName(const VELUnicodeString& name) const;
 
     VELUnicodeString file_;
-    // In place of what the file holds.
+    // Used instead of the file.
     std::optional<VELUnicodeString> contents_;
     FileCheckOptions options_;
     std::unique_ptr<VELDyadCtxCollector> collector_;
@@ -114,7 +114,7 @@ private:
     // Positions in leftOut_, once it is needed.
     std::unordered_map<std::string_view, std::size_t> leftOutByName_;
     bool isOwnerlessReported_ = false;
-    // Nothing could be read behind the fault.
+    // Nothing could be read after the fault.
     bool hasReadingEnded_ = false;
     std::vector<Unknown> unknown_;
 };

@@ -1,4 +1,4 @@
-// Help beyond the rules: what in a file looks like a mistake although the library takes it.
+// Help beyond the rules: what looks like a mistake although the library accepts it.
 #pragma once
 
 #include "check/detail/ContextPlaces.h"

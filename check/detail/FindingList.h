@@ -1,4 +1,4 @@
-// The findings about one file while they are gathered.
+// The findings about one file while they are collected.
 #pragma once
 
 #include "check/VELDyadCtxFileCheck.h"
@@ -33,22 +33,22 @@ public:
     FindingList(const FindingList&) = delete;
     FindingList& operator=(const FindingList&) = delete;
 
-    // Adds a finding with its severity and text. The reference is good until the next one is added.
+    // Adds a finding with its severity and text. The reference is valid until the next Add.
     Entry& Add(const char* id, std::span<const VELUnicodeString> parameters, const Spot& spot);
     Entry& AddAbout(const VELUnicodeString& context, const char* id,
                     std::span<const VELUnicodeString> parameters, const Spot& spot);
 
-    // The last parameter is a suggestion; it joins the text unless it is empty.
+    // The last parameter is a suggestion, added to the text unless it is empty.
     Entry& AddWithSuggestion(const char* id, std::span<const VELUnicodeString> parameters,
                              const Spot& spot);
-    // A copy of the text that lives as long as the list, for the attribute of a spot.
+    // A copy of the text that lives as long as the list; for the attribute of a spot.
     const char* Keep(std::string_view text) { return kept_.emplace(text).first->c_str(); }
 
     bool HasErrors() const noexcept { return hasErrors_; }
 
     bool IsEmpty() const noexcept { return entries_.empty(); }
-    // The findings in the order of the file, each once, with consequences after their faults and
-    // without the silenced ones. The list is empty afterwards.
+    // The findings in file order, each once, consequences after their faults, silenced ones left
+    // out. Empties the list.
     VELListVal<VELDyadCtxFinding> Finish(SourceReader& text,
                                          const VELListValVELUnicodeString& silenced);
 

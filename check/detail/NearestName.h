@@ -1,4 +1,4 @@
-// The likely meaning of a name that is not known.
+// Finds the likely meaning of an unknown name.
 #pragma once
 
 #include <array>
@@ -11,26 +11,25 @@
 
 namespace dyadctx {
 
-// Searches among many names. Each search looks at all names of similar length until the object has
-// done as much as it may, and then finds nothing any more: a large file with many unknown names
-// must not take long. Throws std::bad_alloc.
+// Searches among many names of similar length. All searches share a budget, after which nothing is
+// found: a large file with many unknown names must not take long. Throws std::bad_alloc.
 class NearestName {
 public:
     // The names outlive the object.
     explicit NearestName(const std::vector<std::string_view>& names);
 
-    // The name nearest to `word`, letter case and blanks aside, the first of equally near ones; no
-    // more than a third of its letters differ. Empty when none is near. A word that is itself a
-    // name is none.
+    // The name nearest to `word`, letter case and blanks aside, the first of equally near ones; at
+    // most a third of its letters differ. Empty when none is near. A name equal to `word` does not
+    // count.
     std::string_view Find(std::string_view word);
 
 private:
-    // What is compared of a name, and the name.
+    // A name as it is compared, and the name itself.
     struct Candidate {
         std::string letters;
         std::string_view name;
     };
-    // Names of one length, and what letters each has; these are looked at first and lie together.
+    // Names of one length and their letter sets, which are compared first and are contiguous.
     struct Candidates {
         std::vector<std::uint64_t> letterSets;
         std::vector<Candidate> names;

@@ -1,5 +1,5 @@
-// Which placeholder stood for each friend and associated context before they were linked: it alone
-// knows where in the file the friend is written.
+// The placeholder of each friend and associated context before linking: only it has the place where
+// the friend is written.
 #pragma once
 
 #include "context/VELDyadContext.h"
@@ -15,7 +15,7 @@ namespace dyadctx {
 
 class ReferencePlaces {
 public:
-    // Takes down the placeholders of the declared contexts, which are not linked yet.
+    // Records the placeholders of the declared contexts, which are not linked yet.
     explicit ReferencePlaces(const VELListPtrVELDyadContext& declared);
 
     // The placeholder of a friend; both positions run from 1. Null outside.
@@ -35,9 +35,9 @@ private:
     bool Holds(int context) const noexcept;
 
     std::vector<const VELDyadContext*> friends_;
-    // One per declared context and one behind the last.
+    // One per declared context and one after the last.
     std::vector<References> references_;
-    // The friends of the context asked about last.
+    // The context whose friends are in byName_.
     int indexed_ = 0;
     std::unordered_map<std::string_view, const VELDyadContext*> byName_;
 };

@@ -1,4 +1,4 @@
-// Where findings stand in a source text.
+// The places of findings in a source text.
 #pragma once
 
 #include "check/detail/SourceReader.h"
@@ -8,7 +8,7 @@
 
 namespace dyadctx {
 
-// An element, as the parser tells its place, or one of its attributes. The attribute's name
+// An element, at the place the parser reports, or one of its attributes. The attribute's name
 // outlives the spot.
 struct Spot {
     VELPlace element;
@@ -21,10 +21,9 @@ struct SourceRange {
     VELPlace end;
 };
 
-// The range of each spot, in characters: of the attribute with its value where it is written there,
-// else of the beginning of the element with its name; of one character where there is neither.
-// Where the text has changed a range begins where the spot is. One pass through the text as far as
-// the last spot, however many there are. Throws std::bad_alloc.
+// The range of each spot, in characters: the attribute with its value, or else the start of the
+// element with its name, or else one character. If the text has changed, a range begins at the
+// spot. Takes one pass through the text up to the last spot. Throws std::bad_alloc.
 std::vector<SourceRange> FindRanges(const std::vector<Spot>& spots, SourceReader& reader);
 
 } // namespace dyadctx

@@ -1,4 +1,4 @@
-// The characters of a source text one after the other, each with its place.
+// Reads the characters of a source text, each with its place.
 #pragma once
 
 #include "platform/VELPlace.h"
@@ -11,8 +11,8 @@
 
 namespace dyadctx {
 
-// Reads a text in UTF-8, UTF-16 or ISO-8859-1 from its beginning, in pieces, and hands it out in
-// UTF-8. No more of a file is read than is asked for. Throws std::bad_alloc.
+// Reads a text in UTF-8, UTF-16 or ISO-8859-1 from its beginning, piece by piece, and converts it
+// to UTF-8. Reads no more of a file than needed. Throws std::bad_alloc.
 class SourceReader {
 public:
     // A file that cannot be read is an empty text.
@@ -22,15 +22,15 @@ public:
     SourceReader(const SourceReader&) = delete;
     SourceReader& operator=(const SourceReader&) = delete;
 
-    // The next byte of the text in UTF-8; to be asked for only where there is more.
+    // The next byte of the text in UTF-8; call Next only if HasMore().
     bool HasMore() { return at_ < piece_.size() || ReadPiece(); }
     char Next() const noexcept { return piece_[at_]; }
     void Pass() noexcept;
     // The place of the next byte, in characters.
     VELPlace Here() const noexcept { return {line_, column_}; }
 
-    // Goes on to a place whose column counts what the parser counts: bytes, in UTF-16 units of two
-    // bytes. False, and somewhere behind the place before, where the text has no such place ahead.
+    // Advances to a place whose column counts as the parser does: bytes, or in UTF-16 units of two
+    // bytes. False if there is no such place ahead; the reader may have advanced all the same.
     bool MoveTo(VELPlace place);
 
 private:
@@ -45,7 +45,7 @@ private:
     void StartLine() noexcept;
 
     FileReader file_;
-    // What the file has given last, or all of a text that is in memory.
+    // The last bytes read from the file.
     std::string buffer_;
     std::string_view unread_;
     bool isFile_ = false;

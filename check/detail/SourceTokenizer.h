@@ -8,21 +8,21 @@
 
 namespace dyadctx {
 
-// Takes apart the start tag that begins where the reader is. The text is well-formed as far as that
-// tag, unless it has changed meanwhile. Throws std::bad_alloc.
+// Takes apart the start tag at the reader's position. The text is well-formed up to that tag,
+// unless it has changed meanwhile. Throws std::bad_alloc.
 class SourceTokenizer {
 public:
     // The reader outlives the tokenizer.
     explicit SourceTokenizer(SourceReader& reader) noexcept : reader_(reader) {}
 
-    // The name of the element; false where no start tag begins.
+    // Reads the name of the element; false if no start tag begins here.
     bool ReadElement(std::string& name);
     struct Attribute {
         std::string name;
         // Where the name begins.
         VELPlace place;
     };
-    // The next attribute in the order of the text; false behind the last one.
+    // Reads the next attribute; false after the last one.
     bool ReadAttribute(Attribute& attribute);
 
 private:

@@ -1,5 +1,4 @@
-// What the reader and writer of files and the check of a file may do with a collector beyond its
-// public operations.
+// What reader, writer and file check may do with a collector beyond its public operations.
 #pragma once
 
 #include "collector/VELDyadCtxCollector.h"
@@ -14,14 +13,14 @@ struct CollectorAccess {
     static Collector* New(const VELUnicodeString& file, unsigned char isDefault) {
         return new Collector(file, isDefault);
     }
-    // What a factory makes of a file.
+    // The collector a factory makes from a file.
     static Collector* CreateCollectorFromXMLFile(const VELUnicodeString& file,
                                                  unsigned char isDefault,
                                                  VELUnicodeString& message) {
         return Collector::CreateCollectorFromXMLFile(file, isDefault, message);
     }
-    // The same of a file whose path is known to be that of a context file. Where `text` is not null
-    // it is read instead of the file. Defined in Creation.cpp.
+    // The same for a path already known to be that of a context file. `text`, unless null, is read
+    // instead of the file. Defined in Creation.cpp.
     static Collector* CreateCollectorFromContents(const VELUnicodeString& file,
                                                   unsigned char isDefault,
                                                   const VELUnicodeString* text,
@@ -36,13 +35,13 @@ struct CollectorAccess {
     static int PositionOfName(Collector& c, const VELUnicodeString& name) {
         return c.state_->index.PositionOfName(c._MainContexts, name);
     }
-    // Prepares for about that many declared contexts.
+    // Reserves for about that many declared contexts.
     static void Reserve(Collector& c, int count) noexcept { c.state_->index.Reserve(count); }
-    // Tells that a context of that name is about to be declared.
+    // Prefetches for a context of that name that is about to be declared.
     static void PrefetchName(Collector& c, const VELUnicodeString& name) noexcept {
         c.state_->index.Prefetch(name);
     }
-    // For what an operation still means to look at when a host's code has run.
+    // For contexts an operation still needs after a host's code has run.
     static ContextWatches& Watches(Collector& c) noexcept { return c.state_->watches; }
 };
 

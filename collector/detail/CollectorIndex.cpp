@@ -11,8 +11,7 @@ namespace dyadctx {
 
 namespace {
 
-// Tells of a place whether the context there has a name. The chains ask only about places that have
-// a context.
+// Says whether the context at a place has a name. The chains ask only about places with a context.
 template<class PositionAt>
 auto HasName(const VELListPtrVELDyadContext& declared, PositionAt positionAt,
              std::string_view name) {
@@ -80,7 +79,7 @@ int CollectorIndex::PositionOfName(const VELListPtrVELDyadContext& declared,
         return 0;
     if (ends.first > after)
         return ends.first;
-    // Whoever asks for what follows mostly stands on a context of that name.
+    // Callers that search on are mostly at a context of that name.
     const VELDyadContext* standing = declared[after];
     if (standing != nullptr && standing->GetName() == name)
         return chains.Next(after);

@@ -1,10 +1,10 @@
-// Look-up help of a collector: which declared contexts have a name, where they stand in a view,
-// which contexts the collector owns, and which scenario rows belong to a channel.
+// A collector's look-up index: which declared contexts have a name, their places in a view, which
+// contexts the collector owns, and which scenario rows belong to a channel.
 //
-// Derived from the collector's lists and never part of what it holds: built when first needed,
-// extended when something is appended, dropped when anything else changes. Every operation takes
-// the lists it answers for; null entries are skipped. Operations throw std::bad_alloc and are then
-// ready to be tried again.
+// Derived from the collector's lists and never part of its state: built when first needed, extended
+// when something is appended, dropped when anything else changes. Every operation takes the lists
+// it searches; null entries are skipped. Operations throw std::bad_alloc and can then be tried
+// again.
 #pragma once
 
 #include "collector/detail/PositionChains.h"
@@ -24,11 +24,11 @@ enum ViewType : int { AllContexts = 0, PathContexts = 1, DatabaseContexts = 2, F
 
 class CollectorIndex {
 public:
-    // Prepares for about that many declared contexts.
+    // Reserves for about that many declared contexts.
     void Reserve(int declaredSize) noexcept { expectedSize_ = declaredSize; }
 
-    // What looking up or entering a name soon takes: first the place where the name is kept, some
-    // time later the context that probably has it.
+    // Prefetches for looking up or entering a name: first the name's slot, some time later the
+    // context that probably has it.
     void Prefetch(const VELUnicodeString& name) const noexcept;
     void PrefetchContext(const VELListPtrVELDyadContext& declared,
                          const VELUnicodeString& name) const noexcept;
@@ -40,7 +40,7 @@ public:
     // `pos` holds a context.
     int NextNamesake(const VELListPtrVELDyadContext& declared, int pos);
     // The first place of `positions`, the list of that view, whose context has that name; 0 without
-    // one. Places whose position lies outside `declared` are skipped. `view` is not AllContexts.
+    // one. Places whose position is outside `declared` are skipped. `view` is not AllContexts.
     int PlaceOfName(const VELListPtrVELDyadContext& declared, const VELRawCollint& positions,
                     ViewType view, const VELUnicodeString& name);
 
@@ -56,17 +56,17 @@ public:
                      const VELUnicodeString& profile);
     int NextRowOfProfile(int row) const noexcept { return profileRows_.Next(row); }
 
-    // For changes other than appending.
+    // To be called after changes other than appending.
     void Forget() noexcept;
 
 private:
     // The names of a sequence of contexts.
     struct Names {
         PositionChains chains;
-        // The chains are good while this is the number of assignments to contexts.
+        // The chains are valid while this is the number of assignments to contexts.
         std::uint64_t assignments = 0;
-        // The first position that lay outside the declared contexts. They are good only until the
-        // list reaches it.
+        // The first position that was outside the declared contexts. The chains are valid only
+        // until the list reaches it.
         int firstOutside = std::numeric_limits<int>::max();
     };
 

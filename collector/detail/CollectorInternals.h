@@ -34,7 +34,7 @@ struct CollectorInternals {
     static const Texts& Keys(const Collector& c) noexcept { return c._ScenarioKeys; }
     static CollectorState& State(Collector& c) noexcept { return *c.state_; }
 
-    // All fields that a copy takes over, in declared order.
+    // All fields that are copied, in declared order.
     template<class AnyCollector>
     static auto CopiedFields(AnyCollector& c) {
         return std::tie(c._Contexts, c._MainContexts, c._PathCtxIndexes, c._DatabaseCtxIndexes,

@@ -1,4 +1,4 @@
-// What a collector keeps beside its fields.
+// What a collector keeps besides its fields.
 #pragma once
 
 #include "collector/detail/CollectorIndex.h"
@@ -9,7 +9,7 @@ namespace dyadctx {
 struct CollectorState {
     // Derived from the collector's lists; rebuilt when it is out of date.
     CollectorIndex index;
-    // Of the operations under way.
+    // Of the operations in progress.
     ContextWatches watches;
 };
 

@@ -1,4 +1,4 @@
-// Where the context file of a collector may lie, and whether a file can be one.
+// Where a collector's context file may be, and whether a file can be one.
 #pragma once
 
 #include "collector/VELDyadCtxFileChoice.h"
@@ -20,16 +20,16 @@ inline constexpr const char* ExchangeChannelVariable = "ExchangeChannel";
 
 bool ContainsDefaultContextFile(const VELUnicodeString& path) noexcept;
 
-// What VELDyadCtxInit asks for: its own text as the path, no file at all, or the file that settings
-// or installation name.
+// What VELDyadCtxInit selects: its own text as the path, no file, or the file named by settings or
+// installation.
 enum class InitChoice { Path, NoFile, Installed };
 InitChoice InitChoiceOf(const VELUnicodeString& setting) noexcept;
 
-// The file that the settings name; empty without one.
+// The file named by the settings; empty without one.
 VELUnicodeString FileOfSettings();
 
-// The entries of a list of installation folders, one after the other: each as it stands, also an
-// empty one. The list itself is not empty.
+// Iterates over a list of installation folders: each entry as written, even if empty. The list
+// itself is not empty.
 class RootList {
 public:
     explicit RootList(std::string_view roots) noexcept : rest_(roots) {}
@@ -40,10 +40,10 @@ private:
     bool isDone_ = false;
 };
 VELUnicodeString DefaultFileBelow(std::string_view root);
-// Whether there is a file or folder, which is all that is asked of a default file.
+// Whether there is a file or folder; a default file needs no more.
 bool IsThere(const VELUnicodeString& path);
 
-// The default context file below the first of `roots`, separated by ";", that holds one; empty when
+// The default context file below the first of `roots`, separated by ";", that has one; empty when
 // none does.
 VELUnicodeString FindDefaultContextFile(const VELUnicodeString& roots);
 

@@ -1,6 +1,5 @@
-// The rules a declared context must keep, as tables: what breaks a rule, which message says so and
-// what the message names. CheckRun walks them; whoever needs another kind of report walks them
-// through a CheckRun with a reporter of its own.
+// The rules a declared context must keep, as tables: what breaks a rule, its message and what the
+// message names. CheckRun applies them; another kind of report needs only another reporter.
 #pragma once
 
 #include "collector/detail/Fault.h"
@@ -14,17 +13,17 @@ namespace dyadctx {
 
 class RuleLookups;
 
-// What a rule looks at.
+// What a rule examines.
 struct RuleSubject {
     const VELUnicodeString& name;
     const VELUnicodeString& parameter;
     const VELUnicodeString& parameterType;
-    // Null only for the rules on the default context, which look at the three texts alone.
+    // Null only for the rules on the default context, which use only the three texts.
     VELDyadContext* context = nullptr;
     // Its position among the declared contexts; 0 when it is not registered.
     int index = 0;
-    // The friend or associated context under examination; a rule that searches sets it to what it
-    // found. Null, which breaks no rule, once that is gone.
+    // The friend or associated context being examined; a rule that searches sets it to what it
+    // found. Null, which breaks no rule, once that context is deleted.
     VELDyadContext* other = nullptr;
     RuleLookups* lookups = nullptr;
     // The position of `other` among the friends; 0 while no friend is examined.
@@ -36,15 +35,14 @@ enum class RuleText { None, Name, Parameter, ParameterType, OtherName, DefaultTy
 
 struct ContextRule {
     const char* key;
-    // How many times the rule is broken, each with a message of its own; 0 when it is kept.
+    // How many times the rule is broken, each with its own message; 0 when it is kept.
     int (*breaches)(RuleSubject& subject);
     std::array<RuleText, Fault::MaxParameters> parameters;
     // Writes a trace line after the message; may be null.
     void (*trace)(const RuleSubject& subject);
 };
 
-// Rules that are reported under one method name and applied one after the other, whether or not an
-// earlier one is broken.
+// Rules reported under one method name. All are applied, whether or not an earlier one is broken.
 struct RuleGroup {
     const char* method;
     std::span<const ContextRule> rules;
@@ -52,9 +50,9 @@ struct RuleGroup {
 
 inline constexpr const char* CheckMethod = "VELDyadCtxCollector::Check";
 
-// What the context says of itself.
+// Rules on the context alone.
 RuleGroup OwnRules() noexcept;
-// The name and type kept for the default context.
+// Rules on the name and type reserved for the default context.
 RuleGroup DefaultContextRules() noexcept;
 // Later contexts that repeat this one.
 RuleGroup DuplicateRules() noexcept;

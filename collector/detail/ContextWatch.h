@@ -1,7 +1,7 @@
-// What an operation still means to look at while a host's code may run in between.
+// Pointers to contexts that an operation still needs although a host's code may run in between.
 //
-// A collector tells its watches of each context it lets go of, and these forget it. Watches come
-// and go like the calls they serve, the newest first.
+// A collector notifies its watches of each context it releases, and they forget it. Watches are
+// nested like the calls they serve.
 #pragma once
 
 #include "context/VELListPtrVELDyadContext.h"
@@ -29,7 +29,7 @@ private:
 
 class ContextWatch {
 public:
-    // The pointer, which may be null and may change, becomes null once its context is gone.
+    // The pointer, which may be null and may change, becomes null once its context is released.
     ContextWatch(ContextWatches& watches, VELDyadContext*& context) noexcept
         : ContextWatch(watches, &context, nullptr) {}
     // The same for every entry of a list.
@@ -71,8 +71,8 @@ void ContextWatches::Forget(IsGone isGone) noexcept {
         watch->Forget(isGone);
 }
 
-// A walk through the friends a context has now: in place, or through a copy of the list where a
-// host's code can run meanwhile.
+// A walk through the friends a context has now: in place, or through a copy of the list if a host's
+// code can run meanwhile.
 class FriendWalk {
 public:
     // Throws std::bad_alloc.
@@ -82,11 +82,11 @@ public:
     }
 
     int Size() const noexcept { return friends_.Size(); }
-    // Null for a friend that the collector has let go of.
+    // Null for a friend that the collector has released.
     VELDyadContext* operator[](int pos) const noexcept {
         return copy_ ? copy_->contexts[pos] : friends_[pos];
     }
-    // Whether it has been null from the start. Good up to the first that has.
+    // Whether it was null from the start. Valid up to the first that was.
     bool IsNull(int pos) const noexcept {
         return copy_ ? pos == copy_->firstNull : friends_[pos] == nullptr;
     }
@@ -107,7 +107,7 @@ private:
         int firstNull;
     };
 
-    // Where there is a copy, only its size is still good.
+    // If there is a copy, only the size is still valid.
     FriendView friends_;
     std::optional<Copy> copy_;
 };

@@ -15,7 +15,7 @@ namespace dyadctx {
 
 namespace {
 
-// A provider that cannot say its type is compared like any other.
+// A provider that cannot return its type is compared like any other.
 bool IsCompared(VELIDyadDbProvider& provider, VELUnicodeString& type) {
     return CodeOf([&] { return provider.GetName(type); }) < 0 ||
            type.AsView() != UncomparedProviderType;
@@ -29,7 +29,7 @@ bool IsOnSameDatabase(VELIDyadDbProvider& provider, const VELDyadContext& contex
     return CodeOf([&] { return provider.IsSame(other, same); }) >= 0 && same;
 }
 
-// A candidate that its own comparison takes away is none.
+// A candidate deleted by its own comparison does not count.
 VELDyadContext* FindOnSameDatabase(const VELListPtrVELDyadContext& declared,
                                    ContextWatches& watches, VELIDyadDbProvider& provider,
                                    int after) {
@@ -56,7 +56,7 @@ void FindLaterOnSameDatabase(const VELListPtrVELDyadContext& declared, ContextWa
     if (context == nullptr || index == declared.Size() ||
         context->GetParameterType().AsView() != DatabaseType)
         return;
-    // A provider asked for sameness may assign to the context.
+    // A provider may assign to the context while it compares.
     const VELUnicodeString name = context->GetName();
     TRACE_ENTER("VELDyadCtxCollector:FindMatchingDatabase <%s>", name.ConvertToChar());
     VELIDyadDbProvider_var provider;
@@ -85,8 +85,8 @@ DatabaseMatches::InPlaceOfSearch(const VELListPtrVELDyadContext& declared) {
 }
 
 bool DatabaseMatches::AppendAll() {
-    // By position, 0 where there is nothing to compare. All are made before the first is used, so
-    // that the places they belong to can be asked for ahead.
+    // By position; 0 where there is nothing to compare. All are computed first, so that their slots
+    // can be prefetched.
     std::vector<std::uint64_t> hashes(static_cast<std::size_t>(declared_.Size()) + Ahead + 1);
     int compared = 0;
     for (int pos = 1; pos <= declared_.Size(); ++pos) {
@@ -118,7 +118,7 @@ void DatabaseMatches::Append(int pos, std::uint64_t hash) {
     });
 }
 
-// Contexts, their providers and the data of these each lie in memory of their own.
+// Contexts, their providers and the providers' data are separate blocks of memory.
 void DatabaseMatches::Prefetch(int pos) const noexcept {
     ContextAccess::Prefetch(declared_[pos + 3 * Ahead]);
     if (const VELDyadContext* context = declared_[pos + 2 * Ahead])

@@ -14,18 +14,18 @@ namespace dyadctx {
 inline constexpr const char* UncomparedProviderType = "STEP";
 
 // Sets `found`, which is watched, to the first context after position `index` of `declared` on the
-// database of `context`; it stays null when there is none or `context` is not compared. Asks the
+// database of `context`; it stays null when there is none or `context` is not compared. Calls the
 // providers and writes the trace lines of that search.
 void FindLaterOnSameDatabase(const VELListPtrVELDyadContext& declared, ContextWatches& watches,
                              VELDyadContext* context, int index, VELDyadContext*& found);
 
-// The same answers for all contexts of `declared` at once, in one sweep. Asks no provider and
-// writes no line, so it stands in for the search only where nobody can tell. The contexts must stay
-// as they are while it is used.
+// The same results for all contexts of `declared`, computed in one pass. Calls no provider and
+// writes no trace, so it replaces the search only where that makes no visible difference. The
+// contexts must not change while it is used.
 class DatabaseMatches {
 public:
-    // Nothing when it may not stand in: the trace is on, or not all providers are the built-in
-    // ones. Throws std::bad_alloc.
+    // Nothing when it may not replace the search: the trace is on, or not all providers are built
+    // in. Throws std::bad_alloc.
     static std::optional<DatabaseMatches> InPlaceOfSearch(const VELListPtrVELDyadContext& declared);
 
     // `index` is the position of a declared context.
@@ -34,7 +34,7 @@ public:
 private:
     explicit DatabaseMatches(const VELListPtrVELDyadContext& declared) : declared_(declared) {}
 
-    // False at a provider that is not a built-in one.
+    // False at a provider that is not built in.
     bool AppendAll();
     void Append(int pos, std::uint64_t hash);
     void Prefetch(int pos) const noexcept;

@@ -1,5 +1,5 @@
-// What breaks a rule or the format, as rules, linking and reader report it: the key of its message,
-// what goes into that, and the contexts concerned.
+// A broken rule or format fault, as rules, linking and reader report it: the key of its message,
+// the message's parameters, and the contexts concerned.
 #pragma once
 
 #include "platform/VELUnicodeString.h"
@@ -25,11 +25,11 @@ struct Fault {
     const VELDyadContext* other = nullptr;
     // The position of `other` among the friends of `context`; 0 where it is none of them.
     int friendPosition = 0;
-    // How many times the rule is broken, each with a message of its own.
+    // How many times the rule is broken, each with its own message.
     int times = 1;
 };
 
-// Receives faults in the order in which they are met. What it throws ends the run that reports.
+// Receives faults in the order they are found. An exception it throws ends the run.
 class FaultReporter {
 public:
     virtual void Report(const Fault& fault) = 0;
@@ -50,7 +50,7 @@ private:
 
 // Adds a line with the catalog's text for `key` to `message` (without line feed when `newLine` is
 // 0) and traces the whole message under the name of `method`. A parameter may be `message` itself.
-// Always 0, so that a check can answer with it.
+// Always 0, so that a check can return it.
 unsigned char LogCollectorError(const char* method, const char* key, VELUnicodeString& message,
                                 const VELUnicodeString* parameters, int count, int newLine);
 

@@ -1,5 +1,5 @@
-// Links the friends and associated contexts of declared contexts, which the reader enters by name,
-// to the declared contexts of these names.
+// Links the friends and associated contexts of declared contexts, read as names, to the declared
+// contexts of these names.
 #pragma once
 
 #include "collector/VELDyadCtxCollector.h"
@@ -7,11 +7,11 @@
 
 namespace dyadctx {
 
-// How far to go when a name is not that of a declared context: as far as the collector does for its
-// clients, or through everything. What cannot be linked stays as it is.
+// How far to go when a name is not declared: as far as the collector does for its clients, or
+// through everything. What cannot be linked stays as it is.
 enum class LinkExtent { AsCollector, Everything };
 
-// Whether all is linked. Looks at the first `count` declared contexts.
+// Whether everything is linked. Considers the first `count` declared contexts.
 bool LinkFriendsAndAssociated(VELDyadCtxCollector& collector, int count, LinkExtent extent,
                               FaultReporter& reporter);
 

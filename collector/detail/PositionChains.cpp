@@ -22,7 +22,7 @@ void PositionChains::Clear() noexcept {
     chains_ = 0;
 }
 
-// Makes sure that one more position fits, and a chain of its own with it.
+// Makes room for one more position in a new chain.
 void PositionChains::MakeRoom() {
     if (next_.size() == next_.capacity())
         next_.reserve(std::max(FewestSlots, 2 * next_.size()));

@@ -1,8 +1,8 @@
 // Which positions of a list have a key: for each key the chain of its positions, ascending.
 //
-// Takes about 20 bytes per position and knows the keys only by their hash; whoever uses it keeps
-// them and tells whether a position has a key. Finding a chain, going along it and appending a
-// position take constant time, also when all keys are equal.
+// Takes about 20 bytes per position and stores only hashes; the caller keeps the keys and says
+// whether a position has one. Finding a chain, each step along it and appending take constant time,
+// even when all keys are equal.
 #pragma once
 
 #include "platform/detail/Prefetch.h"
@@ -16,14 +16,14 @@ namespace dyadctx {
 
 class PositionChains {
 public:
-    // The number of positions known; the next one appended is Size() + 1.
+    // The number of positions; the next one appended is Size() + 1.
     int Size() const noexcept { return static_cast<int>(next_.size()); }
-    // Prepares for that many positions in so many chains.
+    // Reserves for that many positions in that many chains.
     void Reserve(int positions, int chains);
     void Clear() noexcept;
 
-    // Adds a position to the chain of its key. `hasKey` tells of an earlier position whether it has
-    // the key. Throws std::bad_alloc and then changes nothing.
+    // Adds a position to the chain of its key. `hasKey` says whether an earlier position has the
+    // key. Throws std::bad_alloc and then changes nothing.
     template<class HasKey>
     void Append(std::uint64_t hash, HasKey hasKey) {
         MakeRoom();
@@ -54,7 +54,7 @@ public:
         const Slot& slot = slots_[SlotOf(Short(hash), hasKey)];
         return {slot.IsAlone() ? slot.Last() : At(slot.Last()), slot.Last()};
     }
-    // What looking up or appending a key soon takes.
+    // Prefetches for looking up or appending a key.
     void Prefetch(std::uint64_t hash) const noexcept {
         if (!slots_.empty())
             dyadctx::Prefetch(&slots_[Home(Short(hash), slots_.size())]);
@@ -70,8 +70,8 @@ public:
     int Next(int pos) const noexcept { return At(pos) > pos ? At(pos) : 0; }
 
 private:
-    // The last position of a chain; negative when it is the only one, which spares most look-ups
-    // the way to the first; 0 in a free slot.
+    // The last position of a chain, negative when it is the only one, which saves most look-ups the
+    // step to the first; 0 in a free slot.
     struct Slot {
         std::uint32_t hash = 0;
         int end = 0;
@@ -104,7 +104,7 @@ private:
     void Resize(std::size_t slots);
 
     std::vector<Slot> slots_;
-    // Per position the next one of its chain; the last one leads back to the first. 0 where the
+    // Per position the next one of its chain; the last one leads back to the first. 0 if the
     // position is in none.
     std::vector<int> next_;
     std::size_t chains_ = 0;

@@ -13,7 +13,7 @@ namespace dyadctx {
 
 namespace {
 
-// Shorter lists of friends are searched as they are.
+// Shorter lists of friends are searched unsorted.
 constexpr int SortFrom = 16;
 
 int CountInList(FriendView friends, const VELUnicodeString& name) {

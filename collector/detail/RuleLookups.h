@@ -1,7 +1,6 @@
-// What the rules ask about the contexts round the one they look at.
+// What the rules ask about contexts other than the one they examine.
 //
-// Answers are remembered for the contexts as they are, so an object of this class lives no longer
-// than one check.
+// Results are cached for the contexts as they are, so an object lives no longer than one check.
 #pragma once
 
 #include "collector/detail/CollectorIndex.h"
@@ -15,8 +14,8 @@
 
 namespace dyadctx {
 
-// How much one check looks at: a single context, which need not be a declared one, or every
-// declared context at its own position.
+// What one check covers: a single context, declared or not, or every declared context at its own
+// position.
 enum class CheckExtent { OneContext, AllContexts };
 
 class RuleLookups {
@@ -25,18 +24,18 @@ public:
                 ContextWatches& watches, CheckExtent extent)
         : declared_(declared), index_(index), watches_(watches), extent_(extent) {}
 
-    // What looking at the declared context at a position soon takes.
+    // Prefetches what examining the declared context at a position needs.
     void Prefetch(int pos) const noexcept;
     // Whether contexts may have that parameter type now.
     static bool IsKnownType(const VELUnicodeString& parameterType);
-    // The first declared context of that name behind position `after`, or null. When all contexts
-    // are looked at, `name` is that of the context at `after`.
+    // The first declared context of that name after position `after`, or null. With AllContexts,
+    // `name` is that of the context at `after`.
     VELDyadContext* LaterNamesake(const VELUnicodeString& name, int after);
     // Sets `found`, which is watched, to the first declared context on the same database after
     // position `after`, or to null.
     void FindLaterOnSameDatabase(VELDyadContext* context, int after, VELDyadContext*& found);
-    // How many friends of a watched context have that name; none where it is gone. An empty name
-    // counts for nothing.
+    // How many friends of a watched context have that name; none once it is deleted, and none for
+    // an empty name.
     int CountFriendsNamed(VELDyadContext* const& context, const VELUnicodeString& name);
 
 private:
@@ -49,14 +48,14 @@ private:
     CollectorIndex& index_;
     ContextWatches& watches_;
     CheckExtent extent_;
-    // Of contexts that are friends of many, while all contexts are looked at.
+    // Of contexts with many friends, with AllContexts.
     std::unordered_map<const VELDyadContext*, ContextsByName> sortedFriends_;
     bool matchesTried_ = false;
     std::optional<DatabaseMatches> matches_;
 };
 
-// The first context of `declared` behind position `after` with that name, or null. Needs no memory:
-// where `index` cannot get any, the list is searched.
+// The first context of `declared` after position `after` with that name, or null. Needs no memory:
+// if `index` cannot get any, the list is searched.
 VELDyadContext* FindLaterNamesake(const VELListPtrVELDyadContext& declared, CollectorIndex& index,
                                   const VELUnicodeString& name, int after) noexcept;
 

@@ -20,7 +20,7 @@ struct ContextTexts {
 };
 
 struct ContextAccess {
-    // What the constructor makes, out of texts that are no longer needed. Throws std::bad_alloc.
+    // Like the constructor, but moves the texts. Throws std::bad_alloc.
     static ContextPtr Make(ContextTexts&& texts) {
         return ContextPtr(new VELDyadContext(std::move(texts)));
     }
@@ -29,7 +29,7 @@ struct ContextAccess {
     // context, so its links are read after them.
     static void TraceFriends(const VELDyadContext& context);
     static void TraceAssociated(const VELDyadContext& context);
-    // The friends in place of the copy that GetFriends makes.
+    // The friends themselves, instead of the copy GetFriends makes.
     static FriendView Friends(const VELDyadContext& context) noexcept;
     // Those of a context that may be null.
     static FriendView FriendsOf(const VELDyadContext* context) noexcept {
@@ -37,7 +37,7 @@ struct ContextAccess {
     }
     // Adds a friend, which may be null, without trace. False without memory.
     static bool AppendFriend(VELDyadContext& context, VELDyadContext* added) noexcept;
-    // Asks for the memory of a context, which may be null, and once that is there of its friends.
+    // Prefetches a context, which may be null, and once that is there its friends.
     static void Prefetch(const VELDyadContext* context) noexcept {
         dyadctx::Prefetch(context);
         dyadctx::Prefetch(context == nullptr ? nullptr : &context->friends_);
@@ -51,11 +51,11 @@ struct ContextAccess {
     // The provider the context keeps, not one made from it.
     static const VELIDyadDbProvider_var& KeptProvider(const VELDyadContext& context) noexcept;
 
-    // Takes every link to `target` out of `context`, without trace.
+    // Removes every link to `target` from `context`, without trace.
     static void RemoveLinksTo(VELDyadContext& context, const VELDyadContext* target) noexcept;
 
-    // Grows with every assignment to any context. Names are otherwise fixed, so whoever remembers
-    // names may trust them while this number stands still.
+    // Grows with every assignment to any context. Names never change otherwise, so cached names are
+    // valid while this number is the same.
     static std::uint64_t AssignmentCount() noexcept;
 
     // A context that was never handed to a collector is in none. Once marked it stays marked; a

@@ -1,4 +1,4 @@
-// One record of a context's table of sites: a server and the provider that reaches it.
+// One record of a context's table of sites: a server and its provider.
 //
 // Every operation writes a line to the console trace.
 #pragma once
@@ -21,7 +21,7 @@ public:
     // 1 when the record has no provider, else 0.
     int GetDyadDBProvider(VELIDyadDbProvider_var& out) const;
 
-    // The functions of the table. Compare answers 1 for equal server details, 0 for different ones,
+    // The functions of the table. Compare returns 1 for equal server details, 0 for different ones,
     // -1 for a null record.
     static unsigned int GetHashKey(void* record);
     static int Compare(void* first, void* second);

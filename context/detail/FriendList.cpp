@@ -7,7 +7,7 @@ namespace dyadctx {
 
 namespace {
 
-// Together with the head of the list they fill the smallest block of the usual allocators.
+// With the list's header they fill the smallest block of common allocators.
 constexpr std::uint32_t FewestFriends = 2;
 
 } // namespace

@@ -1,4 +1,4 @@
-// The friends of a context: one block of memory, or none at all for the many contexts without.
+// The friends of a context in one block of memory; none for the many contexts without friends.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@ class VELDyadContext;
 
 namespace dyadctx {
 
-// Friends as they stand in a list that does not grow meanwhile. Positions run from 1.
+// A view of a list that does not grow meanwhile. Positions run from 1.
 class FriendView {
 public:
     FriendView() noexcept = default;
@@ -30,21 +30,21 @@ private:
 
 class FriendList {
 public:
-    // No list stands for an empty one.
+    // Null is the empty list.
     using Ptr = std::unique_ptr<FriendList>;
 
     // Throws std::bad_alloc.
     static Ptr CopyOf(const Ptr& list);
-    // False without memory; the list then is as it was.
+    // False without memory; the list is then unchanged.
     static bool Append(Ptr& list, VELDyadContext* context) noexcept;
 
     FriendView View() const noexcept { return {Items(), static_cast<int>(size_)}; }
-    // `pos` lies within the list.
+    // `pos` is within the list.
     void Set(int pos, VELDyadContext* context) noexcept { Items()[pos - 1] = context; }
     void RemovePosition(int pos) noexcept;
     void RemoveAll(const VELDyadContext* context) noexcept;
 
-    // The friends follow the object in its block, which WithRoomFor has asked for as a whole.
+    // The friends follow the object in its block, which WithRoomFor allocates as a whole.
     static void operator delete(void* block) noexcept { // NOLINT(misc-new-delete-overloads)
         ::operator delete(block);
     }

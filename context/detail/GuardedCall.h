@@ -1,5 +1,5 @@
-// Calls that must not let an exception through: calls of a host's objects, and operations that may
-// run out of memory.
+// Calls that must not let an exception through: into a host's objects, or that may run out of
+// memory.
 #pragma once
 
 #include "platform/VELListVal.h"
@@ -10,7 +10,7 @@
 
 namespace dyadctx {
 
-// The code `call` answers; E_FAIL when it throws.
+// Returns the code of `call`; E_FAIL when it throws.
 template<class Call>
 VELResult CodeOf(Call&& call) noexcept {
     try {
@@ -23,7 +23,7 @@ VELResult CodeOf(Call&& call) noexcept {
     }
 }
 
-// Takes back what a list gained since it had that size.
+// Shrinks a list back to an earlier size.
 template<class T>
 void CutTo(VELListVal<T>& list, int size) noexcept {
     while (list.Size() > size)

@@ -10,7 +10,7 @@ inline constexpr const char* PathType = "Path";
 inline constexpr const char* FileType = "File";
 inline constexpr const char* DatabaseType = "Database";
 
-// Visits the types a context may have now, in the order in which clients are told of them.
+// Visits the types a context may have now, in the order clients get them.
 template<class Visit>
 void VisitParameterTypes(Visit visit) {
     if (IsDbEnvironmentOn())

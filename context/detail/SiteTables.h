@@ -1,6 +1,6 @@
-// The tables of sites a context holds on to.
+// The tables of sites a context holds.
 //
-// A table and its records belong to the contexts that share it; the last of them destroys both.
+// A table and its records belong to the contexts that share it; the last one destroys both.
 #pragma once
 
 #include "platform/VELSysSimpleHashTable.h"
@@ -18,12 +18,11 @@ struct SiteTables {
 
     // The table in use; null when there is none.
     Table current;
-    // Tables an assignment put out of use. They go with the context, not earlier: what became of
-    // their records would show otherwise.
+    // Tables replaced by an assignment. Destroyed only with the context, as destroying their
+    // records earlier would be visible.
     std::vector<Table> retired;
 
-    // Puts another table in the place of the current one. Throws std::bad_alloc and then changes
-    // nothing.
+    // Replaces the current table. Throws std::bad_alloc and then changes nothing.
     void Replace(const Table& table);
 };
 

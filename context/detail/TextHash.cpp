@@ -22,9 +22,9 @@ Secret MakeSecret() noexcept {
         secret.first ^= (std::uint64_t{random()} << 32) | random();
         secret.second ^= (std::uint64_t{random()} << 32) | random();
     } catch (const std::exception&) {
-        // Without a source of randomness, time and place have to do.
+        // Without a source of randomness, time and address must do.
     }
-    // An odd factor loses nothing of what it is multiplied with.
+    // Multiplying by an odd number loses no bits.
     secret.second |= 1;
     return secret;
 }
@@ -34,8 +34,8 @@ const Secret& ProcessSecret() noexcept {
     return secret;
 }
 
-// Multiplies to twice the width and folds the halves together: few steps, so that a look-up spends
-// its time on memory only, and many of them overlap.
+// Multiplies to twice the width and folds the halves together: few steps, so that look-ups wait
+// only for memory and many of them overlap.
 std::uint64_t Fold(std::uint64_t first, std::uint64_t second) noexcept {
     __extension__ using Wide = unsigned __int128;
     const Wide product = static_cast<Wide>(first) * second;
@@ -54,7 +54,7 @@ struct Block {
     std::uint64_t tail;
 };
 
-// All bytes of a text of up to 16, some of them twice.
+// All bytes of a text of at most 16, some of them twice.
 Block LastBlock(const char* bytes, std::size_t length) noexcept {
     if (length >= 8)
         return {Load<std::uint64_t>(bytes), Load<std::uint64_t>(bytes + length - 8)};
@@ -73,7 +73,7 @@ std::uint64_t HashOfText(std::string_view text) noexcept {
     const Secret& secret = ProcessSecret();
     const char* bytes = text.data();
     std::size_t length = text.size();
-    // The length counts through the secret, so that no text can make up for another length.
+    // The length is multiplied by the secret, so that no text can cancel it out.
     std::uint64_t hash = secret.first + length * secret.second;
     for (; length > blockSize; bytes += blockSize, length -= blockSize) {
         hash = Fold(Load<std::uint64_t>(bytes) ^ secret.second,

@@ -21,7 +21,7 @@ struct TextHash {
     }
 };
 
-// Texts that live elsewhere and stay as they are.
+// Texts owned elsewhere, which must not change.
 using TextSet = std::unordered_set<std::string_view, TextHash>;
 
 // The texts of a list, which must outlive the set. Throws std::bad_alloc.

@@ -17,9 +17,9 @@ class ContextEntry {
 public:
     explicit ContextEntry(const ReadState& state) : state_(state) {}
 
-    // A database context is read and dropped while the DB context environment is off; one that is
-    // declared again only adds its server to the sites of the first. `associated` says that the
-    // element stands for the associated context of its owner.
+    // While the DB context environment is off, a database context is read and dropped; one declared
+    // again only adds its server to the sites of the first. `associated`: the element is the
+    // associated context of its owner.
     VELResult AddContext(const VELIDOMElement& element, ContextLevels levels, bool associated);
 
 private:
@@ -36,7 +36,7 @@ private:
     void FileSite(const VELUnicodeString& name, const VELIDyadDbProvider_var& provider);
 
     ReadState state_;
-    // Those of the element being added. Kept here so that its list is not made anew each time.
+    // Of the element being added. A member, so that its list is reused.
     ContextValues values_;
 };
 

@@ -1,10 +1,9 @@
 // Walks the elements of a context file and enters what it finds into the collector.
 //
 // The walk is a pass over the children of one element, and below each Context further passes for
-// its associated contexts and its friends. A Context is visited once per pass that meets it. Passes
-// under way stand on a stack of their own, so nesting costs no stack of the thread. The first
-// failure ends the walk, unless somebody wants to know every fault; each pass around it adds its
-// line to the trace.
+// its associated contexts and its friends. A Context is visited once per pass that meets it. Open
+// passes are on a separate stack, so nesting does not use the thread's. The first failure ends the
+// walk unless there is an observer; each pass around it adds its line to the trace.
 #pragma once
 
 #include "platform/VELIXMLDOM.h"
@@ -40,7 +39,7 @@ private:
         VELIDOMNodeList nodes;
         int nodeCount = 0;
         int nodeIndex = 0;
-        // The element the pass is at.
+        // The current element of the pass.
         VELIDOMElement element;
         const VELUnicodeString* tag = nullptr;
         ContextLevels levels;
@@ -70,7 +69,7 @@ private:
     ContextEntry entry_;
     ScenarioReader scenarios_;
     std::vector<Pass> passes_;
-    // The node looked at, kept here so that the next one need not be counted as a user anew.
+    // The current node; a member, which saves reference counting per node.
     VELIDOMNode node_;
 };
 

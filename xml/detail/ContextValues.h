@@ -1,4 +1,4 @@
-// What the attributes of one Context element say.
+// The attribute values of one Context element.
 #pragma once
 
 #include "context/detail/ContextAccess.h"
@@ -10,14 +10,14 @@
 
 namespace dyadctx {
 
-// How deep an element stands among friends and among associated contexts; both 0 for a context
-// declared directly in the file.
+// How deep an element is nested in friends and in associated contexts; both 0 for a declared
+// context.
 struct ContextLevels {
     int friendLevel = 0;
     int associatedLevel = 0;
 };
 
-// What an element lacks of what it needs.
+// Required values that an element lacks.
 enum MissingValue : unsigned int {
     MissingName = 1,
     MissingParameter = 2,
@@ -27,7 +27,7 @@ enum MissingValue : unsigned int {
 
 struct ContextValues {
     ContextTexts texts;
-    // The rest is read for database contexts only.
+    // The rest is only for database contexts.
     VELUnicodeString connector;
     // Parallel to the server details of the format.
     VELListValVELUnicodeString detailValues;
@@ -35,13 +35,13 @@ struct ContextValues {
     // A sum of MissingValue.
     unsigned int missing = 0;
 
-    // Makes it ready for the next element; storage of the list is kept.
+    // Prepares for the next element; the list keeps its storage.
     void Clear();
 };
 
-// Reads the attributes into `values`, which is empty. E_FAIL, and a message, for the first required
-// attribute that is missing; where reading continues after a fault, a message for each. `ownerName`
-// is the context a friend or associated context belongs to.
+// Reads the attributes into `values`, which is empty. E_FAIL and a message for the first missing
+// required attribute, or for each if reading continues after a fault. `ownerName` is the context a
+// friend or associated context belongs to.
 VELResult GetXMLValuesContext(const VELIDOMElement& element, ContextLevels levels,
                               const VELUnicodeString& ownerName, const ReadState& state,
                               ContextValues& values);

@@ -1,8 +1,8 @@
 // Builds the document of a collector's current view and writes it.
 //
 // Friends and associated contexts are written by name. Every site of a context beyond its own
-// provider becomes one more Context element of the same name. Nothing reaches the target unless
-// every context of the view was taken into the document.
+// provider becomes one more Context element of the same name. Nothing is written unless every
+// context of the view is in the document.
 #pragma once
 
 #include "collector/VELDyadCtxCollector.h"
@@ -18,9 +18,9 @@ class ContextWriter {
 public:
     explicit ContextWriter(VELDyadCtxCollector& collector) : collector_(collector) {}
 
-    // The code of the builder's writing, or E_FAIL.
+    // Returns the builder's code, or E_FAIL.
     VELResult Stream(const VELUnicodeString& target);
-    // The same bytes as a text; `text` is as before when that fails.
+    // The same bytes as a text; `text` is unchanged on failure.
     VELResult StreamText(VELUnicodeString& text);
 
 private:
@@ -39,13 +39,13 @@ private:
                            VELIDOMElement& container) const;
     VELResult AddContextByName(const VELIDOMElement& container,
                                const VELDyadContext* context) const;
-    // Takes the name as a text of its own: a host's code that runs may assign to its context.
+    // Takes the name by value: a host's code may assign to its context meanwhile.
     VELResult StreamMultisites(const VELIDOMElement& parent, VELUnicodeString name);
     VELResult WriteSite(VELDyadContext& context, const VELUnicodeString& site,
                         const VELIDOMElement& parent) const;
     VELResult SetSiteProvider(VELDyadContext& context, const VELUnicodeString& site,
                               const VELIDOMElement& element, bool& isDropped) const;
-    // Hands builder options and document to `write`.
+    // Calls `write` with builder options and document.
     template<class Write>
     VELResult WriteWith(const Write& write) const;
 

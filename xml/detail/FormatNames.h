@@ -1,4 +1,4 @@
-// The names of the context file format as texts, made once for reader and writer.
+// The names of the context file format as texts, created once for reader and writer.
 #pragma once
 
 #include "platform/VELIXMLDOM.h"

@@ -10,13 +10,13 @@
 namespace dyadctx {
 
 // All children of the container: `parent` itself, or for the outermost pass its only descendant
-// named `tag`. A container below the outermost one that holds neither a Context nor `tag` gives no
-// nodes and success.
+// named `tag`. For an inner container that holds neither a Context nor `tag`: no nodes, and
+// success.
 VELResult GetNodeListByTagName(const VELIDOMElement& parent, const VELUnicodeString& tag,
                                ContextLevels levels, VELIDOMNodeList& nodes, int& count,
                                const ReadState& state);
 
-// Which walks below a Context element have something to read.
+// Which walks below a Context element find something to read.
 struct WalksBelow {
     bool associated = true;
     bool friends = true;

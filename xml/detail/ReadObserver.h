@@ -1,4 +1,4 @@
-// Whoever wants to know all that is wrong with a file, and not only the first fault.
+// For callers that need every fault of a file, not only the first.
 #pragma once
 
 #include "collector/detail/Fault.h"
@@ -8,27 +8,26 @@
 
 namespace dyadctx {
 
-// Told what a reader meets; all that the reader knows of a check. With an observer the reader adds
-// nothing to the message: it continues after a fault, and a context that lacks required attributes
-// is entered all the same, so that whoever names it, and what is below it, is not at fault too.
+// Callbacks for what the reader finds. With an observer the reader adds nothing to the message and
+// continues after a fault; a context that lacks required attributes is entered all the same, so
+// that references to it, and what is below it, are not faults too.
 class ReadObserver {
 public:
-    // Where the file is not well-formed (column in bytes), and why; the fault itself comes after
-    // it.
+    // Where the file is not well-formed (column in bytes), and why; called before the fault itself.
     virtual void OnSyntaxError(const VELPlace& place, const char* reason) = 0;
-    // The file is XML with the right root element; what is wrong comes after this.
+    // The file is XML with the right root element; further faults come after this.
     virtual void OnDocument(const VELIDOMElement& root) = 0;
-    // `where` is the element at fault; null where there is none. A fault for which the library has
-    // no message bears an id instead of the key.
+    // `where` is the element at fault; null if there is none. A fault without a message in the
+    // library has an id instead of the key.
     virtual void OnFault(const Fault& fault, const VELIDOMNode& where) = 0;
-    // A context is about to be entered; `missing` tells which values it lacks (see MissingValue).
+    // A context is about to be entered; `missing` is a sum of MissingValue.
     virtual void OnContext(const VELDyadContext& context, const VELIDOMElement& element,
                            unsigned int missing) = 0;
-    // A database context that is left out because the DB context environment is off, and whether it
-    // is a declared one.
+    // A database context is left out because the DB context environment is off; also whether it is
+    // a declared one.
     virtual void OnLeftOut(const VELDyadContext& context, const VELIDOMElement& element,
                            bool isDeclared) = 0;
-    // A database context that only adds a site to a declared one, `first`.
+    // A database context only adds a site to the declared context `first`.
     virtual void OnRepeated(const VELDyadContext& first, const VELIDOMElement& element) = 0;
 
 protected:

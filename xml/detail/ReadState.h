@@ -1,4 +1,4 @@
-// What the parts of the reader share while they read one file.
+// What the parts of the reader share while reading one file.
 #pragma once
 
 #include "collector/VELDyadCtxCollector.h"
@@ -13,9 +13,9 @@ struct ReadState {
     VELDyadCtxCollector& collector;
     // The caller's text, to which every message is added.
     VELUnicodeString& message;
-    // Null unless somebody wants to know every fault.
+    // Null unless every fault is wanted.
     ReadObserver* observer = nullptr;
-    // The bytes of the collector's file; null where the file itself is to be read.
+    // The bytes of the collector's file; null to read the file itself.
     const VELUnicodeString* text = nullptr;
     // Set once there is a document.
     const FormatIds* ids = nullptr;
@@ -24,24 +24,23 @@ struct ReadState {
     bool ContinuesAfterFault() const noexcept { return observer != nullptr; }
 };
 
-// Whether the texts so far stand in the trace line of a message.
+// Whether a message's trace line contains the texts before it.
 enum class LogText { Whole, Alone };
 
-// Adds a message and a line feed to the caller's text and traces that in the name of `method`; an
-// observer is told instead. `where` is the element at fault and may be null.
+// Adds a message and a line feed to the caller's text and traces it under the name of `method`;
+// with an observer, calls that instead. `where` is the element at fault and may be null.
 void LogReaderError(const ReadState& state, const char* method, const char* key,
                     const VELIDOMNode& where, const VELUnicodeString* parameters = nullptr,
                     int count = 0, LogText text = LogText::Whole);
 
-// The value of an attribute, by its number in FormatIds or its name. A missing attribute gives
-// false, and `value` stays as it was. Throws std::bad_alloc.
+// The value of an attribute, by its number in FormatIds or its name. False for a missing attribute;
+// `value` is then unchanged. Throws std::bad_alloc.
 bool ReadAttribute(const VELIDOMElement& element, std::uint32_t name, VELUnicodeString& value);
 bool ReadAttribute(const VELIDOMElement& element, const VELUnicodeString& name,
                    VELUnicodeString& value);
-// The same with an empty value for a missing attribute.
+// The same; empty for a missing attribute.
 VELUnicodeString AttributeOrEmpty(const VELIDOMElement& element, std::uint32_t name);
-// The tag of an element as its number in FormatIds. False, and `tag` as before, for what is not an
-// element.
+// The tag of an element as its number in FormatIds. False, and `tag` unchanged, for other nodes.
 bool ReadTag(const VELIDOMNode& node, std::uint32_t& tag);
 
 } // namespace dyadctx

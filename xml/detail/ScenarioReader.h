@@ -1,7 +1,7 @@
 // Reads the exchange scenarios below one Context element into the collector.
 //
-// Scenario elements are known by their own names, however deep they are nested in one another. The
-// walk keeps its own stack, so nesting costs no stack of the thread.
+// Scenario elements are recognised by name, however deep they are nested. The walk has its own
+// stack, so nesting does not use the thread's.
 #pragma once
 
 #include "platform/VELIXMLDOM.h"
@@ -23,7 +23,7 @@ public:
                                             const VELUnicodeString& contextName);
 
 private:
-    // What a pass over the children of one element adds up to when it ends.
+    // What a pass over the children of one element has read when it ends.
     enum class Kind { Container, ScenarioId };
     struct Pass {
         Kind kind = Kind::Container;
@@ -34,7 +34,7 @@ private:
         VELIDOMNodeList nodes;
         int nodeCount = 0;
         int nodeIndex = 0;
-        // The kind of the child whose own pass is under way.
+        // The kind of the child whose pass is open.
         Kind childKind = Kind::Container;
     };
 

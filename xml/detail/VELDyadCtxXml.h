@@ -1,8 +1,8 @@
 // Reads a context file into a collector and writes a collector to a context file.
 //
-// Made for one collector, which it never owns, and for one reading or writing. Messages for the
-// user are added to the text the caller hands in. Results are S_OK, E_FAIL, or a failing code of
-// the collector or the provider services.
+// For one collector, which it never owns, and for one reading or writing. Messages for the user are
+// added to the caller's text. Results are S_OK, E_FAIL, or a failing code of the collector or the
+// provider services.
 #pragma once
 
 #include "collector/VELDyadCtxCollector.h"
@@ -17,7 +17,7 @@ class ReadObserver;
 
 class VELDyadCtxXml {
 public:
-    // With `observer`, reading continues after faults and tells the observer of each.
+    // With `observer`, reading continues after faults and reports each to the observer.
     explicit VELDyadCtxXml(VELDyadCtxCollector* collector,
                            dyadctx::ReadObserver* observer = nullptr) noexcept;
     ~VELDyadCtxXml();
@@ -30,11 +30,11 @@ public:
     VELResult Unstream(const VELUnicodeString& text, VELUnicodeString& message);
     // Writes the collector's current view. Adds no message.
     VELResult Stream(const VELUnicodeString& target, VELUnicodeString& message);
-    // The same bytes as a text; `text` is as before when that fails.
+    // The same bytes as a text; `text` is unchanged on failure.
     VELResult StreamText(VELUnicodeString& text);
 
-    // The text that identifies a server site, composed as the connector asks; empty for a connector
-    // without such a rule. It goes to `key` and is returned.
+    // The text that identifies a server site, composed by the connector's rule; empty for a
+    // connector without one. It is stored in `key` and returned.
     static VELUnicodeString GetServerdetailsForHashTable(VELUnicodeString& key,
                                                          const VELUnicodeString& connector,
                                                          const VELListValVELUnicodeString& names,
