@@ -1,4 +1,4 @@
-// Counted objects and the handles that keep them alive.
+// Reference-counted objects and their handles.
 #pragma once
 
 #include "platform/VELExport.h"
@@ -6,7 +6,7 @@
 #include <atomic>
 #include <exception>
 
-// What a handle throws when it is used while it holds no object.
+// Thrown when a null handle is used.
 class VELDYADCTX_EXPORT VELNullHandleError : public std::exception {
 public:
     VELNullHandleError() noexcept = default;
@@ -16,8 +16,8 @@ public:
     const char* what() const noexcept override;
 };
 
-// Base of every counted object. Born with no reference; the release of the last one deletes it.
-// Counting is safe from any thread.
+// Base of every counted object. Starts with no reference; releasing the last one deletes it.
+// Counting is thread-safe.
 class VELDYADCTX_EXPORT VELBaseUnknown {
 public:
     virtual unsigned int AddRef() noexcept;
@@ -38,7 +38,7 @@ private:
 class VELDYADCTX_EXPORT VELBaseUnknown_var {
 public:
     VELBaseUnknown_var() noexcept = default;
-    // Adds a reference of its own; null gives the null handle.
+    // Adds its own reference; null gives the null handle.
     explicit VELBaseUnknown_var(VELBaseUnknown* object) noexcept : object_(object) { Hold(); }
     VELBaseUnknown_var(const VELBaseUnknown_var& other) noexcept : object_(other.object_) {
         Hold();

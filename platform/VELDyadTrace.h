@@ -1,8 +1,9 @@
-// The platform trace: one line per step of the library, for those who look for a fault.
+// The platform trace: one line per step of the library, for finding faults.
 //
-// It is active while DyadContextTrace.activity points at a number other than 0. The library tests
-// that before each line. At load it is off; the environment variable VELDyadContextTrace turns it
-// on: "1" writes to standard error, any other value except "" and "0" names a file to append to.
+// It is active while DyadContextTrace.activity points at a number other than 0; the library checks
+// this before each line. It is off at load unless the environment variable VELDyadContextTrace
+// turns it on: "1" writes to standard error, any other value except "" and "0" names a file to
+// append to.
 #pragma once
 
 #include "platform/VELExport.h"
@@ -16,7 +17,7 @@ inline bool VELIsTraceActive() noexcept {
     return DyadContextTrace.activity != nullptr && *DyadContextTrace.activity != 0;
 }
 
-// One line each, as printf; no line is cut. They do not test the activity themselves.
+// Each writes one line, formatted as by printf and never cut, without checking the activity.
 VELDYADCTX_EXPORT void _CDCDyadTraceEnter(const char* format, ...) VELDYADCTX_PRINTF(1, 2);
 VELDYADCTX_EXPORT void _CDCDyadTraceLeave(const char* format, ...) VELDYADCTX_PRINTF(1, 2);
 VELDYADCTX_EXPORT void _CDCDyadTraceLog(const char* format, ...) VELDYADCTX_PRINTF(1, 2);
@@ -25,18 +26,18 @@ VELDYADCTX_EXPORT void _CDCDyadTraceError(const char* format, ...) VELDYADCTX_PR
 
 enum class VELDyadTraceKind { Enter, Leave, Log, Warning, Error };
 
-// What a host implements to receive the lines.
+// Implemented by a host to receive the lines.
 class VELDYADCTX_EXPORT VELDyadTraceSink {
 public:
     virtual ~VELDyadTraceSink();
-    // `text` is valid during the call only. Exceptions it lets out are swallowed.
+    // `text` is valid during the call only. Exceptions are ignored.
     virtual void Write(VELDyadTraceKind kind, const char* text) = 0;
 };
 
-// Puts a host's sink in place of the built-in writer and gives the one it replaces (null for the
-// built-in one). Null puts the built-in one back. The sink stays the host's; setting one does not
-// turn the trace on.
+// Replaces the built-in writer with a host's sink and returns the previous one (null for the
+// built-in one). Null restores it. The host keeps ownership; setting a sink does not turn the trace
+// on.
 VELDYADCTX_EXPORT VELDyadTraceSink* SetDyadTraceSink(VELDyadTraceSink* sink) noexcept;
 
-// Marks in the platform trace, while it is active, that a creation runs under the console tracer.
+// Records in the active platform trace that a creation runs under the console tracer.
 VELDYADCTX_EXPORT void BatchStack();

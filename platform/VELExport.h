@@ -11,14 +11,14 @@
 #define VELDYADCTX_EXPORT __attribute__((visibility("default")))
 #endif
 
-// Marks the private operations of an exported class, which only the library itself calls.
+// Marks private operations of an exported class, which only the library calls.
 #if defined(_WIN32)
 #define VELDYADCTX_LOCAL
 #else
 #define VELDYADCTX_LOCAL __attribute__((visibility("hidden")))
 #endif
 
-// Lets the compiler check the arguments of a printf-like function against its format.
+// Lets the compiler check printf-like arguments against their format.
 #if defined(__MINGW32__)
 #define VELDYADCTX_PRINTF(formatPos, firstArgPos)                                                  \
     __attribute__((format(gnu_printf, formatPos, firstArgPos)))

@@ -1,7 +1,7 @@
-// A database provider: the object through which a context reaches its database.
+// A database provider: how a context reaches its database.
 //
-// A host implements this interface to bring providers of its own (see VELDyadDbProviderServices.h).
-// Results are codes: negative means failure, and the outputs are then not looked at.
+// A host can implement this interface (see VELDyadDbProviderServices.h). Operations return codes:
+// negative means failure, and outputs are then ignored.
 #pragma once
 
 #include "platform/VELBaseUnknown_var.h"
@@ -12,8 +12,7 @@
 
 class VELDYADCTX_EXPORT VELIDyadDbProvider : public VELBaseUnknown {
 public:
-    // The provider's name, which is also the name of its type and what a context file calls its
-    // connector.
+    // The provider's name: also its type's name, and the connector name in a context file.
     virtual VELResult GetName(VELUnicodeString& name) = 0;
 
     // Whether `other` reaches the same database.
@@ -21,10 +20,10 @@ public:
 
     virtual VELResult SetConnectorName(const VELUnicodeString& name) = 0;
 
-    // Two parallel lists, replacing the details held so far.
+    // Two parallel lists, replacing the current details.
     virtual VELResult SetServerDetails(const VELListValVELUnicodeString& keys,
                                        const VELListValVELUnicodeString& values) = 0;
-    // The same two lists; what they held before is removed.
+    // The same two lists, cleared first.
     virtual VELResult GetServerDetails(VELListValVELUnicodeString& keys,
                                        VELListValVELUnicodeString& values) = 0;
 
@@ -32,14 +31,14 @@ protected:
     ~VELIDyadDbProvider() override;
 };
 
-// A counted handle on a provider. Using a null handle throws VELNullHandleError.
+// A counted handle to a provider. Using a null handle throws VELNullHandleError.
 class VELDYADCTX_EXPORT VELIDyadDbProvider_var : public VELBaseUnknown_var {
 public:
     VELIDyadDbProvider_var() noexcept = default;
-    // Adds a reference of its own; null gives the null handle.
+    // Adds its own reference; null gives the null handle.
     VELIDyadDbProvider_var(VELIDyadDbProvider* provider) noexcept : VELBaseUnknown_var(provider) {}
 
-    // The provider, still owned by the handle; null for the null handle.
+    // The provider, owned by the handle; null for the null handle.
     VELIDyadDbProvider* Get() const noexcept { return static_cast<VELIDyadDbProvider*>(Object()); }
     VELIDyadDbProvider* operator->() const {
         if (IsNull())
@@ -47,7 +46,7 @@ public:
         return Get();
     }
 
-    // Two handles are equal when they hold the same object.
+    // Equal when both hold the same object.
     bool operator==(const VELIDyadDbProvider_var& other) const noexcept {
         return Object() == other.Object();
     }

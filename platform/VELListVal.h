@@ -1,7 +1,7 @@
-// A list of values. Positions run from 1 to Size(); the list owns copies of what is put into it.
+// A list of values at positions 1 to Size(); it owns copies of its elements.
 //
-// A position outside the list is harmless: reading it gives an empty value, writing through it is
-// lost. Operations that need memory they cannot get throw std::bad_alloc and change nothing.
+// A position out of range is harmless: reading returns an empty value, writing is lost. Without
+// memory, operations throw std::bad_alloc and change nothing.
 #pragma once
 
 #include "platform/VELUnicodeString.h"
@@ -10,13 +10,13 @@
 #include <utility>
 #include <vector>
 
-// Its lists need platform/VELIDyadDbProvider.h as well.
+// Lists of these also need platform/VELIDyadDbProvider.h.
 class VELIDyadDbProvider_var;
 
 template<class T>
 class VELListVal {
 public:
-    // Adds at the end and gives the new size.
+    // Appends and returns the new size.
     int Append(const T& value) {
         values_.push_back(value);
         return Size();
@@ -29,11 +29,11 @@ public:
     int Size() const noexcept { return static_cast<int>(values_.size()); }
     void Reserve(int count) { values_.reserve(count > 0 ? static_cast<std::size_t>(count) : 0); }
 
-    // The reference is valid until the list next grows or shrinks.
+    // Valid until the list next grows or shrinks.
     T& operator[](int pos) { return Holds(pos) ? values_[Index(pos)] : Scratch(); }
     const T& operator[](int pos) const { return Holds(pos) ? values_[Index(pos)] : Scratch(); }
 
-    // The first position at or after `from` whose value equals `value`; 0 when there is none.
+    // The first position at or after `from` holding `value`; 0 if none.
     int Locate(const T& value, int from = 1) const {
         for (int pos = from < 1 ? 1 : from; pos <= Size(); ++pos) {
             if (values_[Index(pos)] == value)
@@ -42,7 +42,7 @@ public:
         return 0;
     }
 
-    // Removes one value; later ones move up. A position outside the list removes nothing.
+    // Removes one value and moves later ones up; does nothing out of range.
     void RemovePosition(int pos) {
         if (Holds(pos))
             values_.erase(values_.begin() + (pos - 1));

@@ -1,5 +1,6 @@
 // Lists of plain elements: untyped pointers (VELRawCollPV), positions (VELRawCollint), and the base
-// of typed pointer lists. Positions run from 1 to Size(). A list never owns what its pointers name.
+// of typed pointer lists. Positions run from 1 to Size(). A list never owns what its pointers point
+// to.
 #pragma once
 
 #include <algorithm>
@@ -8,15 +9,15 @@
 #include <vector>
 
 struct VELCollec {
-    // What RemoveAll does with the storage of the removed elements.
+    // What RemoveAll does with the elements' storage.
     enum MemoryHandling { ReleaseMemory = 0, KeepMemory = 1 };
 };
 
 template<class E>
 class VELRawColl {
 public:
-    // Prepares storage for `initialSize` elements; a negative number counts as 0, and storage that
-    // cannot be had now is asked for again when it is needed.
+    // Reserves storage for `initialSize` elements; a negative number counts as 0. If that fails,
+    // storage is allocated when needed.
     explicit VELRawColl(int initialSize = 0) {
         try {
             elements_.reserve(initialSize > 0 ? static_cast<std::size_t>(initialSize) : 0);
@@ -29,7 +30,7 @@ public:
     VELRawColl& operator=(VELRawColl&&) noexcept = default;
     virtual ~VELRawColl() = default;
 
-    // Adds at the end; gives the new size, 0 when there is no memory for it.
+    // Appends and returns the new size; 0 without memory.
     int Append(E element) noexcept {
         try {
             if (elements_.capacity() == 0)
@@ -41,7 +42,7 @@ public:
         return Size();
     }
 
-    // Inserts at 1 to Size() + 1 and gives the position; 0 for another position or without memory.
+    // Inserts at 1 to Size() + 1 and returns the position; 0 if out of range or without memory.
     int InsertAt(int pos, E element) noexcept {
         if (pos < 1 || pos > Size() + 1)
             return 0;
@@ -53,21 +54,21 @@ public:
         return pos;
     }
 
-    // The first position at or after `from` that holds `element`; 0 when there is none.
+    // The first position at or after `from` holding `element`; 0 if none.
     int Locate(E element, int from = 1) const noexcept {
         const auto start = std::clamp(from, 1, Size() + 1) - 1;
         const auto found = std::find(elements_.begin() + start, elements_.end(), element);
         return found == elements_.end() ? 0 : static_cast<int>(found - elements_.begin()) + 1;
     }
 
-    // Removes the first occurrence and gives the position it had; 0 when there is none.
+    // Removes the first occurrence and returns its position; 0 if none.
     int RemoveValue(E element) noexcept {
         const int pos = Locate(element);
         RemovePosition(pos);
         return pos;
     }
 
-    // Removes up to `count` elements from `pos` on and gives how many.
+    // Removes up to `count` elements from `pos` on and returns how many.
     int RemovePosition(int pos, unsigned int count) noexcept {
         if (!Holds(pos))
             return 0;
@@ -87,25 +88,24 @@ public:
 
     int Size() const noexcept { return static_cast<int>(elements_.size()); }
 
-    // Outside the list: a slot of this list's own that is cleared at each such use.
+    // Out of range: a scratch slot of this list, cleared at each such use.
     E& operator[](int pos) noexcept {
         if (Holds(pos))
             return elements_[Index(pos)];
         scratch_ = E();
         return scratch_;
     }
-    // Outside the list: null or 0.
+    // Out of range: null or 0.
     E operator[](int pos) const noexcept { return Holds(pos) ? elements_[Index(pos)] : E(); }
 
-    // 1 when the numbers of elements or the elements at any position differ, else 0.
+    // 1 when the sizes or any elements differ, else 0.
     int operator!=(const VELRawColl& other) const noexcept {
         return elements_ == other.elements_ ? 0 : 1;
     }
     int operator==(const VELRawColl& other) const noexcept { return (*this != other) ? 0 : 1; }
 
 private:
-    // As many pointers as fit the smallest block of the usual allocators, so that a short list is
-    // one block and one allocation.
+    // Fills the smallest block of common allocators, so that a short list needs one allocation.
     static constexpr std::size_t FewestElements = 3;
 
     static std::size_t Index(int pos) noexcept { return static_cast<std::size_t>(pos) - 1; }

@@ -1,11 +1,11 @@
-// The result code of every operation that can fail: 32 bits, signed, negative means failure.
+// The result code of operations that can fail: 32 bits, signed, negative means failure.
 #pragma once
 
 #include <cstdint>
 
 using VELResult = std::int32_t;
 
-// The Windows headers define these three as macros. Where they came first, theirs are used.
+// The Windows headers define these three as macros, which are used if they came first.
 #if !defined(S_OK)
 inline constexpr VELResult S_OK = 0;
 #endif

@@ -1,4 +1,4 @@
-// Narrow text for what never leaves the program: catalog names and message keys.
+// Narrow text for internal use: catalog names and message keys.
 #pragma once
 
 #include <string>
@@ -19,7 +19,7 @@ public:
         return *this;
     }
     bool IsEmpty() const noexcept { return text_.empty(); }
-    // Valid until this object changes or goes.
+    // Valid until this object changes or is destroyed.
     const char* ConvertToChar() const noexcept { return text_.c_str(); }
     std::string_view AsView() const noexcept { return text_; }
 

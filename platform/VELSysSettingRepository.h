@@ -1,8 +1,8 @@
 // Named repositories of settings.
 //
-// The built-in ones are TOML files: repository R is the file R.toml, its attributes are the
-// top-level texts of that file, in the folder named by the environment variable VELSettingPath,
-// else in $XDG_CONFIG_HOME/dyadctx or ~/.config/dyadctx, on Windows in %APPDATA%\dyadctx.
+// The built-in ones are TOML files: repository R is the file R.toml, its attributes are that file's
+// top-level strings. The folder is the environment variable VELSettingPath, else
+// $XDG_CONFIG_HOME/dyadctx or ~/.config/dyadctx, on Windows %APPDATA%\dyadctx.
 #pragma once
 
 #include "platform/VELExport.h"
@@ -10,16 +10,16 @@
 #include "platform/VELResult.h"
 #include "platform/VELUnicodeString.h"
 
-// What a host implements to keep settings elsewhere.
+// Implemented by a host to keep settings elsewhere.
 class VELDYADCTX_EXPORT VELSysSettingSource {
 public:
     virtual ~VELSysSettingSource();
     virtual bool HasRepository(const char* repository) = 0;
-    // S_OK and the value, or a negative code when there is no such attribute.
+    // S_OK and the value; a negative code when there is no such attribute.
     virtual VELResult Read(const char* repository, const char* attribute,
                            VELUnicodeString& value) = 0;
-    // Give an attribute a value, making the repository where there is none, and remove one. Unless
-    // a host overrides them they refuse.
+    // Set an attribute, creating the repository if needed, and remove one. Refuse unless
+    // overridden.
     virtual VELResult Set(const char* repository, const char* attribute,
                           const VELUnicodeString& value);
     virtual VELResult Remove(const char* repository, const char* attribute);
@@ -29,30 +29,30 @@ public:
 struct VELSettingRefusal {
     enum class Kind {
         None,
-        NoFolder,    // the environment names no folder, or the name is none of a repository
-        NoFile,      // there is no file
-        NotReadable, // there is something that cannot be read, or that is no regular file
-        NotToml,     // the file is not TOML, or larger than settings may be
-        NoAttribute, // the file has no such attribute at its top level
-        NotText,     // the attribute is something other than a text
-        BadValue,    // the name or the new value is no UTF-8 text
+        NoFolder,    // the environment names no folder, or the repository name is invalid
+        NoFile,      // the file does not exist
+        NotReadable, // the file cannot be read, or is not a regular file
+        NotToml,     // the file is not TOML, or too large
+        NoAttribute, // the file has no such top-level attribute
+        NotText,     // the attribute is not a string
+        BadValue,    // the name or the new value is not UTF-8
         NotAlone,    // the attribute cannot be changed without changing others
-        NotLocked,   // others were changing the settings for more than five seconds
+        NotLocked,   // others held the lock for more than five seconds
         NotWritten,  // the file or its folder cannot be written
-        NotOffered,  // the host's source does not do this
+        NotOffered,  // the host's source does not support this
         NoMemory
     };
     Kind kind = Kind::None;
     // For people, in the system's words where it has any.
     VELUnicodeString reason;
-    // The place in the file, from 1; 0 without one.
+    // The place in the file, from 1; 0 if unknown.
     int line = 0;
     int column = 0;
 
     bool IsRefusal() const noexcept { return kind != Kind::None; }
 };
 
-// An attribute that is a text, and the place of its value in the file, from 1.
+// A string attribute and the place of its value in the file, from 1.
 struct VELSetting {
     VELUnicodeString name;
     VELUnicodeString value;
@@ -62,42 +62,42 @@ struct VELSetting {
 
 class VELDYADCTX_EXPORT VELSysSettingRepository {
 public:
-    // The repository of that name; null when there is none. It is read afresh at each call and
-    // belongs to the library; use it before the same thread asks again. `mode` is 0.
+    // The repository of that name; null if none. Read afresh at each call and owned by the library;
+    // valid until the same thread's next call. `mode` is 0.
     static VELSysSettingRepository* GetRepository(const char* name, int mode);
 
-    // The text of an attribute. Where it is missing or not a text, the code is negative and `out`
-    // as before.
+    // The string value of an attribute. If it is missing or not a string, the code is negative and
+    // `out` unchanged.
     VELResult ReadAttr(const char* attribute, VELUnicodeString& out);
 
-    // The file that holds a built-in repository, whether or not it is there. E_FAIL, and `file` as
-    // before, when the environment names no folder for it.
+    // The path of a built-in repository's file, whether or not it exists. E_FAIL, with `file`
+    // unchanged, when the environment names no folder for it.
     static VELResult GetRepositoryFile(const char* name, VELUnicodeString& file);
 
-    // What follows works on a repository by name, whether or not it exists yet. S_OK, or a negative
-    // code with everything as it was; `refusal`, where it is not null, then says why. Nothing is
-    // thrown.
+    // These work on a repository by name, whether or not it exists yet. They return S_OK, or a
+    // negative code with everything unchanged; a non-null `refusal` then says why. They throw
+    // nothing.
 
-    // The same as ReadAttr.
+    // Like ReadAttr.
     static VELResult GetAttr(const char* repository, const char* attribute, VELUnicodeString& value,
                              VELSettingRefusal* refusal = nullptr) noexcept;
-    // The attributes of a built-in repository that are texts, in the order of the file.
+    // The string attributes of a built-in repository, in file order.
     static VELResult ListAttrs(const char* repository, VELListVal<VELSetting>& attributes,
                                VELSettingRefusal* refusal = nullptr) noexcept;
-    // Give an attribute a value, and remove one. All other lines and comments of the file stay as
-    // they are; a missing file and its folder are made. The settings folder is locked meanwhile, so
-    // that no change of another process or thread is lost; nothing of the lock is left behind. The
-    // file is replaced as VELReplaceFile does it.
+    // Set and remove an attribute. All other lines and comments stay as they are; a missing file
+    // and its folder are created. The settings folder is locked meanwhile, so that no change by
+    // another process or thread is lost; the lock leaves nothing on disk. The file is replaced as
+    // by VELReplaceFile.
     static VELResult SetAttr(const char* repository, const char* attribute,
                              const VELUnicodeString& value,
                              VELSettingRefusal* refusal = nullptr) noexcept;
     static VELResult RemoveAttr(const char* repository, const char* attribute,
                                 VELSettingRefusal* refusal = nullptr) noexcept;
 
-    // Puts a host's source in place of the built-in files and gives the one it replaces (null for
-    // the built-in files). Null puts the files back. The source stays the host's.
+    // Replaces the built-in files with a host's source and returns the previous one (null for the
+    // built-in files). Null restores them. The host keeps ownership.
     static VELSysSettingSource* SetSource(VELSysSettingSource* source) noexcept;
-    // Whether a host's source is there.
+    // Whether a host's source is set.
     static bool HasHostSource() noexcept;
 
 private:

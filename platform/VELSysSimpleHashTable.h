@@ -1,8 +1,7 @@
-// A hash table of records it does not own, keyed by two functions of its user.
+// A hash table of records it does not own, using the caller's hash and compare functions.
 //
-// Records keep the order in which they were inserted. Their table positions run from 0 to
-// Size() - 1; a position whose record was removed is empty until the table next tidies up, which
-// may move later records to lower positions.
+// Records keep insertion order, at table positions 0 to Size() - 1. The position of a removed
+// record is empty until the table next compacts, which may move later records to lower positions.
 #pragma once
 
 #include "platform/VELExport.h"
@@ -13,26 +12,26 @@
 class VELDYADCTX_EXPORT VELSysSimpleHashTable {
 public:
     using HashFunction = unsigned int (*)(void* record);
-    // Answers 1 when both records are equal, anything else when they are not.
+    // Returns 1 when both records are equal, else anything else.
     using CompareFunction = int (*)(void* first, void* second);
 
-    // `initialSize` is a hint at how many records will come; memory is taken only as they do.
+    // `initialSize` is only a hint; memory is allocated as records are inserted.
     VELSysSimpleHashTable(int initialSize, HashFunction hash, CompareFunction compare);
     VELSysSimpleHashTable(const VELSysSimpleHashTable&) = delete;
     VELSysSimpleHashTable& operator=(const VELSysSimpleHashTable&) = delete;
-    // The records stay alive.
+    // Does not free the records.
     ~VELSysSimpleHashTable();
 
-    // 1 when the record was taken; 0 when an equal one is present (it stays) or the record is null.
-    // May throw std::bad_alloc; the record is then not taken.
+    // 1 when inserted; 0 when the record is null or an equal one is present, which stays. May throw
+    // std::bad_alloc; nothing is then inserted.
     int Insert(void* record);
-    // The record equal to the probe, or null.
+    // The record equal to `probe`, or null.
     void* Locate(void* probe) const;
-    // The same, taken out of the table.
+    // Removes and returns the record equal to `probe`, or null.
     void* Remove(void* probe);
 
     int Size() const noexcept;
-    // The record at a table position; null when the position is empty or outside the table.
+    // The record at a table position; null when it is empty or out of range.
     void* Get(int position) const noexcept;
 
 private:

@@ -1,12 +1,12 @@
 // The text type of the whole interface: names, parameters, paths and messages.
 //
-// Holds UTF-8 bytes exactly as given; nothing is normalised, trimmed or folded. Zero bytes inside
-// the text are kept and count. Lengths and positions are in characters (code points), from 0; a
-// byte that is not part of well-formed UTF-8 counts as one character.
+// Holds UTF-8 bytes exactly as given, zero bytes included; nothing is normalised, trimmed or
+// folded. Lengths and positions are in characters (code points), from 0; a byte that is not part of
+// well-formed UTF-8 counts as one character.
 //
-// Texts of up to 15 bytes live inside the object, longer ones in memory the object owns. One object
-// is used from one thread at a time; different objects are independent. An operation that needs
-// memory it cannot get throws std::bad_alloc and leaves its object as it was.
+// Texts of up to 15 bytes are stored inline, longer ones on the heap. Use one object from one
+// thread at a time. Without memory, an operation throws std::bad_alloc and leaves its object
+// unchanged.
 #pragma once
 
 #include "platform/VELExport.h"
@@ -52,7 +52,7 @@ public:
     bool operator!=(const VELUnicodeString& other) const noexcept { return !(*this == other); }
     VELUnicodeString operator+(const VELUnicodeString& tail) const;
 
-    // Adds at the end; amortised constant time per byte. The tail may be this very text.
+    // Appends; amortised constant time per byte. `tail` may be this object.
     VELUnicodeString& Append(const VELUnicodeString& tail) { return Append(tail.AsView()); }
     VELUnicodeString& Append(const char* tail);
     VELUnicodeString& Append(std::string_view tail);
@@ -61,7 +61,7 @@ public:
     int GetLengthInChar() const noexcept;
     bool IsEmpty() const noexcept { return AsView().empty(); }
 
-    // The bytes, ended by a zero byte; valid until this object changes or goes.
+    // The bytes, zero-terminated; valid until this object changes or is destroyed.
     const char* ConvertToChar() const noexcept { return AsView().data(); }
     std::string_view AsView() const noexcept {
         if (IsInline())
@@ -72,12 +72,12 @@ public:
     // Equal texts have equal keys, on every system and in every process.
     unsigned int ComputeHashKey() const noexcept;
 
-    // The position of the first (Forward) or last (Backward) occurrence of `text` that begins at or
-    // after `from`; -1 when there is none.
+    // The position of the first (Forward) or last (Backward) occurrence of `text` at or after
+    // `from`; -1 if none.
     int SearchSubString(const VELUnicodeString& text, int from = 0,
                         Direction direction = Forward) const noexcept;
 
-    // Up to `length` characters from position `pos`; what lies outside the text is left out.
+    // Up to `length` characters from position `pos`; only those inside the text.
     VELUnicodeString ExtractSubString(int pos, int length) const;
 
 private:
@@ -114,7 +114,7 @@ private:
     }
     void FreeHeap() noexcept;
 
-    // Up to 15 bytes of text, then 15 minus their number, which is also the ending zero of a text
-    // of 15. Or: pointer, 32-bit length, and a last byte above 15.
+    // Short: up to 15 bytes, then 15 minus their number, which doubles as the terminating zero of a
+    // 15-byte text. Long: pointer, 32-bit length, and a last byte above 15.
     alignas(char*) unsigned char bytes_[InlineCapacity + 1];
 };

@@ -18,7 +18,7 @@ TextSetting ReadText(const char* variable, const char* textWhenNotSet) noexcept 
     try {
         return {value != nullptr, VELUnicodeString(value != nullptr ? value : textWhenNotSet)};
     } catch (const std::exception&) {
-        // Loading must not end the process; short of memory the setting counts as empty.
+        // Loading must not end the process: without memory the setting counts as empty.
         return {value != nullptr, {}};
     }
 }
@@ -29,12 +29,12 @@ int ReadLeadingNumber(const char* variable) noexcept {
         return 0;
     constexpr long lowest = std::numeric_limits<int>::min();
     constexpr long highest = std::numeric_limits<int>::max();
-    // A number too large for an int must not come out as 0.
+    // A number too large for an int must not become 0.
     return static_cast<int>(std::clamp(std::strtol(value, nullptr, 10), lowest, highest));
 }
 
-// Read when the library is loaded, in this order, and never again. What they call uses no other
-// static object, so it does not matter which file is initialised first.
+// Read once, at load, in this order. They use no other static object, so the initialisation order
+// of files does not matter.
 const bool multisiteFlag = VELGetEnv("TE_MULTISITE_DBCONTEXT") != nullptr;
 const TextSetting initSetting = ReadText(InitVariable, "2");
 const TextSetting outputSetting = ReadText("VELDyadCtxOut", "");

@@ -31,7 +31,7 @@ VELUnicodeString OwnText(const char* key, const VELUnicodeString* parameters, in
 
 void AppendCatalogText(VELUnicodeString& message, const char* key,
                        const VELUnicodeString* parameters, int count, int newLine) {
-    // Whole before it is added: a parameter may be the message, and a failure must not leave half.
+    // Built first, then appended: a parameter may be `message`, and a failure must not leave half.
     VELUnicodeString text = CatalogText(key, parameters, count);
     if (newLine != 0)
         text.Append("\n");

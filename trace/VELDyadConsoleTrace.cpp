@@ -11,7 +11,7 @@
 
 namespace {
 
-// One per function, for the whole process and without a lock, as the interface promises.
+// One per function for the whole process, without a lock, as the interface documents.
 constexpr std::size_t BufferSize = 10000;
 using LineBuffer = char[BufferSize];
 constinit LineBuffer outWithResultBuffer{};
@@ -27,7 +27,7 @@ bool IsWanted(const char* format) {
 }
 
 const char* SuffixOf(long result) {
-    // Where long has 64 bits, a failure code may arrive as a positive number.
+    // With a 64-bit long, a failure code may arrive as a positive number.
     return static_cast<VELResult>(result) < 0 ? " KO" : " OK";
 }
 
@@ -44,7 +44,7 @@ void WriteConsoleLine(LineBuffer& buffer, const char* prefix, const char* suffix
     std::fflush(stdout);
 }
 
-// Fills the whole buffer, without a zero byte, from a text that is at least as long.
+// Fills the whole buffer, without a terminating zero, from a text at least as long.
 VELDYADCTX_PRINTF(3, 0)
 bool FillBuffer(char* buffer, std::size_t size, const char* format, va_list args) {
     const std::unique_ptr<char[]> text(new (std::nothrow) char[size + 1]);

@@ -1,4 +1,4 @@
-// What a check of a context file finds: each finding a value with its place.
+// The findings of a context file check, each with its place.
 #pragma once
 
 #include "platform/VELListVal.h"
@@ -7,7 +7,7 @@
 
 enum class VELDyadCtxSeverity { Error, Warning, Note };
 
-// The other party of a finding, in the same file.
+// Another place involved in a finding, in the same file.
 struct VELDyadCtxRelatedPlace {
     VELUnicodeString text;
     VELPlace place;
@@ -20,24 +20,24 @@ struct VELDyadCtxFinding {
     VELDyadCtxSeverity severity = VELDyadCtxSeverity::Error;
     VELListValVELUnicodeString parameters;
     VELUnicodeString text;
-    // The name of the context at fault; `hasContext` tells an empty name from none.
+    // The context at fault; `hasContext` distinguishes an empty name from none.
     bool hasContext = false;
     VELUnicodeString context;
-    // Of the attribute at fault, else of its element; `end` is one character after the value of the
-    // attribute or the name of the element.
+    // Of the attribute at fault, else of its element; `end` is one character after the attribute's
+    // value or the element's name.
     VELPlace place;
     VELPlace end;
     VELListVal<VELDyadCtxRelatedPlace> related;
-    // The position, from 1, of the error it follows from; 0 for a finding in its own right. Such a
-    // consequence is a note right after that error and other consequences of it. It keeps its id,
-    // counts for nothing and cannot be silenced: once the error is mended it is gone.
+    // The position, from 1, of the error that caused it; 0 if none. Such a consequence is a note
+    // right after that error and its other consequences. It keeps its id, is not counted and cannot
+    // be silenced: it disappears once the error is fixed.
     int cause = 0;
 };
 
-// A kind of finding that is not a message of the library.
+// A kind of finding other than the library's messages.
 struct VELDyadCtxFindingKind {
     VELUnicodeString id;
     VELDyadCtxSeverity severity = VELDyadCtxSeverity::Error;
-    // With {0}, {1} in place of the parameters.
+    // With placeholders {0}, {1} for the parameters.
     VELUnicodeString text;
 };

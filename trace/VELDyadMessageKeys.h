@@ -1,4 +1,4 @@
-// The keys of the library's messages. In front of each group stands its number of parameters.
+// The keys of the library's messages, grouped by number of parameters.
 #pragma once
 
 namespace dyadctx::key {
@@ -34,7 +34,7 @@ inline constexpr const char* XMLFileNotSet = "Ctx.Collector.XMLFileNotSet";
 // One parameter.
 inline constexpr const char* XMLFileNotValid = "Ctx.Collector.XMLFileNotValid";
 
-// The heading of a failed step, no parameter: the prefix, the name of the step, the suffix.
+// The heading of a failed step, no parameter: prefix, step name, suffix.
 inline constexpr const char* StepPrefix = "Ctx.Collector.";
 inline constexpr const char* StepSuffix = "Error";
 inline constexpr const char* StepParse = "Parse";
@@ -42,7 +42,7 @@ inline constexpr const char* StepSetFriendsAndAssociated = "SetFriendsAndAssocia
 inline constexpr const char* StepCheck = "Check";
 inline constexpr const char* StepStream = "Stream";
 
-// Linking, two parameters. The second key has two dots in a row.
+// Linking, two parameters. The second key contains two consecutive dots.
 inline constexpr const char* CtxFriendNoMatchingCtx =
     "Ctx.SetFriendsAndAssociated.CtxFriendNoMatchingCtx";
 inline constexpr const char* CtxAssocNoMatchingCtx =

@@ -1,4 +1,4 @@
-// Names of a document by number, for a reader that asks for the same few names again and again.
+// A document's names by number, for readers that look up the same few names repeatedly.
 #pragma once
 
 #include "platform/VELIXMLDOM.h"
@@ -11,12 +11,12 @@
 namespace dyadctx {
 
 struct DomAccess {
-    // None for a name that is nowhere in the document. The handle is not null.
+    // None if the document does not contain the name. The handle must not be null.
     static std::uint32_t NameId(const VELIDOMHandle& handle, std::string_view name) {
         return handle.Document().Names().Find(name);
     }
 
-    // What GetTagName gives, as number. False, and `id` as before, for what is not an element.
+    // Like GetTagName, as a number. False, with `id` unchanged, for non-elements.
     static bool GetTagId(const VELIDOMNode& node, std::uint32_t& id) {
         const DomNode* element = node.Node();
         if (element == nullptr || TakeDomFault(DomCall::GetTagName) != DomFault::None)
@@ -29,12 +29,12 @@ struct DomAccess {
         return handle.Document().IsFromScanner();
     }
 
-    // Frees memory of what stands before an element in the file; see DomDocument::ForgetBefore.
+    // Frees memory of what precedes an element in the file; see DomDocument::ForgetBefore.
     static void ForgetBefore(const VELIDOMElement& element) {
         element.Document().ForgetBefore(*element.Node());
     }
 
-    // The attribute's value; null without it. Good while the document lives.
+    // The attribute, or null; valid while the document lives.
     static const DomAttribute* FindAttribute(const VELIDOMElement& element, std::uint32_t name) {
         return name != DomNames::None ? DomDocument::FindAttribute(*element.Node(), name) : nullptr;
     }

@@ -8,7 +8,7 @@ namespace dyadctx {
 
 namespace {
 
-// Small documents stay small; large ones need few calls of the allocator and of the system.
+// Keeps small documents small, and allocations for large ones few.
 constexpr std::size_t FirstChunk = 4096 - 64;
 
 } // namespace
@@ -31,7 +31,7 @@ bool DomArena::Extend(void* block, std::size_t size, std::size_t newSize) noexce
 void* DomArena::AllocateChunkFor(std::size_t size) {
     const std::size_t nextSize =
         chunkSize_ == 0 ? FirstChunk : std::min(2 * chunkSize_, largestChunk_);
-    // A large block gets a chunk of its own, so that the rest of the open one is not lost.
+    // A large block gets its own chunk, so that the rest of the open one is not wasted.
     if (size > nextSize / 4)
         return AddChunk(size);
     char* chunk = AddChunk(nextSize);

@@ -1,4 +1,4 @@
-// Memory of one document: handed out in pieces, freed all at once.
+// Memory of one document: allocated piecewise, freed at once.
 #pragma once
 
 #include <cstddef>
@@ -9,17 +9,16 @@
 
 namespace dyadctx {
 
-// Lists in an arena may hold pointers, and the size of these is meant then.
+// Elements may be pointers; their own size is then the intended one.
 template<class T>
 inline constexpr std::size_t SizeInArena = sizeof(T); // NOLINT(bugprone-sizeof-expression)
 
-// Either all blocks of an arena are arrays of 8-byte aligned objects or all are bytes, so no room
-// is spent on alignment. Asking for memory that cannot be had throws std::bad_alloc and changes
-// nothing.
+// An arena holds either arrays of 8-byte aligned objects or only bytes, so no room is lost
+// to alignment. Without memory, operations throw std::bad_alloc and change nothing.
 class DomArena {
 public:
-    // A chunk that is freed while its document is read should serve what is made of the document,
-    // which the usual allocators see to for blocks below 128 KiB only.
+    // A chunk freed while its document is read should be reused for what is built from the
+    // document; common allocators do so only for blocks below 128 KiB.
     static constexpr std::size_t ReusableChunk = 120 * std::size_t{1024};
     static constexpr std::size_t LargeChunk = 8 * std::size_t{1024} * 1024;
 
@@ -36,21 +35,21 @@ public:
 
     const char* CopyBytes(std::string_view bytes);
 
-    // Makes a block longer where it stands. False when something follows it or no room is left.
+    // Extends a block in place. False if another block follows it or there is no room.
     bool Extend(void* block, std::size_t size, std::size_t newSize) noexcept;
 
-    // Chunks are numbered from 0 in the order in which they were asked for.
+    // Chunks are numbered from 0 in order of allocation.
     std::size_t ChunkCount() const noexcept { return chunks_.size(); }
-    // The one from which the next small block will come; 0 while there is none.
+    // The chunk of the next small block; 0 if there is none yet.
     std::size_t OpenChunk() const noexcept { return open_; }
-    // Whether a block lies in a chunk that is still there.
+    // Whether a block lies in this chunk and the chunk has not been freed.
     bool Holds(std::size_t chunk, const void* block) const noexcept {
         const char* first = chunks_[chunk].memory.get();
-        // Of blocks in different chunks only this order is defined.
+        // The only comparison defined for blocks of different chunks.
         return first != nullptr && !std::less<>()(static_cast<const char*>(block), first) &&
                std::less<>()(static_cast<const char*>(block), first + chunks_[chunk].size);
     }
-    // Frees a chunk with all blocks in it.
+    // Frees a chunk and all its blocks.
     void Discard(std::size_t chunk) noexcept { chunks_[chunk].memory.reset(); }
 
 private:

@@ -18,17 +18,17 @@ std::uint32_t Capacity(std::uint32_t count, bool grown) noexcept {
 }
 
 bool IsSelfOrAncestor(const DomNode& candidate, const DomNode& node) noexcept {
-    // Without children it is nobody's ancestor, which keeps building from the top down cheap.
+    // A node without children is no ancestor: this keeps top-down building cheap.
     if (candidate.childCount == 0)
         return &candidate == &node;
-    // Above a node that was read stand only nodes that were read, and these are all attached.
+    // The ancestors of a node that was read were all read too, and are attached.
     const DomNode* above = &node;
     while (above != nullptr && above != &candidate)
         above = above->Is(DomNode::Created) ? above->origin.parent : nullptr;
     return above != nullptr;
 }
 
-// Walks the elements below one element in document order.
+// Walks the descendants of an element in document order.
 class Descendants {
 public:
     Descendants(const DomNode& top, std::vector<DomSiblings>& room) : open_(room) {
@@ -74,7 +74,7 @@ DomNodeSpan DomDocument::ElementsByTagName(const DomNode& node, std::string_view
     const std::uint32_t id = names_.Find(name);
     if (id == DomNames::None)
         return {};
-    // Once all elements of that name are found, the rest of the tree need not be walked.
+    // Allows the walk to stop once all elements of that name are found.
     std::uint64_t wanted = names_.Elements(id);
     if (atMost > 0)
         wanted = std::min(wanted, static_cast<std::uint64_t>(atMost));
@@ -170,8 +170,7 @@ void DomDocument::SetReadChildren(DomNode& node, DomNode* const* children, std::
 }
 
 void DomDocument::ForgetBefore(const DomNode& node) noexcept {
-    // Nodes, and what belongs to them, lie in the order of the file; only lists of children come
-    // later, when their element has ended.
+    // Nodes and their data are in file order; only child lists come later, when their element ends.
     std::size_t chunk = nodesForgotten_;
     while (chunk < bytesOf_.size() && !nodes_.Holds(chunk, &node))
         ++chunk;
@@ -186,7 +185,7 @@ void DomDocument::ForgetBefore(const DomNode& node) noexcept {
 }
 
 DomNode* DomDocument::NewElement(std::uint32_t name) {
-    // Two tags and the indentation of a usual depth.
+    // Two tags and typical indentation.
     constexpr std::size_t Marks = 20;
     DomNode* node = ::new (nodes_.AllocateArray<DomNode>(1)) DomNode();
     node->name = name;
@@ -195,7 +194,7 @@ DomNode* DomDocument::NewElement(std::uint32_t name) {
     return node;
 }
 
-// Every name in the table is valid, so only a new one is looked at.
+// Names in the table are valid, so only new ones are checked.
 std::uint32_t DomDocument::InternValid(std::string_view name) {
     const std::uint32_t known = names_.Find(name);
     if (known != DomNames::None)

@@ -1,8 +1,7 @@
-// The tree behind the handles of platform/VELIXMLDOM.h.
+// The tree underlying the handles of platform/VELIXMLDOM.h.
 //
-// Everything lies in the document's arenas and goes with it. An entry of a child list is null for a
-// child that is not an element. Operations that need memory they cannot get throw std::bad_alloc
-// and leave the tree as it was.
+// Everything lives in the document's arenas. In a child list, non-elements are null. Without
+// memory, operations throw std::bad_alloc and leave the tree unchanged.
 #pragma once
 
 #include "platform/detail/DomArena.h"
@@ -17,7 +16,7 @@
 
 namespace dyadctx {
 
-// Line and column in a file, from 1; 0 when there is none.
+// Line and column in a file, from 1; 0 if unknown.
 struct DomPosition {
     std::uint32_t line = 0;
     std::uint32_t column = 0;
@@ -26,7 +25,7 @@ struct DomPosition {
 struct DomAttribute {
     std::uint32_t name;
     std::uint32_t length;
-    // Values as short as most types, roles and ports need no memory of their own.
+    // Values as short as most types, roles and ports are stored inline.
     union {
         const char* bytes;
         char shortBytes[sizeof(const char*)];
@@ -38,11 +37,11 @@ struct DomAttribute {
 
 struct DomNode {
     enum Flag : std::uint32_t {
-        // Made by CreateElement, so it has a parent pointer and no position.
+        // By CreateElement: has a parent pointer and no position.
         Created = 1,
-        // Has a parent or is the document element.
+        // Has a parent, or is the document element.
         Attached = 2,
-        // A list that has grown has room up to a power of two, one that was read has none.
+        // A list that has grown has room up to a power of two; one that was read has none.
         GrownAttributes = 4,
         GrownChildren = 8,
     };
@@ -62,19 +61,19 @@ struct DomNode {
     DomPosition Position() const noexcept { return Is(Created) ? DomPosition{} : origin.position; }
 };
 
-// An attribute met in a file, its name as number.
+// An attribute read from a file, its name as a number.
 struct DomReadAttribute {
     std::uint32_t name;
     std::string_view value;
 };
 
-// A list of nodes that lies in an arena.
+// A list of nodes in an arena.
 struct DomNodeSpan {
     DomNode* const* nodes = nullptr;
     std::uint32_t length = 0;
 };
 
-// Part of a child list still to be walked.
+// The siblings still to be walked.
 struct DomSiblings {
     DomNode* const* next;
     DomNode* const* end;
@@ -82,16 +81,15 @@ struct DomSiblings {
 
 class DomDocument {
 public:
-    // One that is made asks for its memory in large chunks; one that is read may be forgotten piece
-    // by piece.
+    // When making, chunks are large; when reading, they can be freed one by one.
     enum class Purpose { Scanning, Parsing, Making };
     explicit DomDocument(Purpose purpose)
         : purpose_(purpose), nodes_(ChunkFor(purpose)), bytes_(ChunkFor(purpose)) {}
 
-    // Whether the scanner of plain documents has read it, and not the parser.
+    // Whether it was read by the scanner of plain documents rather than the parser.
     bool IsFromScanner() const noexcept { return purpose_ == Purpose::Scanning; }
 
-    // Handles are counted without locks: a document belongs to one thread at a time.
+    // Counted without locks: a document is used from one thread at a time.
     void AddReference() noexcept { ++references_; }
     void Release() noexcept {
         if (--references_ == 0)
@@ -101,12 +99,12 @@ public:
     const DomNames& Names() const noexcept { return names_; }
     DomNode* Root() const noexcept { return root_; }
     std::string_view TagName(const DomNode& node) const noexcept { return names_.Text(node.name); }
-    // About how long the document is as text, to set memory aside in one go.
+    // Roughly the length of the document as text, to reserve memory at once.
     std::size_t EstimatedTextSize() const noexcept { return estimatedTextSize_; }
 
-    // Null when there is none.
+    // Null if there is none.
     const DomAttribute* FindAttribute(const DomNode& node, std::string_view name) const noexcept;
-    // The same by the number of the name.
+    // The same by the name's number.
     static DomAttribute* FindAttribute(const DomNode& node, std::uint32_t name) noexcept {
         DomAttribute* end = node.attributes + node.attributeCount;
         for (DomAttribute* attribute = node.attributes; attribute != end; ++attribute) {
@@ -118,24 +116,24 @@ public:
     // The descendants of that name in document order; at most `atMost` when that is above 0.
     DomNodeSpan ElementsByTagName(const DomNode& node, std::string_view name, int atMost);
 
-    // Making a document. Null or false for an invalid name, for a child that has a parent already,
+    // Making a document. Null or false for an invalid name, for a child that already has a parent,
     // and for a child that would be its own descendant.
     DomNode* CreateElement(std::string_view name);
     bool SetAttribute(DomNode& node, std::string_view name, std::string_view value);
     bool AppendChild(DomNode& parent, DomNode& child);
     bool AppendRoot(DomNode& root) noexcept;
 
-    // Reading a document: the number of a name that is known to be valid, and an element whose
-    // values are. The first one is the document element.
+    // Reading a document: the number of a name known to be valid, and an element with values known
+    // to be valid. The first is the document element.
     std::uint32_t InternReadName(std::string_view name) { return names_.Intern(name); }
     DomNode* AddReadElement(std::uint32_t name, std::span<const DomReadAttribute> attributes,
                             DomPosition position);
     void SetReadChildren(DomNode& node, DomNode* const* children, std::uint32_t count);
 
-    // Frees memory of elements that begin before `node` in a document that was read: those that
-    // have ended, and their descendants. The caller holds no handle on them and asks for none. What
-    // contains `node` keeps its list of children and loses its name and attributes; the document
-    // may have no document element from then on.
+    // Frees memory of elements that ended before `node` in a document that was read, and their
+    // descendants. The caller holds no handle to them and requests none. Ancestors of `node` keep
+    // their child lists but lose their names and attributes; the document may lose its document
+    // element.
     void ForgetBefore(const DomNode& node) noexcept;
 
 private:
@@ -152,7 +150,7 @@ private:
     Purpose purpose_;
     DomArena nodes_;
     DomArena bytes_;
-    // For each chunk of nodes the first chunk of bytes that its nodes may use.
+    // For each chunk of nodes, the first chunk of bytes its nodes may use.
     std::vector<std::size_t> bytesOf_;
     std::size_t nodesForgotten_ = 0;
     std::size_t bytesForgotten_ = 0;
@@ -160,7 +158,7 @@ private:
     DomNode* root_ = nullptr;
     std::size_t estimatedTextSize_ = 0;
     std::size_t references_ = 0;
-    // For searches, which are many and short; kept so that each need not ask for memory.
+    // Reused because searches are many and short.
     std::vector<DomSiblings> open_;
     std::vector<DomNode*> found_;
 };

@@ -1,5 +1,4 @@
-// Lets a private test make one call of the XML layer fail, to see what its callers make of it.
-// While no test has armed it, it costs one load of an atomic.
+// Lets a private test make one call of the XML layer fail. Unarmed, it costs one atomic load.
 #pragma once
 
 #include <atomic>
@@ -17,26 +16,26 @@ enum class DomCall {
     CreateElement,
     SetAttribute,
     AppendChild,
-    // An allocation of the parser itself.
+    // An allocation by the parser itself.
     ParserMemory,
 };
 
-// E_FAIL, or S_OK with a null handle. Where a call gives no handle both are E_FAIL.
+// E_FAIL, or S_OK with a null handle. For calls that return no handle both are E_FAIL.
 enum class DomFault { None, Fail, NullHandle };
 
 extern std::atomic<bool> domFaultIsArmed;
 
-// Not for use outside this header.
+// Private to this header.
 DomFault TakeArmedDomFault(DomCall call) noexcept;
 
-// What a call that is about to run has to do.
+// The fault that the next call must simulate.
 inline DomFault TakeDomFault(DomCall call) noexcept {
     if (!domFaultIsArmed.load(std::memory_order_relaxed))
         return DomFault::None;
     return TakeArmedDomFault(call);
 }
 
-// From its construction to its end the n-th such call of the process, from 1, fails. One at a time.
+// While it lives, makes the n-th such call of the process, from 1, fail. One at a time.
 class DomFaultScope {
 public:
     DomFaultScope(DomCall call, int nth, DomFault fault = DomFault::Fail) noexcept;
@@ -44,7 +43,7 @@ public:
     DomFaultScope(const DomFaultScope&) = delete;
     DomFaultScope& operator=(const DomFaultScope&) = delete;
 
-    // Whether that call has come.
+    // Whether that call has happened.
     static bool HasStruck() noexcept;
 };
 

@@ -1,4 +1,4 @@
-// The element and attribute names of one document, each kept once and known by a small number.
+// The element and attribute names of a document, each stored once and numbered.
 #pragma once
 
 #include "platform/detail/DomArena.h"
@@ -18,13 +18,13 @@ public:
 
     DomNames();
 
-    // The number of a name, which is new or known.
+    // The number of a name, added if new.
     std::uint32_t Intern(std::string_view name);
-    // The number of a known name, else None.
+    // The number of a known name, or None.
     std::uint32_t Find(std::string_view name) const noexcept;
     std::string_view Text(std::uint32_t id) const noexcept { return names_[id].text; }
 
-    // How many elements of that name there are, whether they hang in the tree or not.
+    // The number of elements of that name, attached or not.
     std::uint64_t Elements(std::uint32_t id) const noexcept { return names_[id].elements; }
     void CountElement(std::uint32_t id) noexcept { ++names_[id].elements; }
 
@@ -40,7 +40,7 @@ private:
     DomArena bytes_;
     std::vector<Name> names_;
     std::map<std::string_view, std::uint32_t> index_;
-    // A document uses few names over and over; the one last seen in a slot is tried first.
+    // Names repeat a lot: the last one seen in a slot is tried first.
     mutable std::array<std::uint32_t, RecentCount> recent_{};
 };
 

@@ -1,4 +1,4 @@
-// Puts a document together from what a parser meets in the file, in its order.
+// Builds a document from what a parser reads, in file order.
 #pragma once
 
 #include "platform/detail/DomDocument.h"
@@ -10,16 +10,16 @@
 
 namespace dyadctx {
 
-// Operations that need memory they cannot get throw std::bad_alloc; the document is then of no use.
+// Without memory, operations throw std::bad_alloc; the document is then unusable.
 class DomTreeBuilder {
 public:
     explicit DomTreeBuilder(DomDocument& document) noexcept : document_(document) {}
 
     static constexpr std::size_t DeepestNesting = 5000;
 
-    // The number of elements that are open.
+    // The number of open elements.
     std::size_t Depth() const noexcept { return open_.size(); }
-    // The name of the innermost one; there is one.
+    // The name of the innermost open element, which must exist.
     std::string_view OpenName() const noexcept { return document_.TagName(*open_.back().node); }
     bool HasRoot() const noexcept { return document_.Root() != nullptr; }
 
@@ -27,11 +27,11 @@ public:
     void StartElement(std::uint32_t name, std::span<const DomReadAttribute> attributes,
                       DomPosition position);
     void EndElement();
-    // A piece of text; pieces that follow each other are one child.
+    // A piece of text; consecutive pieces form one child.
     void Text();
-    // A comment or processing instruction. Outside the document element it is nobody's child.
+    // A comment or processing instruction. Outside the document element it is not a child.
     void Other();
-    // A CDATA section is one child, whatever text it holds.
+    // A CDATA section is one child, whatever it contains.
     void StartSection();
     void EndSection() noexcept { text_ = NoText; }
 
@@ -45,7 +45,7 @@ private:
 
     DomDocument& document_;
     std::vector<OpenElement> open_;
-    // The children of all open elements so far, those of the innermost one last.
+    // The children so far of all open elements, the innermost one's last.
     std::vector<DomNode*> children_;
     TextState text_ = NoText;
 };

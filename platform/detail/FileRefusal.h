@@ -1,4 +1,4 @@
-// How the steps of replacing a file say why they go no further.
+// Why a step of replacing a file failed.
 #pragma once
 
 #include "platform/VELFileSystem.h"
@@ -9,15 +9,15 @@ struct Refusal {
     using Kind = VELFileRefusal::Kind;
 
     Kind kind = Kind::None;
-    // The system's error code; 0 when it has no part in this.
+    // The system's error code; 0 if it does not apply.
     int code = 0;
-    // What the code alone does not tell; null when it tells enough.
+    // What the code alone does not say; null if it says enough.
     const char* what = nullptr;
 
     bool IsRefusal() const noexcept { return kind != Kind::None; }
 };
 
-// The answer of VELReplaceFile; `refusal` may be null.
+// The result of VELReplaceFile; `refusal` may be null.
 VELResult Answer(const Refusal& result, VELFileRefusal* refusal) noexcept;
 
 } // namespace dyadctx

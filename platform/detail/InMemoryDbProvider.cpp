@@ -14,13 +14,13 @@ namespace dyadctx {
 
 namespace {
 
-// The keys of server details, for all providers that have the same keys in a row.
+// The keys of server details, shared by consecutive providers with the same keys.
 struct DetailKeys {
     explicit DetailKeys(const VELListValVELUnicodeString& keys);
     bool AreThose(const VELListValVELUnicodeString& keys) const noexcept;
 
     VELListValVELUnicodeString list;
-    // Positions in the order of their keys' bytes; of equal keys only the first.
+    // Positions sorted by their keys' bytes; of equal keys only the first.
     std::vector<int> sorted;
 };
 
@@ -48,7 +48,7 @@ bool DetailKeys::AreThose(const VELListValVELUnicodeString& keys) const noexcept
 
 using SharedKeys = std::shared_ptr<const DetailKeys>;
 
-// The keys as they are in the list; those this thread asked for last are not made again.
+// The keys in the list; those this thread last asked for are reused.
 SharedKeys KeysOf(const VELListValVELUnicodeString& keys) {
     thread_local SharedKeys last;
     if (last == nullptr || !last->AreThose(keys))
@@ -62,14 +62,14 @@ struct ProviderData {
     VELUnicodeString name;
     // Null means no details.
     SharedKeys keys;
-    // One for each key.
+    // One per key.
     VELListValVELUnicodeString values;
 };
 
 namespace {
 
-// Walks the details that count for sameness: in the order of their keys, each key once, and without
-// empty values, as those are the same as no detail.
+// Walks the details that are compared: sorted by key, each key once, without empty values, which
+// equal a missing detail.
 class DetailWalk {
 public:
     explicit DetailWalk(const ProviderData* data) noexcept
@@ -117,7 +117,7 @@ bool HaveSameDetails(const ProviderData* one, const ProviderData* other) noexcep
 const InMemoryDbProvider*
 InMemoryDbProvider::From(const VELIDyadDbProvider_var& provider) noexcept {
     const VELIDyadDbProvider* object = provider.Get();
-    // The class is final, so the exact type is all there is to ask for.
+    // The class is final, so comparing the exact type is enough.
     if (object == nullptr || typeid(*object) != typeid(InMemoryDbProvider))
         return nullptr;
     return static_cast<const InMemoryDbProvider*>(object);
@@ -205,7 +205,7 @@ VELResult InMemoryDbProvider::GetServerDetails(VELListValVELUnicodeString& keys,
 }
 
 std::uint64_t InMemoryDbProvider::IdentityHash(HashOfBytes* hashOf) const noexcept {
-    // An odd factor, so that the order of the texts counts and nothing is lost.
+    // Odd, so that the order of the texts matters and no bits are lost.
     constexpr std::uint64_t Factor = 0x9E3779B97F4A7C15;
     std::uint64_t hash = hashOf(Name());
     for (DetailWalk details(data_.get()); !details.AtEnd(); details.Next()) {

@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char* English = "en";
 
-// The C library's character tests follow the locale; a tag is ASCII in any locale.
+// Not std::isalpha, which depends on the locale: a tag is ASCII.
 bool IsLetter(char character) {
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
 }
@@ -47,7 +47,7 @@ std::string Upper(std::string_view part) {
     return text;
 }
 
-// Takes the next part off a tag.
+// Removes and returns the next part of a tag.
 std::string_view TakePart(std::string_view& tag) {
     const std::size_t end = std::min(tag.find_first_of("-_"), tag.size());
     const std::string_view part = tag.substr(0, end);
@@ -68,7 +68,7 @@ std::string_view FindRegion(std::string_view parts) {
 
 std::vector<std::string> OwnLanguagesOf(std::string_view tag) {
     std::vector<std::string> languages;
-    // Behind the language stand the character set and a modifier, as in "sr_RS.UTF-8@latin".
+    // Drops character set and modifier, as in "sr_RS.UTF-8@latin".
     tag = tag.substr(0, tag.find_first_of(".@"));
     const std::string_view first = TakePart(tag);
     if (IsLanguage(first)) {

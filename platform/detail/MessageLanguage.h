@@ -1,4 +1,4 @@
-// Which languages to look for a text in.
+// The languages in which to look up a text.
 #pragma once
 
 #include <string>
@@ -7,16 +7,16 @@
 
 namespace dyadctx {
 
-// The languages for a tag such as "fr_FR.UTF-8", "de-AT" or "ja", best first: the language of the
-// region (in both spellings, "de-AT" and "de_AT"), the language, English. What is no language tag
-// ("C", "POSIX", a path) gives English alone, so each entry is safe as part of a file name.
+// The languages for a tag such as "fr_FR.UTF-8", "de-AT" or "ja", best first: the regional language
+// (in both spellings, "de-AT" and "de_AT"), the language, English. For anything else ("C", "POSIX",
+// a path) only English, so each entry is safe in a file name.
 std::vector<std::string> LanguagesFor(std::string_view tag);
 
-// The same without the English at the end that stands in for a language without texts. Empty for
-// what is no language tag.
+// The same without the final English fallback. Empty if the tag is invalid.
 std::vector<std::string> OwnLanguagesOf(std::string_view tag);
 
-// The tag the environment asks for: VELMessageLanguage, else the language of the user's system.
+// The tag requested by the environment: VELMessageLanguage, else the user's language on this
+// system.
 std::string RequestedLanguage();
 
 } // namespace dyadctx

@@ -13,7 +13,7 @@ bool BeginsWithDoubledBrace(std::string_view text) {
     return text.size() >= 2 && text[0] == text[1];
 }
 
-// The number of the placeholder at the start of the text, -1 when there is none.
+// The number of the placeholder at the start of the text; -1 if none.
 int PlaceholderNumber(std::string_view text) {
     if (text.size() < PlaceholderSize || text[0] != '{' || text[2] != '}')
         return -1;

@@ -9,10 +9,10 @@ namespace dyadctx {
 
 namespace {
 
-// Far above any real catalog, and little enough to read whatever a file holds.
+// Far above any real catalog, yet small enough to read whatever a file holds.
 constexpr std::size_t LargestFile = std::size_t{1} << 20U;
 
-// The bytes of a file; none when it cannot be read or is too large.
+// The content of a file; empty if it cannot be read or is too large.
 std::vector<unsigned char> ReadSmallFile(const VELUnicodeString& path) {
     FileReader file;
     if (!file.Open(path) || file.Size() > LargestFile)
@@ -52,7 +52,7 @@ void MessageTexts::AddOverrides(const VELUnicodeString& folder, const std::strin
         std::vector<unsigned char> image = ReadSmallFile(path);
         if (image.empty())
             continue;
-        // The bytes stay where they are when the vector that owns them moves.
+        // The bytes do not move with the vector that owns them.
         images_.push_back(std::move(image));
         catalogs_.push_back({catalog, MoCatalog(images_.back())});
     }

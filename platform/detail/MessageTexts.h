@@ -1,5 +1,5 @@
-// The message texts of one language choice: overriding files first, then the embedded catalogs, per
-// language from the best to English.
+// The message texts of one language choice: for each language, best first, overriding files before
+// the embedded catalogs.
 #pragma once
 
 #include "platform/VELUnicodeString.h"
@@ -15,13 +15,12 @@ namespace dyadctx {
 class MessageTexts {
 public:
     // Reads <catalog>.<language>.mo from the folder for each catalog and language; an empty folder
-    // means none.
-    // A file that is missing, too large, damaged or not a regular file overrides nothing.
+    // means none. Ignores files that are missing, too large, damaged or not regular.
     MessageTexts(const std::vector<std::string>& languages, const VELUnicodeString& folder);
     MessageTexts(const MessageTexts&) = delete;
     MessageTexts& operator=(const MessageTexts&) = delete;
 
-    // Whether none of the languages has texts.
+    // Whether no language has texts.
     bool IsEmpty() const noexcept { return catalogs_.empty(); }
     // Valid as long as this object.
     std::optional<std::string_view> Find(std::string_view catalog, std::string_view key) const;
@@ -35,7 +34,7 @@ private:
     void AddOverrides(const VELUnicodeString& folder, const std::string& language);
     void AddEmbedded(const std::string& language);
 
-    // What the catalogs from files refer to.
+    // The storage of the catalogs from files.
     std::vector<std::vector<unsigned char>> images_;
     std::vector<Texts> catalogs_;
 };

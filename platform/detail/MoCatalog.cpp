@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint32_t Magic = 0x950412DE;
 constexpr std::uint32_t MagicOfOtherByteOrder = 0xDE120495;
-// Where the header keeps these values.
+// Offsets in the header.
 constexpr std::size_t RevisionOffset = 4;
 constexpr std::size_t CountOffset = 8;
 constexpr std::size_t OriginalsOffset = 12;
@@ -20,12 +20,12 @@ constexpr std::size_t TranslationsOffset = 16;
 // A row of either table is a length and an offset.
 constexpr std::size_t RowSize = 8;
 
-// Between a context and the text it belongs to.
+// Separates a context from its text.
 constexpr char ContextEnd = '\4';
 constexpr std::size_t LongestKey = 255;
 constexpr std::size_t LongestText = 65536;
 
-// Reads the image and never outside it.
+// Reads the image, never out of bounds.
 class MoImage {
 public:
     explicit MoImage(std::span<const unsigned char> bytes) : bytes_(bytes) {
@@ -46,7 +46,7 @@ public:
                                                           : Ordered(Reversed(number));
     }
 
-    // The text that a row of a table stands for.
+    // The text that a table row refers to.
     std::optional<std::string_view> TextAt(std::size_t row) const {
         const auto length = NumberAt(row);
         const auto offset = NumberAt(row + sizeof(std::uint32_t));
@@ -95,7 +95,7 @@ MoCatalog::MoCatalog(std::span<const unsigned char> bytes) {
     const auto translations = image.NumberAt(TranslationsOffset);
     if (!image.IsSound() || !count || !originals || !translations)
         return;
-    // A table longer than the image is not read to its claimed end.
+    // Ignores a claimed length beyond the image.
     const std::size_t rows = std::min<std::size_t>(*count, bytes.size() / RowSize);
     for (std::size_t row = 0; row < rows; ++row) {
         const auto original = image.TextAt(*originals + row * RowSize);
@@ -110,7 +110,7 @@ std::optional<std::string_view> MoCatalog::Find(std::string_view key) const {
     const auto found = texts_.find(key);
     if (found == texts_.end())
         return std::nullopt;
-    // Behind a zero byte come plural forms, which the library has no use for.
+    // Plural forms follow a zero byte; the library does not use them.
     const std::string_view text = found->second.substr(0, found->second.find('\0'));
     if (text.size() > LongestText || !IsWellFormed(text))
         return std::nullopt;

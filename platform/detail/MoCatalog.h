@@ -1,4 +1,4 @@
-// The texts of one gettext MO image, looked up by their message context.
+// The texts of a gettext MO image, looked up by message context.
 #pragma once
 
 #include <cstdint>
@@ -9,14 +9,14 @@
 
 namespace dyadctx {
 
-// The image may come from anybody's file. Entries that do not lie within it, have no context, or
-// have one longer than any key are left out; so is all of an image that is no MO file.
+// The image is untrusted. Entries that are out of bounds, have no context, or have one longer than
+// any key are ignored; so is an image that is not an MO file.
 class MoCatalog {
 public:
-    // Refers to the image, which stays with the caller and must outlive this object.
+    // Refers to the image, which the caller owns; it must outlive this object.
     explicit MoCatalog(std::span<const unsigned char> image);
 
-    // The text of a key; nothing when there is none, or when it is not sound UTF-8 of a sensible
+    // The text of a key; nothing if there is none, or if it is not valid UTF-8 of reasonable
     // length. Valid as long as the image.
     std::optional<std::string_view> Find(std::string_view key) const;
 

@@ -1,4 +1,4 @@
-// Paths on their way to the system's file calls.
+// Converts paths for the system's file calls.
 #pragma once
 
 #include <optional>
@@ -7,14 +7,13 @@
 
 namespace dyadctx {
 
-// `\` and `/` both separate folders in the paths the library is given.
+// Both `\` and `/` separate folders in paths given to the library.
 inline bool IsSeparator(char character) noexcept {
     return character == '/' || character == '\\';
 }
 
-// The path, still UTF-8, with the separators of this system. Nothing for a path that no file call
-// can name because it holds a zero byte: cut there, it would name another file. Every path passes
-// here, and only here, on its way to a file call.
+// The path, still UTF-8, with this system's separators. Nothing if it holds a zero byte: cut there,
+// it would name another file. Every path passes here on its way to a file call.
 std::optional<std::string> NativePath(std::string_view path);
 
 } // namespace dyadctx

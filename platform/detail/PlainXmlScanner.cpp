@@ -19,9 +19,9 @@ namespace dyadctx {
 
 namespace {
 
-// A tag, comment, section or instruction has to fit.
+// The limit for one tag, comment, section or instruction.
 constexpr std::size_t LargestPiece = std::size_t{1} << 20U;
-// Each attribute is compared with those before it.
+// Each attribute is compared with all before it.
 constexpr std::size_t MostAttributes = 64;
 
 enum ByteClass : unsigned int {
@@ -29,7 +29,7 @@ enum ByteClass : unsigned int {
     NamePart = 2,
     Blank = 4,
     LineEnd = 8,
-    // What needs no second look in attribute values, in text, and in comments and the like.
+    // Needs no further check in attribute values, in text, and in comments and the like.
     InValue = 16,
     InText = 32,
     InData = 64,
@@ -61,15 +61,15 @@ bool Is(char byte, unsigned int classes) noexcept {
 
 // One pass over one source.
 //
-// What passes some bytes returns false when it is in doubt and when it has run out of them; it is
-// then at the end of the piece. A token that runs out is read again from its start once there are
-// more bytes, so it makes no element before all of it has been seen.
+// Functions that consume bytes return false on doubt and when the piece runs out; they are then at
+// its end. An incomplete token is read again from its start once there are more bytes, so it
+// creates no element until it is complete.
 class Scanner {
 public:
     Scanner(XmlSource& source, DomDocument& document, std::size_t pieceSize)
         : source_(source), size_(pieceSize), builder_(document) {}
 
-    // False at the first doubt.
+    // False on the first doubt.
     bool Run();
 
 private:
@@ -118,7 +118,7 @@ private:
     bool CharacterReference();
     bool Character() noexcept;
     bool Through(std::string_view mark) noexcept;
-    // Passes a text that comes next.
+    // Consumes `text` if it comes next.
     bool Take(std::string_view text) noexcept {
         const std::string_view rest = Rest();
         if (rest.starts_with(text)) {
@@ -148,7 +148,7 @@ private:
         }
     }
     bool PassLineEnd() noexcept;
-    // What has been passed need not be looked at again.
+    // What was consumed is not read again.
     void KeepPassed() noexcept {
         kept_ = at_;
         linesKept_ = lines_;
@@ -163,10 +163,10 @@ private:
     XmlSource& source_;
     std::size_t size_;
     std::unique_ptr<char[]> piece_ = std::make_unique_for_overwrite<char[]>(size_);
-    // Where the piece begins in the source, and whether the source ends with it.
+    // The offset of the piece in the source, and whether it is the last.
     std::uint64_t offset_ = 0;
     bool isLast_ = false;
-    // The next byte, the end of the piece, and how far the bytes are done with.
+    // The next byte, the end of the piece, and the end of what is finished.
     const char* at_ = piece_.get();
     const char* end_ = at_;
     const char* kept_ = at_;
@@ -174,8 +174,8 @@ private:
     Lines linesKept_;
 
     DomTreeBuilder builder_;
-    // Those of the tag under way, and the values of it that are not as written; there is room for
-    // those of the longest tag.
+    // The attributes of the current tag, and their decoded values; capacity is reserved for the
+    // longest tag.
     std::vector<DomReadAttribute> attributes_;
     std::string decoded_;
 };
@@ -195,8 +195,8 @@ bool Scanner::Run() {
     }
 }
 
-// Adds bytes to those that are not done with, and goes back to these. False when the source cannot
-// be read, or they fill the largest piece.
+// Adds bytes after the unfinished ones and returns to the start of these. False if the source
+// cannot be read or they fill the largest piece.
 bool Scanner::Refill() {
     const auto passed = static_cast<std::size_t>(kept_ - piece_.get());
     const auto left = static_cast<std::size_t>(end_ - kept_);
@@ -229,7 +229,7 @@ bool Scanner::Fill(char* next) {
     return true;
 }
 
-// Whether a line ends here; the line feed of CR LF belongs to the line end that the CR is.
+// Whether a line ends here; in CR LF, the CR ends it and the LF is part of that.
 bool Scanner::PassLineEnd() noexcept {
     const bool isReturn = *at_ == '\r';
     const bool isSecondHalf = !isReturn && Offset() != 0 && Offset() == lines_.afterReturn;
@@ -240,7 +240,7 @@ bool Scanner::PassLineEnd() noexcept {
     return !isSecondHalf;
 }
 
-// One character that XML allows.
+// Consumes one character that XML allows.
 bool Scanner::Character() noexcept {
     constexpr std::size_t Longest = 4;
     const std::string_view rest = Rest();
@@ -249,13 +249,13 @@ bool Scanner::Character() noexcept {
         at_ += length;
         return true;
     }
-    // It may only be cut off.
+    // It may just be cut off.
     if (rest.size() < Longest)
         at_ = end_;
     return false;
 }
 
-// All characters up to the mark, and the mark.
+// Consumes everything through the mark.
 bool Scanner::Through(std::string_view mark) noexcept {
     for (;;) {
         Pass(InData);
@@ -270,7 +270,7 @@ bool Scanner::Through(std::string_view mark) noexcept {
     }
 }
 
-// The byte order mark and the XML declaration, as far as there are any.
+// Consumes the byte order mark and XML declaration, if present.
 bool Scanner::Start() {
     if (Take("\xEF\xBB\xBF"))
         lines_.start = Offset();
@@ -362,7 +362,7 @@ bool Scanner::Value(char quote) {
     return true;
 }
 
-// Goes on with a value that need not be as written.
+// Continues with a value that may need decoding.
 bool Scanner::Decode(std::string_view& value, char quote) {
     decoded_.reserve(size_);
     const std::size_t first = decoded_.size();
@@ -378,7 +378,7 @@ bool Scanner::Decode(std::string_view& value, char quote) {
     return !IsAtEnd();
 }
 
-// A line end or tab is a blank.
+// A line end or tab becomes a blank.
 bool Scanner::SpecialInValue() {
     const char* begin = at_;
     if (*at_ == '&')
@@ -406,7 +406,7 @@ bool Scanner::EndTag() {
     return true;
 }
 
-// May end before the text does; the rest is then a text again.
+// May stop early; the rest is then another piece of text.
 bool Scanner::Text() {
     if (builder_.Depth() == 0) {
         const char* before = at_;
@@ -443,13 +443,13 @@ bool Scanner::SpecialInText() {
     return Character();
 }
 
-// Targets of three letters that begin with x are left alone: "xml" in any case is none.
+// Leaves three-letter targets starting with x to the parser: "xml" in any case is not allowed.
 bool Scanner::Instruction() {
     at_ += 2;
     std::string_view target;
     if (!Name(target) || (target.size() == 3 && (target[0] == 'x' || target[0] == 'X')))
         return false;
-    // Without a blank nothing but the end may follow.
+    // Without a blank, only the end may follow.
     const bool hasContent = Is(*at_, Blank | LineEnd);
     if (hasContent ? !Through("?>") : !Take("?>"))
         return false;
@@ -457,7 +457,7 @@ bool Scanner::Instruction() {
     return true;
 }
 
-// Adds the character that is meant to `decoded_`.
+// Appends the referenced character to `decoded_`.
 bool Scanner::Reference() {
     constexpr std::array Entities{
         std::pair{std::string_view("&lt;"), '<'}, std::pair{std::string_view("&gt;"), '>'},

@@ -1,9 +1,8 @@
-// Reads the documents people really write in one pass: UTF-8 without DOCTYPE, of tags, attributes,
-// the five entities, character references, comments, CDATA sections and processing instructions.
+// Reads common documents in one pass: UTF-8 without DOCTYPE, with tags, attributes, the five
+// entities, character references, comments, CDATA sections and processing instructions.
 //
-// It accepts only what the parser certainly accepts, and makes the same tree with the same
-// positions. At the first doubt, be something wrong or just unusual, it gives up, and the parser
-// decides.
+// It accepts only what the parser accepts, and builds the same tree with the same positions. When
+// in doubt, over an error or just something unusual, it gives up and the parser decides.
 #pragma once
 
 #include "platform/detail/DomDocument.h"
@@ -14,8 +13,8 @@
 
 namespace dyadctx {
 
-// Null at the first doubt; some of the source has then been read. The source is read in pieces,
-// which grow when a token does not fit. Throws std::bad_alloc, and what the source throws.
+// Null on the first doubt, with part of the source consumed. Reads in pieces, which grow if a token
+// does not fit. Throws std::bad_alloc, and what the source throws.
 std::unique_ptr<DomDocument> ScanPlainXml(XmlSource& source,
                                           std::size_t pieceSize = std::size_t{64} << 10U);
 

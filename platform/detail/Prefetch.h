@@ -1,9 +1,9 @@
-// Asks for memory ahead of its use, so that the wait for it overlaps with other work.
+// Prefetches memory, so that waiting for it overlaps with other work.
 #pragma once
 
 namespace dyadctx {
 
-// `address` need not be valid. Without help from the compiler it does nothing.
+// `address` need not be valid. Does nothing without compiler support.
 inline void Prefetch(const void* address) noexcept {
 #ifdef __GNUC__
     __builtin_prefetch(address);

@@ -20,7 +20,7 @@ namespace {
 using Kind = VELSettingRefusal::Kind;
 
 constexpr std::string_view FileEnding = ".toml";
-// Far more than settings need; nothing larger is taken into memory.
+// Far more than settings need; larger files are not read.
 constexpr std::size_t LargestFile = std::size_t{4} << 20;
 
 bool IsPlainName(std::string_view name) {
@@ -28,7 +28,7 @@ bool IsPlainName(std::string_view name) {
            std::none_of(name.begin(), name.end(), IsSeparator);
 }
 
-// The system's reason where there is one, else one of our own.
+// The system's reason if it has one, else ours.
 VELSettingRefusal RefusalOf(Kind kind, std::string_view what, int code = 0) {
     return {kind,
             VELUnicodeString(code != 0 ? std::system_category().message(code) : std::string(what))};
@@ -113,7 +113,7 @@ VELSettingRefusal Replace(const VELUnicodeString& path, std::string_view text) {
 } // namespace
 
 VELSettingRefusal ChangeSettingsFile(const VELUnicodeString& path, const SettingsChange& change) {
-    // What is refused anyway shall leave no new folder.
+    // A change that is refused anyway must not create a folder.
     std::string text;
     VELSettingRefusal refusal = ReadAndChange(path, change, text);
     if (refusal.IsRefusal())

@@ -1,4 +1,4 @@
-// The files behind the built-in settings repositories: TOML, one file per repository.
+// The files of the built-in settings repositories: TOML, one per repository.
 #pragma once
 
 #include "platform/VELSysSettingRepository.h"
@@ -9,31 +9,30 @@
 
 namespace dyadctx {
 
-// A folder of settings, and the environment variable it comes from; empty and null without one.
+// A settings folder and the environment variable that names it; empty and null if none.
 struct SettingsFolder {
     VELUnicodeString path;
     const char* variable = nullptr;
 };
 
-// The folder that VELSettingPath names, else that of the user.
+// The folder named by VELSettingPath, else the user's.
 SettingsFolder FindSettingsFolder();
-// The folder of the user's settings.
+// The user's settings folder.
 SettingsFolder UserSettingsFolder();
 
-// The file of a repository: `<repository>.toml` in the folder named by VELSettingPath, else in the
-// user's folder. Empty when there is no folder, or when the name is empty or would lead out of it.
+// The path of a repository's file: `<repository>.toml` in the settings folder. Empty if there is no
+// folder, or if the name is empty or would lead out of it.
 VELUnicodeString SettingsFilePath(const VELUnicodeString& repository);
 
-// The text of the file, read afresh. Refuses with NoFile only where the system says that there is
-// none.
+// Reads the file afresh. Refuses with NoFile only if the system reports that it does not exist.
 VELSettingRefusal ReadSettingsFile(const VELUnicodeString& path, std::string& text);
 
-// A top-level text of the file, read afresh; `setting` is as before when there is none.
+// Reads a top-level string of the file afresh; on refusal `setting` is unchanged.
 VELSettingRefusal FindSetting(const VELUnicodeString& path, const char* attribute,
                               VELSetting& setting);
 
-// Replaces the file by what `change` makes of its text, under the lock of its folder. A missing
-// file counts as empty; its folder is made.
+// Replaces the file with its text as edited by `change`, under the lock of its folder. A missing
+// file counts as empty; its folder is created.
 using SettingsChange = std::function<VELSettingRefusal(std::string& text)>;
 VELSettingRefusal ChangeSettingsFile(const VELUnicodeString& path, const SettingsChange& change);
 

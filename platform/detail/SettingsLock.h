@@ -1,4 +1,4 @@
-// Keeps others from changing the settings of a folder.
+// Locks the settings of a folder.
 #pragma once
 
 #include "platform/VELUnicodeString.h"
@@ -7,8 +7,7 @@
 
 namespace dyadctx {
 
-// Held from construction to destruction, or to the end of the process, however it ends. Nothing of
-// it is left in the folder.
+// Held until destroyed, or until the process ends in any way. Leaves nothing in the folder.
 class SettingsLock {
 public:
     // Waits at most five seconds for others. May throw std::bad_alloc.
@@ -18,7 +17,7 @@ public:
     SettingsLock& operator=(const SettingsLock&) = delete;
 
     bool IsHeld() const noexcept { return isHeld_; }
-    // Why it is not held: the system's code; 0 when others held it all the time.
+    // Why it is not held: the system's code; 0 if others held it all the time.
     int Code() const noexcept { return code_; }
 
 private:
@@ -29,7 +28,7 @@ private:
     int code_ = 0;
 };
 
-// Makes the folder and those above it. The system's code when that fails, else 0.
+// Creates the folder and its parents. Returns 0, or the system's error code.
 int MakeSettingsFolder(const VELUnicodeString& folder);
 
 } // namespace dyadctx

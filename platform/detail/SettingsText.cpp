@@ -42,8 +42,8 @@ VELSetting SettingOf(std::string_view name, const toml::value<std::string>& valu
             static_cast<int>(place.line), static_cast<int>(place.column)};
 }
 
-// The byte at which a line begins (from 1), after a byte order mark; the end of the text for lines
-// after it.
+// The byte offset of a line (from 1), after a byte order mark; the end of the text for lines after
+// it.
 std::size_t StartOfLine(std::string_view text, std::size_t line) {
     std::size_t pos = text.starts_with("\xEF\xBB\xBF") ? 3 : 0;
     for (std::size_t i = 1; i < line; ++i) {
@@ -55,7 +55,7 @@ std::size_t StartOfLine(std::string_view text, std::size_t line) {
     return pos;
 }
 
-// The byte of a place; its column counts characters.
+// The byte offset of a place, whose column counts characters.
 std::size_t OffsetOf(std::string_view text, const toml::source_position& position) {
     std::size_t pos = StartOfLine(text, position.line);
     for (std::size_t column = 1; column < position.column && pos < text.size(); ++column) {
@@ -97,8 +97,8 @@ std::string LineBreakOf(std::string_view text) {
     return windows ? "\r\n" : "\n";
 }
 
-// Where a further attribute goes: after the last one; without one before the first table, since
-// what follows a table's heading belongs to it.
+// Where a new attribute goes: after the last one, or without one before the first table, since what
+// follows a table's heading belongs to it.
 std::size_t PlaceOfNewLine(std::string_view text, const toml::table& table) {
     std::size_t lastLine = 0;
     for (const auto& [key, value] : table) {
@@ -110,7 +110,7 @@ std::size_t PlaceOfNewLine(std::string_view text, const toml::table& table) {
     return table.empty() ? text.size() : StartOfLine(text, 1);
 }
 
-// Takes the new text if this attribute now has that value (or is gone) and nothing else differs.
+// Accepts the new text only if this attribute has that value (or is gone) and nothing else differs.
 VELSettingRefusal Accept(std::string& text, std::string newText, std::string_view name,
                          const std::optional<std::string_view>& value) {
     toml::table before;

@@ -1,5 +1,5 @@
-// What the text of a settings file says, and how it changes: a TOML document whose top-level texts
-// are the attributes of a repository.
+// Reads and edits the text of a settings file: a TOML document whose top-level strings are the
+// attributes of a repository.
 #pragma once
 
 #include "platform/VELListVal.h"
@@ -10,14 +10,14 @@
 
 namespace dyadctx {
 
-// Each returns why it refuses, with the place in the text; Kind::None when it is done. Nothing is
-// changed by a refusal. All may throw std::bad_alloc.
+// Each returns Kind::None, or why it refuses, with the place in the text; the text is then
+// unchanged. All may throw std::bad_alloc.
 
 VELSettingRefusal CheckSettings(std::string_view text);
 VELSettingRefusal ReadSetting(std::string_view text, std::string_view name, VELSetting& setting);
-// The attributes that are texts, in the order of the file.
+// The string attributes, in file order.
 VELSettingRefusal ListSettings(std::string_view text, VELListVal<VELSetting>& settings);
-// Changes the value where it is, or adds a line after the other attributes. All else stays.
+// Changes the value in place, or adds a line after the other attributes.
 VELSettingRefusal SetSetting(std::string& text, std::string_view name, std::string_view value);
 // Removes the lines of the attribute.
 VELSettingRefusal RemoveSetting(std::string& text, std::string_view name);

@@ -1,11 +1,9 @@
-// toml++, made safe against broken files. Everything that uses it includes it from here.
+// toml++, hardened against broken files. Include it only through this header.
 //
-// Two things in it go wrong with some broken files, so they are set before its headers come:
-// - What it asserts, or takes for granted where assertions are off, need not hold. Its assertions
-//   are checked in every kind of build and throw TomlFault.
-// - A character beyond ASCII outside of a text can reach a place it takes for unreachable, where
-// the
-//   answer would be "no white space".
+// Some broken files break its assumptions, so this must come before its headers:
+// - Its assertions are checked in every kind of build and throw TomlFault.
+// - A non-ASCII character outside a string can reach a place it considers unreachable, whose answer
+//   would be "no white space".
 #pragma once
 
 #include <exception>

@@ -1,4 +1,4 @@
-// Where the built-in writer of the platform trace puts its lines.
+// Where the built-in writer of the platform trace writes its lines.
 #pragma once
 
 #include "platform/VELUnicodeString.h"
@@ -8,18 +8,18 @@
 
 namespace dyadctx {
 
-// What the system calls the open stream.
+// The system's handle of the open stream.
 using TraceHandle = std::intptr_t;
 inline constexpr TraceHandle NoTraceHandle = -1;
 
 TraceHandle StandardErrorHandle() noexcept;
 
-// Opens the file for adding at its end and makes it when there is none. No handle when that cannot
-// be done, as for a FIFO nobody reads; never waits. The file stays open until the process ends.
+// Opens the file for appending, creating it if needed. No handle if that fails, as for a FIFO
+// without a reader; never waits. The file stays open until the process ends.
 TraceHandle OpenTraceFile(const VELUnicodeString& path) noexcept;
 
-// Hands the bytes to the system in one call, so that lines of several processes do not mix. What
-// cannot be written is lost.
+// Writes the bytes in one system call, so that lines of several processes do not mix. What cannot
+// be written is lost.
 void WriteTrace(TraceHandle handle, std::string_view bytes) noexcept;
 
 } // namespace dyadctx

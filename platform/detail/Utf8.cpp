@@ -6,7 +6,7 @@ namespace {
 
 struct LeadByte {
     std::size_t length;
-    // The range of the second byte; it keeps out overlong forms, surrogates and what lies beyond
+    // The range of the second byte excludes overlong forms, surrogates and anything beyond
     // U+10FFFF.
     unsigned char secondLow;
     unsigned char secondHigh;

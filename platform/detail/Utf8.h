@@ -1,4 +1,4 @@
-// Characters of UTF-8 text. A byte that is not part of well-formed UTF-8 is a character by itself.
+// Characters of UTF-8 text. A byte that is not part of well-formed UTF-8 is its own character.
 #pragma once
 
 #include <cstddef>
@@ -8,21 +8,21 @@
 
 namespace dyadctx {
 
-// The number of bytes of the character at the start of a text that is not empty.
+// The length in bytes of the first character of a non-empty text.
 std::size_t CharacterLength(std::string_view text) noexcept;
 
-// Appends the character of that number, which is one of Unicode and no surrogate.
+// Appends a Unicode character by its number, which must not be a surrogate.
 void AppendCharacter(std::uint32_t character, std::string& text);
 
 // The number of characters.
 int CountCharacters(std::string_view text) noexcept;
 
-// Whether the first characters of a text are those of `characters`. Equal bytes are not enough: the
-// last of them may be the beginning of a longer character.
+// Whether a text starts with the characters of `characters`. Equal bytes are not enough: the last
+// ones may begin a longer character.
 bool BeginsWithCharacters(std::string_view text, std::string_view characters) noexcept;
 
-// Where the character at `position` begins, or the end for the position behind the last one; npos
-// for any other position.
+// The byte offset of the character at `position`, or of the end for the position after the last
+// character; npos for any other.
 std::size_t OffsetOfCharacter(std::string_view text, int position) noexcept;
 
 } // namespace dyadctx

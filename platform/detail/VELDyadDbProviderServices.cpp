@@ -22,7 +22,7 @@ VELResult MakeBuiltIn(VELIDyadDbProvider_var& provider) {
     return Give(new (std::nothrow) dyadctx::InMemoryDbProvider(), provider);
 }
 
-// Takes the name and the details over from a host's provider.
+// Copies the name and details of a host's provider.
 VELResult CopyHostProvider(const VELIDyadDbProvider_var& from, VELIDyadDbProvider_var& provider) {
     VELUnicodeString name;
     VELListValVELUnicodeString keys;
@@ -42,7 +42,7 @@ VELResult CopyToBuiltIn(const VELIDyadDbProvider_var& from, VELIDyadDbProvider_v
     return builtIn != nullptr ? Give(builtIn->Clone(), provider) : CopyHostProvider(from, provider);
 }
 
-// Runs `make(factory, provider)`, which may be a host's code; `out` changes only when it succeeds.
+// Runs `make(factory, provider)`, possibly a host's code; `out` changes only on success.
 template<class Make>
 VELResult MakeProvider(VELIDyadDbProvider_var& out, const Make& make) noexcept {
     try {

@@ -13,7 +13,7 @@
 
 namespace {
 
-// Constant, so that the trace can be asked for before any static object is made.
+// Constant, so that the trace works before any static object is constructed.
 constinit int activity = 0;
 constinit std::atomic<VELDyadTraceSink*> hostSink{nullptr};
 
@@ -25,7 +25,7 @@ VELUnicodeString ReadTraceSetting() noexcept {
     }
 }
 
-// Read when the library is loaded, in whatever order its files are initialised.
+// Read at load, whatever the initialisation order.
 const VELUnicodeString& TraceSetting() noexcept {
     static const VELUnicodeString setting = ReadTraceSetting();
     return setting;
@@ -68,7 +68,7 @@ const char* NameOf(VELDyadTraceKind kind) {
     return "";
 }
 
-// The whole text, however long; the format itself when it cannot be applied.
+// The whole text, however long; the format itself if formatting fails.
 VELDYADCTX_PRINTF(1, 0)
 std::string FormatText(const char* format, va_list args) {
     va_list measured;
@@ -78,7 +78,7 @@ std::string FormatText(const char* format, va_list args) {
     if (length < 0)
         return format;
     std::string text(static_cast<std::size_t>(length), '\0');
-    // The zero byte at the end goes where the string keeps its own.
+    // The terminating zero goes where the string keeps its own.
     std::vsnprintf(text.data(), text.size() + 1, format, args);
     return text;
 }
@@ -97,7 +97,7 @@ void WriteTraceLine(VELDyadTraceKind kind, const char* format, va_list args) noe
         line.append(1, ' ').append(text).append(1, '\n');
         dyadctx::WriteTrace(TraceOutput(), line);
     } catch (...) {
-        // Neither a full memory nor a host's sink may disturb what is being traced.
+        // Neither lack of memory nor a host's sink may disturb what is being traced.
     }
 }
 

@@ -7,7 +7,7 @@
 
 namespace {
 
-// The number of bytes at the start of the path that name a root: "/", or "C:\".
+// The length in bytes of the root at the start of the path: "/", or "C:\".
 std::size_t RootLength(std::string_view path) {
     const bool hasDrive = path.size() > 2 && path[1] == ':';
     const std::size_t separator = hasDrive ? 2 : 0;
@@ -29,13 +29,13 @@ void VELSplitPath(const VELUnicodeString& path, VELUnicodeString& folder, VELUni
         const std::string_view whole = path.AsView();
         const std::size_t separator = whole.find_last_of("/\\");
         const bool hasFolder = separator != std::string_view::npos;
-        // Made before either is handed over: both may be the path itself.
+        // Built before either is assigned: both may be the path itself.
         VELUnicodeString newFolder(hasFolder ? FolderPart(whole, separator) : std::string_view());
         VELUnicodeString newName(hasFolder ? whole.substr(separator + 1) : whole);
         folder = std::move(newFolder);
         name = std::move(newName);
     } catch (const std::exception&) {
-        // Without memory there is no answer; callers refuse an empty name.
+        // Without memory both are empty; callers refuse an empty name.
         folder = VELUnicodeString();
         name = VELUnicodeString();
     }

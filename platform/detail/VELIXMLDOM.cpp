@@ -13,12 +13,12 @@ using dyadctx::DomNode;
 
 namespace {
 
-// What an operation answers that gives no handle, because it cannot or a test has told it so.
+// The result of an operation that returns no handle, because it failed or a test makes it.
 VELResult AnswerOf(DomFault fault) noexcept {
     return fault == DomFault::NullHandle ? S_OK : E_FAIL;
 }
 
-// Runs an operation that may need memory.
+// Runs an operation that may allocate.
 template<class Operation>
 VELResult WithoutExceptions(Operation operation) noexcept {
     try {
@@ -207,7 +207,7 @@ VELResult VELIDOMNodeList::Item(int index, VELIDOMNode& node) const {
         node = VELIDOMNode();
         return AnswerOf(fault);
     }
-    // Walking a list with one handle leaves the count of the document alone.
+    // Iterating with one handle does not touch the document's reference count.
     if (node.DocumentOrNull() == DocumentOrNull())
         node.node_ = nodes_[index];
     else

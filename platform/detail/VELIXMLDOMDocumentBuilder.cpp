@@ -50,7 +50,7 @@ private:
     std::string_view rest_;
 };
 
-// Only whoever is told why is worth a second look at the source.
+// Reads the source a second time only for a caller that is told the reason.
 std::unique_ptr<DomDocument> ParseSource(dyadctx::XmlSource& source, bool isTold,
                                          dyadctx::XmlFailure& failure) noexcept {
     auto document = dyadctx::ParseXml(source, failure);
@@ -75,7 +75,7 @@ std::unique_ptr<DomDocument> ParseFile(const VELUnicodeString& path, bool isTold
     }
 }
 
-// The handler is the caller's code, and what it throws goes no further.
+// The handler is the caller's code; its exceptions are swallowed.
 VELResult TellUnlessParsed(const VELIDOMDocument& document, const dyadctx::XmlFailure& failure,
                            VELISAXErrorHandler* errors) noexcept {
     if (!document.IsNull())
@@ -110,7 +110,7 @@ WriteOptions ReadOptions(const VELListValVELUnicodeString& names,
     return options;
 }
 
-// Hands the bytes of the document to `take`, whose code is the answer.
+// Passes the bytes of the document to `take` and returns its code.
 template<class Take>
 VELResult WriteTo(const Take& take, const DomDocument& document,
                   const VELListValVELUnicodeString& optionNames,

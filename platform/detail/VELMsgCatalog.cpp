@@ -17,8 +17,8 @@ namespace {
 
 using dyadctx::MessageTexts;
 
-// Nothing here may depend on the order in which files are initialised: a message can be asked for
-// while other static objects are made.
+// Nothing here may depend on initialisation order: a message can be requested while other static
+// objects are constructed.
 constinit std::atomic<VELMsgCatalogSource*> hostSource{nullptr};
 constinit std::mutex textsMutex;
 constinit std::shared_ptr<const MessageTexts> currentTexts;
@@ -39,7 +39,7 @@ std::shared_ptr<const MessageTexts> CurrentTexts() {
     return currentTexts;
 }
 
-// The built-in text, filled; nothing for an unknown catalog or key.
+// The built-in text, placeholders filled; nothing for an unknown catalog or key.
 std::optional<VELUnicodeString> BuildBuiltIn(const VELString& catalog, const VELString& key,
                                              const VELUnicodeString* parameters, int count) {
     const std::shared_ptr<const MessageTexts> texts = CurrentTexts();
@@ -49,13 +49,13 @@ std::optional<VELUnicodeString> BuildBuiltIn(const VELString& catalog, const VEL
     return dyadctx::FillPlaceholders(*text, parameters, count);
 }
 
-// The host's text; nothing when it does not know the key or fails.
+// The host's text; nothing if it does not know the key or fails.
 std::optional<VELUnicodeString> BuildFromHost(VELMsgCatalogSource& source, const VELString& catalog,
                                               const VELString& key,
                                               const VELUnicodeString* parameters, int count) {
     try {
         VELUnicodeString text;
-        // A host may trust the count, so it never comes without the parameters.
+        // A host may trust the count, so it is 0 without parameters.
         const int safeCount = parameters != nullptr && count > 0 ? count : 0;
         if (source.Build(catalog, key, parameters, safeCount, text) < 0)
             return std::nullopt;
@@ -118,7 +118,7 @@ void VELMsgCatalog::SetLanguage(const char* tag) {
         const std::lock_guard lock(textsMutex);
         currentTexts.swap(texts);
     } catch (const std::exception&) {
-        // The language stays as it was.
+        // The language is unchanged.
     }
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 using Kind = VELSettingRefusal::Kind;
 
-// Reads the file of a repository; `use` then returns what it makes of the text.
+// Reads a repository's file and returns the result of `use` on its text.
 template<class Use>
 VELSettingRefusal WithText(const char* repository, const Use& use) {
     std::string text;
@@ -66,8 +66,8 @@ public:
 
 std::atomic<VELSysSettingSource*> hostSource{nullptr};
 
-// Does an operation on a repository and tells how it ended. `ask` is what a host's source does,
-// `act` what is done with the built-in files.
+// Runs an operation on a repository and returns its result: `ask` with a host's source, `act` on
+// the built-in files.
 template<class Ask, class Act>
 VELResult Perform(const char* repository, VELSettingRefusal* refusal, const Ask& ask,
                   const Act& act) noexcept {
@@ -108,7 +108,7 @@ VELResult VELSysSettingSource::Remove(const char*, const char*) {
 }
 
 VELSysSettingRepository* VELSysSettingRepository::GetRepository(const char* name, int) {
-    // Each thread has one; that is what the caller may use until it asks again.
+    // One per thread, which the caller may use until its next call.
     thread_local VELSysSettingRepository repository;
     static SettingsFiles files;
     if (name == nullptr)

@@ -18,11 +18,11 @@ constexpr std::uint32_t NoSlot = UINT32_MAX;
 struct VELSysSimpleHashTable::Storage {
     HashFunction hash;
     CompareFunction compare;
-    // The records in order of insertion; removed ones leave a null behind.
+    // The records in insertion order; removed ones become null.
     std::vector<Slot> slots;
     std::size_t records = 0;
-    // Open addressing with linear probing over numbers of slots; a removed slot stays in it until
-    // the next rebuild. Its size is a power of two, at least twice the number of slots.
+    // Open addressing with linear probing, holding slot numbers; a removed slot stays until the
+    // next rebuild. The size is a power of two, at least twice the number of slots.
     std::vector<std::uint32_t> index;
 
     std::uint32_t Find(void* probe, unsigned int key) const;
@@ -52,7 +52,7 @@ void VELSysSimpleHashTable::Storage::Place(std::uint32_t slot) {
     index[at] = slot;
 }
 
-// Makes sure that one more slot fits; everything that may throw happens before anything changes.
+// Makes room for one more slot; everything that may throw comes before any change.
 void VELSysSimpleHashTable::Storage::MakeRoom() {
     if (slots.size() + 1 <= index.size() / 2) {
         if (slots.size() == slots.capacity())
@@ -69,7 +69,7 @@ void VELSysSimpleHashTable::Storage::MakeRoom() {
         Place(static_cast<std::uint32_t>(slot));
 }
 
-// Closes the gaps that removed records left behind.
+// Closes the gaps of removed records.
 void VELSysSimpleHashTable::Storage::Compact() {
     std::erase_if(slots, [](const Slot& slot) { return slot.record == nullptr; });
     std::fill(index.begin(), index.end(), NoSlot);

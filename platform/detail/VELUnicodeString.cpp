@@ -10,7 +10,7 @@
 namespace {
 
 constexpr unsigned char HeapMark = 0xFF;
-// In front of the bytes of a long text stands the number of bytes that fit there.
+// A long text is preceded by the number of bytes that fit there.
 constexpr std::size_t HeaderSize = sizeof(std::size_t);
 constexpr std::size_t MaxLength = INT_MAX;
 
@@ -71,7 +71,7 @@ VELUnicodeString& VELUnicodeString::Append(std::string_view tail) {
     }
     const std::size_t length = current.size() + tail.size();
     char* data = IsInline() ? reinterpret_cast<char*>(bytes_) : HeapData();
-    // The tail may lie inside this text, but never beyond its end, where the copy goes.
+    // The tail may be part of this text, but never overlaps the copy, which starts at its end.
     std::memcpy(data + current.size(), tail.data(), tail.size());
     if (IsInline())
         SetInlineLength(length);

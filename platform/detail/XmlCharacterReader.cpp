@@ -68,7 +68,7 @@ std::size_t XmlCharacterReader::Decode(XmlCharacter& character) const noexcept {
     return length;
 }
 
-// One or two units of UTF-16.
+// One or two UTF-16 code units.
 std::size_t XmlCharacterReader::DecodeUnit(XmlCharacter& character) const noexcept {
     character.number = UnitAt(next_);
     const bool isFirstOfTwo = (character.number & 0xFC00U) == 0xD800U;

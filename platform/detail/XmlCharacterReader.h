@@ -1,4 +1,4 @@
-// Reads the characters of an XML source one by one, with their places, whatever is wrong with it.
+// Reads the characters and places of an XML source, even of a malformed one.
 #pragma once
 
 #include "platform/detail/XmlParser.h"
@@ -11,10 +11,10 @@
 namespace dyadctx {
 
 struct XmlCharacter {
-    // That of the byte for one that is not UTF-8.
+    // The byte itself if it is not UTF-8.
     std::uint32_t number = 0;
     bool isUtf8 = true;
-    // The byte it begins with, and its place with columns that count characters.
+    // Its first byte, and its place with columns counting characters.
     std::uint64_t offset = 0;
     DomPosition place;
 };
@@ -24,10 +24,9 @@ public:
     XmlCharacterReader(XmlSource& source, bool isUtf8) noexcept
         : source_(source), isUtf8_(isUtf8) {}
 
-    // False at the end, and when the source cannot be read; `character` is then where the end is.
+    // False at the end or if the source cannot be read; `character` then has the place of the end.
     bool Next(XmlCharacter& character);
-    // The place of a byte that has been read, as XmlPositions counts; never before that of the last
-    // call.
+    // The place of a byte already read, as in XmlPositions; never before that of the last call.
     DomPosition PositionAt(std::uint64_t offset) noexcept { return positions_.At(offset); }
 
 private:

@@ -14,7 +14,7 @@ bool IsAscii(char c) noexcept {
     return static_cast<unsigned char>(c) < 0x80;
 }
 
-// The tables of letters beyond ASCII are the parser's own: what it would not read is no name.
+// Letters beyond ASCII are the parser's decision: what it would not read is not a name.
 bool IsNameForParser(std::string_view name) {
     const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(
         XML_ParserCreate("UTF-8"), XML_ParserFree);
@@ -36,7 +36,7 @@ bool IsXmlName(std::string_view name) {
         return false;
     if (IsAscii(name.front()) && !IsAsciiNameStart(name.front()))
         return false;
-    // Only letters beyond ASCII are left to the parser, so nothing in the name can be markup.
+    // Only letters beyond ASCII reach the parser, so the name cannot contain markup.
     const bool asciiIsFine = std::all_of(name.begin(), name.end(),
                                          [](char c) { return !IsAscii(c) || IsAsciiNamePart(c); });
     if (!asciiIsFine || std::all_of(name.begin(), name.end(), IsAscii))

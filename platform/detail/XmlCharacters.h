@@ -6,7 +6,7 @@
 
 namespace dyadctx {
 
-// What a name of ASCII begins with and is made of.
+// The characters an ASCII name starts with and consists of.
 constexpr bool IsAsciiNameStart(char c) noexcept {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == ':';
 }
@@ -14,13 +14,13 @@ constexpr bool IsAsciiNamePart(char c) noexcept {
     return IsAsciiNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.';
 }
 
-// A name that the parser will take again. Throws std::bad_alloc.
+// Whether the parser accepts the name. Throws std::bad_alloc.
 bool IsXmlName(std::string_view name);
 
-// Whether XML can carry a character of UTF-8 text, as platform/detail/Utf8.h divides it. A byte
-// that is not part of well-formed UTF-8 cannot be carried.
+// Whether XML allows a character of UTF-8 text, as split by platform/detail/Utf8.h. A byte that is
+// not part of well-formed UTF-8 is not allowed.
 bool IsXmlCharacter(std::string_view character) noexcept;
-// The same of a character by its number.
+// The same for a character's number.
 bool IsXmlCharacter(std::uint32_t number) noexcept;
 
 } // namespace dyadctx

@@ -18,12 +18,12 @@ namespace dyadctx {
 
 namespace {
 
-// Of a tag that is longer no more is said than the parser does.
+// For a longer tag, the parser's reason is kept.
 constexpr std::size_t LongestText = std::size_t{64} << 10U;
-// How far the text is looked at after the fault, which is as much as is shown of a name.
+// How much text after the fault is read: as much as is shown of a name.
 constexpr std::size_t TextAfter = 100;
 
-// Where in a tag the fault is.
+// The part of a tag that has the fault.
 enum class TagPart { Other, BetweenAttributes, AfterName, AfterEquals, Value, AfterValue };
 
 bool IsBlank(std::uint32_t c) noexcept {
@@ -34,12 +34,12 @@ bool IsQuote(std::uint32_t c) noexcept {
     return c == '"' || c == '\'';
 }
 
-// What word processors make of quotes.
+// Quotes as word processors write them.
 bool IsTypographicQuote(std::uint32_t c) noexcept {
     return (c >= 0x2018 && c <= 0x201F) || c == 0xAB || c == 0xBB || c == 0x2039 || c == 0x203A;
 }
 
-// Letters beyond ASCII are taken for such.
+// All characters beyond ASCII count as letters.
 bool IsInName(std::uint32_t c) noexcept {
     return c < 0x80 ? IsAsciiNamePart(static_cast<char>(c)) : !IsTypographicQuote(c);
 }
@@ -60,7 +60,7 @@ public:
 
 private:
     bool ReadText();
-    // Whether the parser tells no more than where the token begins that something is wrong with.
+    // Whether the parser reports only the start of the faulty token.
     bool IsAtTokenStart() const noexcept {
         return fault_.error == XML_ERROR_UNDEFINED_ENTITY ||
                fault_.error == XML_ERROR_UNCLOSED_TOKEN;
@@ -96,12 +96,12 @@ private:
     const XmlFault& fault_;
     XmlFailure& failure_;
     XmlCharacterReader reader_;
-    // What is there from the last place known to be in no markup; the fault is at `at_`.
+    // The text from the last place known to be outside markup; the fault is at `at_`.
     std::vector<XmlCharacter> text_;
     std::size_t at_ = 0;
     XmlCharacter end_;
     XmlCharacter openElement_;
-    // The attribute and the quote of the value that are under way, or came last.
+    // The current or last attribute, and its value's opening quote.
     std::size_t attribute_ = 0;
     std::size_t quote_ = 0;
 };
@@ -125,7 +125,7 @@ void Diagnosis::Run() {
     }
 }
 
-// False when there is too much of it.
+// False if there is too much of it.
 bool Diagnosis::ReadText() {
     const std::size_t textAfter = IsAtTokenStart() ? LongestText : TextAfter;
     XmlCharacter character;
@@ -133,7 +133,7 @@ bool Diagnosis::ReadText() {
         if (character.offset == fault_.openOffset)
             openElement_ = character;
         if (character.offset < fault_.textBefore) {
-            // Lets go of the lines before.
+            // Frees the lines before.
             reader_.PositionAt(character.offset);
             continue;
         }
@@ -159,7 +159,7 @@ bool Diagnosis::Begins(std::size_t index, std::string_view text) const noexcept 
     return true;
 }
 
-// The end of the text when it is not there.
+// The end of the text if not found.
 std::size_t Diagnosis::Find(std::string_view text, std::size_t from) const noexcept {
     while (from < text_.size() && !Begins(from, text))
         ++from;
@@ -198,7 +198,7 @@ std::size_t Diagnosis::EndOfTag(std::size_t begin) const noexcept {
     return text_.size() + 1;
 }
 
-// The beginning of the markup that the fault is in; the end of the text when it is in none.
+// The start of the markup that contains the fault; the end of the text if none does.
 std::size_t Diagnosis::FindMarkup() const noexcept {
     for (std::size_t begin = Find("<", 0); begin < at_;) {
         const std::size_t end = EndOfMarkup(begin);
@@ -209,7 +209,7 @@ std::size_t Diagnosis::FindMarkup() const noexcept {
     return text_.size();
 }
 
-// All before the fault is as it should be.
+// Everything before the fault is valid.
 TagPart Diagnosis::FindPart(std::size_t tag) noexcept {
     std::size_t next = SkipName(tag + 1);
     while (next < at_) {
@@ -247,7 +247,7 @@ void Diagnosis::DiagnoseToken() {
     }
 }
 
-// What is nowhere allowed.
+// Characters allowed nowhere.
 bool Diagnosis::DiagnoseCharacter() {
     if (at_ >= text_.size())
         return false;
@@ -263,7 +263,7 @@ bool Diagnosis::DiagnoseCharacter() {
     return true;
 }
 
-// A bare "&" is noticed at the first character that cannot be part of a reference.
+// The parser stops at the first character that cannot be part of the reference.
 bool Diagnosis::DiagnoseReference() {
     std::size_t begin = at_;
     while (begin > 0 && (IsInName(At(begin - 1)) || At(begin - 1) == '#'))
@@ -291,7 +291,7 @@ void Diagnosis::DiagnoseTag(std::size_t tag) {
         Say(reason::MissingEquals, text_[at_], {NameAt(attribute_)});
 }
 
-// In a value only "<" is wrong, or the end of the file.
+// The only faults in a value are "<" and the end of the file.
 void Diagnosis::DiagnoseValue() {
     const auto begin = text_.begin() + static_cast<std::ptrdiff_t>(quote_) + 1;
     const auto end = text_.begin() + static_cast<std::ptrdiff_t>(std::min(at_, text_.size()));
@@ -307,7 +307,7 @@ void Diagnosis::DiagnoseValue() {
         SayOpenValue();
 }
 
-// A value that ends with "=" has begun before, and is closed by the quote of the next one.
+// A value that ends with "=" was closed by the next value's opening quote: its own is missing.
 void Diagnosis::DiagnoseAfterValue() {
     if (At(at_ - 2) == '=')
         SayOpenValue();
@@ -322,8 +322,8 @@ void Diagnosis::DiagnoseAfterEquals() {
         Say(reason::MissingQuotes, text_[at_], {NameAt(attribute_)});
 }
 
-// In a value it is the first reference to an entity that every document has not. Where entities are
-// declared, one that is may use another that is not.
+// In a value, the fault is the first reference to an entity that is not predefined. With a DOCTYPE
+// this is not certain: a declared entity may use an undeclared one.
 void Diagnosis::DiagnoseEntity() {
     if (fault_.hasDoctype)
         return;
@@ -340,7 +340,7 @@ bool Diagnosis::IsPredefined(std::size_t reference) const noexcept {
                        [&](std::string_view text) { return Begins(reference, text); });
 }
 
-// The parser stops at the name of the end tag.
+// The parser stops at the end tag's name.
 void Diagnosis::DiagnoseEndTag() {
     if (at_ < 2 || !Begins(at_ - 2, "</"))
         return;

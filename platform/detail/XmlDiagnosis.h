@@ -1,16 +1,16 @@
-// Finds the words for a fault once the parser has refused a document.
+// Explains why the parser refused a document.
 //
-// The parser says little more than where it stopped. The text from the last tag before that place
-// shows what the author has left out or written too much; it is read again for that, in pieces.
+// The parser reports little more than where it stopped. The text from the last tag before that
+// place shows what was left out or is too much, so it is read again, in pieces.
 #pragma once
 
 #include "platform/detail/XmlParser.h"
 
 namespace dyadctx {
 
-// Gives a failure that ParseXml has told the words and the place of the character at fault. It
-// stays as it is where there are no better ones, when the source cannot go back to its start or be
-// read, and when memory runs out.
+// Adds words, and the place of the faulty character, to a failure from ParseXml. Leaves it
+// unchanged if there are no better words, if the source cannot be rewound or read, and without
+// memory.
 void DiagnoseXml(XmlSource& source, XmlFailure& failure) noexcept;
 
 } // namespace dyadctx

@@ -48,7 +48,7 @@ ParserHandle CreateParser() {
     return parser;
 }
 
-// One reading of one source.
+// One pass over one source.
 class Reading {
 public:
     Reading(XmlSource& source, DomDocument& document)
@@ -56,7 +56,7 @@ public:
         SetHandlers();
     }
 
-    // False when the source holds no document; Failure() tells why.
+    // False if the source is not a document; Failure() says why.
     bool Run();
     const XmlFailure& Failure() const noexcept { return failure_; }
 
@@ -73,8 +73,8 @@ private:
     bool Refuse(const char* reason, DomPosition position) noexcept;
     std::uint64_t Offset() const noexcept;
 
-    // Runs what a callback has to do. No exception may pass through the parser, and after a stop
-    // the parser may still deliver a last event.
+    // Runs a callback. Exceptions must not pass through the parser, which may still deliver one
+    // event after a stop.
     template<class Action>
     static void Handle(void* self, Action action) noexcept {
         Reading& reading = *static_cast<Reading*>(self);
@@ -91,13 +91,13 @@ private:
     ParserHandle parser_;
     DomTreeBuilder builder_;
     XmlPositions positions_;
-    // Those of the element that starts.
+    // The attributes of the element being started.
     std::vector<DomReadAttribute> attributes_;
     bool isStopped_ = false;
     bool isUnreadable_ = false;
     XmlFailure failure_;
-    // Grows with what is read; becomes part of the failure. The offsets are those of the elements
-    // that are open.
+    // Updated while reading, then moved into the failure. The offsets are those of the open
+    // elements.
     XmlFault fault_;
     std::vector<std::uint64_t> openOffsets_;
 };
@@ -127,7 +127,7 @@ void Reading::SetHandlers() noexcept {
     SetHandlersForFaults();
 }
 
-// What only a fault is described with.
+// Needed only to describe faults.
 void Reading::SetHandlersForFaults() noexcept {
     XML_Parser parser = parser_.get();
     XML_SetDoctypeDeclHandler(
@@ -162,8 +162,8 @@ bool Reading::Run() {
             return false;
         if (isLast)
             return true;
-        // A token that is still not complete is looked at again from its start. Ever larger pieces
-        // keep the total work in proportion to its length.
+        // The parser rescans an incomplete token from its start. Growing pieces keep the total work
+        // proportional to its length.
         size = Offset() == before ? std::min(2 * size, LargestBuffer) : UsualBuffer;
     }
 }
@@ -237,7 +237,7 @@ bool Reading::Refuse(const char* reason, DomPosition position) noexcept {
     return false;
 }
 
-// Where the parser stands; within an entity, where the entity is used.
+// The parser's offset; within an entity, where the entity is used.
 std::uint64_t Reading::Offset() const noexcept {
     const XML_Index index = XML_GetCurrentByteIndex(parser_.get());
     return index > 0 ? static_cast<std::uint64_t>(index) : 0;

@@ -1,8 +1,8 @@
-// Reads the bytes of an XML file into a document.
+// Parses the bytes of an XML file into a document.
 //
-// A DOCTYPE is accepted; its internal declarations apply, nothing outside the file is ever loaded.
-// Not every well-formed file is read: elements may be nested at most 5,000 deep, and entities may
-// not grow the text out of proportion.
+// A DOCTYPE is accepted; its internal declarations apply, and nothing outside the file is ever
+// loaded. Limits: elements nested at most 5,000 deep, and entities must not expand out of
+// proportion.
 #pragma once
 
 #include "platform/detail/DomDocument.h"
@@ -15,27 +15,27 @@
 
 namespace dyadctx {
 
-// Where the bytes come from.
+// The source of the bytes.
 class XmlSource {
 public:
     XmlSource() = default;
     XmlSource(const XmlSource&) = delete;
     XmlSource& operator=(const XmlSource&) = delete;
     virtual ~XmlSource();
-    // Up to `size` bytes: their number, 0 at the end, -1 when they cannot be read.
+    // Reads up to `size` bytes and returns how many; 0 at the end, -1 on an error.
     virtual std::int64_t Read(void* buffer, std::size_t size) = 0;
-    // Goes back to the start. False, here always, for what can be read only once.
+    // Returns to the start. False (always, here) if the source can be read only once.
     virtual bool Rewind();
 };
 
-// What is known where the parser has refused a document. Offsets count bytes.
+// What is known about a document the parser refused. Offsets are in bytes.
 struct XmlFault {
-    // None when it was not the parser.
+    // None if the parser reported no error.
     XML_Error error = XML_ERROR_NONE;
     std::uint64_t offset = 0;
-    // A place before the fault that is in no tag, comment or the like, as near as is known.
+    // The nearest known place before the fault outside tags, comments and the like.
     std::uint64_t textBefore = 0;
-    // The innermost element that is open.
+    // The innermost open element.
     std::string openName;
     std::uint64_t openOffset = 0;
     bool hasDoctype = false;
@@ -43,19 +43,19 @@ struct XmlFault {
     bool isUtf8 = true;
 };
 
-// Why and where reading stopped; line and column from 1, 0 when it has no place in the file.
+// Why and where reading stopped; line and column from 1, 0 if it has no place in the file.
 struct XmlFailure {
     DomPosition position;
     const char* reason = "";
-    // The reason about this very text, once DiagnoseXml has found one.
+    // A reason specific to this text, if DiagnoseXml found one.
     std::string words;
     XmlFault fault;
 
     const char* Words() const noexcept { return words.empty() ? reason : words.c_str(); }
 };
 
-// Null, and the failure, when the source holds no document. Plain documents are read by a scanner
-// (see PlainXmlScanner.h), all others by the parser, and it alone refuses.
+// Null, with `failure` set, if the source is not a document. Plain documents are read by a scanner
+// (see PlainXmlScanner.h), all others by the parser; only the parser refuses.
 std::unique_ptr<DomDocument> ParseXml(XmlSource& source, XmlFailure& failure) noexcept;
 
 } // namespace dyadctx

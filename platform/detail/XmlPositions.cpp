@@ -99,7 +99,7 @@ void XmlPositions::StartLineAfterReturn(std::uint64_t offset) {
     afterReturn_ = offset;
 }
 
-// The line feed of a CR LF pair belongs to the line end that the CR has begun.
+// In CR LF, the line end began with the CR.
 void XmlPositions::StartLineAfterFeed(std::uint64_t offset) {
     const std::uint64_t unit = units_ == Units::Bytes ? 1 : 2;
     const bool isPair = afterReturn_ != 0 && afterReturn_ + unit == offset;

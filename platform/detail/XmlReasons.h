@@ -1,4 +1,4 @@
-// Why a file is no document, in words for its author.
+// Why a file is not a document, in words for its author.
 #pragma once
 
 #include <expat.h>
@@ -7,7 +7,7 @@ namespace dyadctx {
 
 const char* ReasonFor(XML_Error error) noexcept;
 
-// Faults that the parser does not name; {0} and so on are filled in.
+// Faults the parser has no name for; {0} and so on are filled in.
 namespace reason {
 inline constexpr const char* BareAmpersand =
     "\"&\" begins a reference such as \"&amp;\"; the character itself is written \"&amp;\"";

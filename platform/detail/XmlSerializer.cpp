@@ -13,11 +13,10 @@ namespace dyadctx {
 namespace {
 
 constexpr std::string_view Declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-// Deeper elements are not moved further right, so that the text of a deep document stays in
-// proportion to the document.
+// Deeper elements are not indented further, so that the text stays in proportion to the document.
 constexpr std::size_t DeepestIndentation = 32;
 
-// A line end in a value would be read as a blank, so it goes as a reference.
+// A line end in a value would be read as a blank, so it is written as a reference.
 std::string_view ReferenceFor(char c) noexcept {
     switch (c) {
     case '&':
@@ -39,7 +38,7 @@ std::string_view ReferenceFor(char c) noexcept {
     }
 }
 
-// The bytes that are characters by themselves and are written as they are.
+// Single-byte characters that are written unchanged.
 constexpr std::array<bool, 256> PlainBytes = [] {
     std::array<bool, 256> plain{};
     for (std::size_t byte = 0x20; byte < 0x80; ++byte)

@@ -1,7 +1,7 @@
 // Writes a document as text.
 //
-// Only elements are written: the XML declaration, then one element per line or all in one line.
-// What stands between the elements of a document that was read is not kept.
+// Only the XML declaration and the elements, one per line or all on one line; anything between the
+// elements is dropped.
 #pragma once
 
 #include "platform/detail/DomDocument.h"
@@ -12,7 +12,7 @@ namespace dyadctx {
 
 enum class XmlLayout { OneLine, Indented };
 
-// False when the document has no element or a value holds what XML cannot carry. Throws
+// False if the document has no element or a value holds what XML does not allow. Throws
 // std::bad_alloc.
 bool SerializeXml(const DomDocument& document, XmlLayout layout, std::string& text);
 

@@ -1,4 +1,4 @@
-// A file descriptor that is closed when it goes out of scope.
+// A file descriptor, closed at the end of its scope.
 #pragma once
 
 #include <unistd.h>
@@ -20,7 +20,7 @@ public:
     bool IsOpen() const noexcept { return number_ >= 0; }
     int Get() const noexcept { return number_; }
     int Release() noexcept { return std::exchange(number_, -1); }
-    // False when the system reports that data may not have reached the file.
+    // False if the system reports that data may not have reached the file.
     bool Close() noexcept { return !IsOpen() || close(Release()) == 0; }
 
 private:

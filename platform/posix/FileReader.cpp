@@ -13,7 +13,7 @@ namespace dyadctx {
 
 namespace {
 
-// The most bytes one call asks the system for.
+// The most bytes requested per system call.
 constexpr std::size_t LargestRead = std::size_t{1} << 30;
 
 } // namespace
@@ -26,8 +26,8 @@ bool FileReader::Open(const VELUnicodeString& path) {
     Close();
     const auto native = NativePath(path.AsView());
     struct stat status {};
-    // Looked at before it is opened: opening can already wake the other end of a FIFO or move a
-    // device. Looked at again afterwards, and opened without waiting, as it may change in between.
+    // Checked before opening, which can already wake the other end of a FIFO or move a device; then
+    // opened without waiting and checked again, as it may change in between.
     failure_ = native ? 0 : EINVAL;
     if (!native || Fails(stat(native->c_str(), &status)) || !S_ISREG(status.st_mode))
         return false;
@@ -52,7 +52,7 @@ bool FileReader::Rewind() noexcept {
     return lseek(static_cast<int>(handle_), 0, SEEK_SET) == 0;
 }
 
-// Keeps the system's code when `result` is a failing one.
+// Keeps the system's code if `result` is negative.
 bool FileReader::Fails(std::int64_t result) noexcept {
     if (result < 0)
         failure_ = errno;

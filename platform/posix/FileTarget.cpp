@@ -15,7 +15,7 @@ namespace {
 
 constexpr int MostLinks = 40;
 
-// A number as the system writes it: digits alone, no zero before them.
+// A number as the system writes it: digits only, no leading zero.
 std::optional<int> PlainNumber(std::string_view text) {
     int number = 0;
     const char* end = text.data() + text.size();
@@ -49,7 +49,7 @@ std::optional<int> NamedDescriptor(const std::string& path) {
     return PlainNumber(std::string_view(path).substr(folder.size()));
 }
 
-// Puts in what the link leads to.
+// Replaces the path with the link's target.
 std::optional<Refusal> FollowLink(FileTarget& target) {
     std::array<char, 4096> text;
     const std::string folder = FolderOf(target.path);
@@ -87,7 +87,7 @@ std::optional<Refusal> FollowLinks(FileTarget& target) {
     return Refusal{Refusal::Kind::PathNotUsable, ELOOP};
 }
 
-// Nothing when the file went away.
+// Nothing if the file disappeared.
 std::optional<Refusal> CheckWritable(const FileTarget& target) {
     if (faccessat(AT_FDCWD, target.path.c_str(), W_OK, AT_EACCESS) == 0)
         return Refusal{};
@@ -111,7 +111,7 @@ std::optional<Refusal> LookAt(const std::string& path, FileTarget& target) {
     const std::optional<Refusal> followed = FollowLinks(target);
     if (!followed || followed->IsRefusal() || target.descriptor)
         return followed;
-    // The system's own way there, which knows links whose text leads elsewhere.
+    // Compares with the system's own resolution: some links lead elsewhere than their text.
     struct stat reached {};
     const bool isReached = stat(path.c_str(), &reached) == 0;
     if (!isReached && errno != ENOENT)

@@ -10,21 +10,21 @@
 namespace dyadctx {
 
 struct FileTarget {
-    // The file behind the links; it need not exist.
+    // The path with links followed; its file need not exist.
     std::string path;
     bool exists = false;
-    // Of the existing file.
+    // The existing file's status.
     struct stat status {};
-    // The path means this open descriptor of the process, and no file.
+    // Set if the path means this open descriptor of the process instead of a file.
     std::optional<int> descriptor;
 };
 
-// With the separator at its end; empty for a name without folder.
+// With trailing separator; empty for a name without folder.
 std::string FolderOf(const std::string& path);
 
 bool IsSameFile(const struct stat& one, const struct stat& other) noexcept;
 
-// Follows the path's links. Nothing when someone else changed what is there meanwhile: look again.
+// Follows the path's links. Nothing if it was changed meanwhile: call again.
 std::optional<Refusal> LookAt(const std::string& path, FileTarget& target);
 
 } // namespace dyadctx

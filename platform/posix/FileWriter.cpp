@@ -33,7 +33,7 @@ Refusal NotWritten() {
     return {Kind::NotWritten, errno};
 }
 
-// A descriptor may be set not to wait; what cannot take more just now is waited for.
+// Waits on a non-blocking descriptor that is full.
 bool WaitUntilWritable(int descriptor) {
     pollfd waited{descriptor, POLLOUT, 0};
     return poll(&waited, 1, -1) >= 0 || errno == EINTR;
@@ -54,8 +54,8 @@ Refusal WriteAll(int descriptor, std::string_view content) {
 
 // ---- Replacing a regular file ---------------------------------------------------------------
 
-// The file that takes the new content. It stands beside the target, as only there a rename is
-// atomic, and goes with this object unless it became the target.
+// The temporary file with the new content: next to the target, as only there a rename is atomic.
+// Removed with this object unless it became the target.
 class TemporaryFile {
 public:
     TemporaryFile() = default;
@@ -112,23 +112,23 @@ Refusal TemporaryFile::Create(const std::string& folder, mode_t mode) {
     return NotWritten();
 }
 
-// No one gets a right through this that he did not have before.
+// Nobody may gain a right this way.
 mode_t RightsToKeep(mode_t mode, bool ownerKept, bool groupKept) {
     mode_t rights = mode & RightsMask;
     if (!ownerKept || !groupKept)
         rights &= ~SetIdBits;
     if (!groupKept) {
-        // Who was in the group before is one of the others now.
+        // Former members of the group now count as others.
         const mode_t others = rights & (rights >> 3U) & S_IRWXO;
         rights = (rights & ~static_cast<mode_t>(S_IRWXG | S_IRWXO)) | others;
     }
     return rights;
 }
 
-// Gives a file away; `kept` tells whether that could be done.
+// Changes the owner and group; `kept` is whether that worked.
 Refusal GiveTo(int file, uid_t owner, gid_t group, bool& kept) {
     kept = fchown(file, owner, group) == 0;
-    // EINVAL: an owner that this user namespace does not know.
+    // EINVAL: the owner is unknown in this user namespace.
     return kept || errno == EPERM || errno == EINVAL ? Refusal{} : NotWritten();
 }
 
@@ -152,12 +152,12 @@ Refusal TemporaryFile::TakeRightsOf(const struct stat& status) {
         if (refusal.IsRefusal())
             return refusal;
     }
-    // Last, as a change of the owner clears bits of the mode.
+    // Last, as changing the owner clears mode bits.
     const mode_t rights = RightsToKeep(status.st_mode, ownerKept, groupKept);
     return fchmod(file_.Get(), rights) == 0 ? Refusal{} : NotWritten();
 }
 
-// Sees to it that the content has reached the disk before the name leads to it.
+// Flushes the content to disk before the name leads to it.
 Refusal TemporaryFile::Finish() {
     int result = -1;
     do {
@@ -177,8 +177,8 @@ Refusal TemporaryFile::Become(const std::string& target) {
     return {};
 }
 
-// Makes the rename last. Not every file system can do that, and a folder may be writable without
-// being readable; the new file is whole in any case, so a failure here changes nothing.
+// Makes the rename durable. A failure is ignored: not every file system supports this, the folder
+// may be unreadable, and the new file is complete in any case.
 void FlushFolder(const std::string& folder) {
     const Descriptor opened(
         open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -205,8 +205,8 @@ Refusal Replace(const FileTarget& target, std::string_view content) {
 
 // ---- Writing directly -----------------------------------------------------------------------
 
-// Holds SIGPIPE back in the calling thread, so that a reader that goes away is an error of the
-// write and not the end of the process.
+// Blocks SIGPIPE in the calling thread, so that a reader that goes away fails the write instead of
+// ending the process.
 class PipeSignalHeldBack {
 public:
     PipeSignalHeldBack() {
@@ -218,7 +218,7 @@ public:
         pthread_sigmask(SIG_BLOCK, &pipe_, &former_);
     }
     ~PipeSignalHeldBack() {
-        // The signal that the write raised is taken away, not one that waited before.
+        // Consumes only the signal raised by the write, not one that was already pending.
         const timespec noTime{};
         while (!wasPending_ && sigtimedwait(&pipe_, nullptr, &noTime) < 0 && errno == EINTR) {
         }
@@ -242,7 +242,7 @@ Refusal WriteAndClose(Descriptor file, std::string_view content) {
 }
 
 Refusal WriteToDescriptor(int number, std::string_view content) {
-    // Above the standard streams, which others expect to find where they are.
+    // Above the standard streams: a closed one must not be reused for the copy.
     Descriptor copy(fcntl(number, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
     if (!copy.IsOpen())
         return {Kind::PathNotUsable, errno};
@@ -257,7 +257,7 @@ Refusal OpeningRefusal(const FileTarget& target) {
     return NotWritten();
 }
 
-// Nothing when something else took the place of the device or FIFO.
+// Nothing if something else replaced the device or FIFO.
 std::optional<Refusal> WriteToDevice(const FileTarget& target, std::string_view content) {
     constexpr int flags = O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
     Descriptor device(open(target.path.c_str(), flags));
@@ -290,7 +290,7 @@ std::optional<Refusal> WriteTo(const FileTarget& target, std::string_view conten
     return Refusal{Kind::NotReplaceable, 0, WhyNotReplaceable(mode)};
 }
 
-// Others may replace the file too: what changes between two looks at it is looked at again.
+// If others change the target between two looks, looks again.
 Refusal PutContent(const std::string& path, std::string_view content) {
     for (int look = 0; look < MostLooks; ++look) {
         FileTarget target;

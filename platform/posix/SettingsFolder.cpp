@@ -11,7 +11,7 @@ constexpr const char* HomeVariable = "HOME";
 } // namespace
 
 SettingsFolder UserSettingsFolder() {
-    // A relative XDG_CONFIG_HOME is to be ignored by the rules of that variable.
+    // The rules of XDG_CONFIG_HOME say to ignore a relative one.
     const char* configuration = VELGetEnv(ConfigurationVariable);
     if (configuration != nullptr && *configuration == '/')
         return {VELUnicodeString(configuration).Append("/dyadctx"), ConfigurationVariable};

@@ -46,7 +46,7 @@ SettingsLock::SettingsLock(const VELUnicodeString& folder) {
 }
 
 SettingsLock::~SettingsLock() {
-    // Closing gives the lock back.
+    // Closing releases the lock.
     const Descriptor closing(static_cast<int>(handle_));
 }
 

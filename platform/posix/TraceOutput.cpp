@@ -20,7 +20,7 @@ TraceHandle OpenTraceFile(const VELUnicodeString& path) noexcept {
             return NoTraceHandle;
         constexpr int flags = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
         const int file = open(native->c_str(), flags, 0666);
-        // Only the opening must not wait; a pipe whose reader is slow shall not lose lines.
+        // Only opening must not wait: a pipe with a slow reader must not lose lines.
         if (file >= 0)
             fcntl(file, F_SETFL, O_APPEND);
         return file;

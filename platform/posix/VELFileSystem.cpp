@@ -12,7 +12,7 @@ namespace {
 constexpr int Failed = -1;
 constexpr int WriteAndRead = 2 | 4;
 
-// The raw type bits overlap: those of a socket contain both of ours.
+// The raw type bits overlap: a socket's contain both of ours.
 unsigned int ModeOf(const struct stat& status) {
     if (S_ISDIR(status.st_mode))
         return VELFileInfo::Directory;

@@ -9,7 +9,7 @@ namespace dyadctx {
 
 namespace {
 
-// The most bytes one call asks the system for.
+// The most bytes requested per system call.
 constexpr std::size_t LargestRead = std::size_t{1} << 30;
 
 HANDLE ToHandle(std::intptr_t value) noexcept {
@@ -49,7 +49,7 @@ std::int64_t FileReader::Read(void* buffer, std::size_t size) noexcept {
     return Fails(isRead ? 0 : -1) ? -1 : static_cast<std::int64_t>(got);
 }
 
-// Keeps the system's code when `result` is a failing one.
+// Keeps the system's code if `result` is negative.
 bool FileReader::Fails(std::int64_t result) noexcept {
     if (result < 0)
         failure_ = static_cast<int>(GetLastError());

@@ -23,7 +23,7 @@ constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELET
 struct Target {
     std::wstring path;
     bool exists = false;
-    // An open stream, device or pipe to be written directly.
+    // An open stream, device or pipe to write directly.
     Handle stream;
 };
 
@@ -46,7 +46,7 @@ Refusal WriteAll(HANDLE file, std::string_view content) {
 
 // ---- Where the path leads -------------------------------------------------------------------
 
-// With the separator at its end; empty for a name without folder.
+// With trailing separator; empty for a name without folder.
 std::wstring FolderOf(const std::wstring& path) {
     return path.substr(0, path.rfind(L'\\') + 1);
 }
@@ -56,7 +56,7 @@ bool IsDeviceName(const std::wstring& path) {
     return path.starts_with(L"\\\\.\\");
 }
 
-// The number that GetStdHandle knows; 0 for a path that is no standard stream.
+// The number for GetStdHandle; 0 if the path is not a standard stream.
 DWORD StandardStream(const std::wstring& path) {
     if (path == L"\\dev\\stdout" || path == L"\\dev\\fd\\1")
         return STD_OUTPUT_HANDLE;
@@ -83,7 +83,7 @@ Refusal OpenDevice(Target& target) {
     return {};
 }
 
-// The path of an existing file behind the links that lead to it.
+// The path of an existing file with links followed.
 Refusal FollowLinks(HANDLE file, std::wstring& path) {
     const DWORD needed = GetFinalPathNameByHandleW(file, nullptr, 0, FILE_NAME_NORMALIZED);
     std::wstring found(needed, L'\0');
@@ -112,7 +112,7 @@ Refusal LookAtExisting(HANDLE file, Target& target) {
     return FollowLinks(file, target.path);
 }
 
-// Finds the file to replace behind the links, or the stream to write.
+// Follows links to the file to replace, or opens the stream to write.
 Refusal LookAt(const VELUnicodeString& path, Target& target) {
     auto native = WidePath(path.AsView());
     if (!native || native->empty() || native->back() == L'\\')
@@ -128,15 +128,15 @@ Refusal LookAt(const VELUnicodeString& path, Target& target) {
     if (file.IsOpen())
         return LookAtExisting(file.Get(), target);
     const Refusal refusal = SystemRefusal(Kind::PathNotUsable);
-    // What is there and yet cannot be described, such as a link that leads nowhere, is left.
+    // Something exists but cannot be opened, such as a broken link: refused.
     const bool isThere = GetFileAttributesW(target.path.c_str()) != INVALID_FILE_ATTRIBUTES;
     return isThere || refusal.code != ERROR_FILE_NOT_FOUND ? refusal : Refusal{};
 }
 
 // ---- Replacing a regular file ---------------------------------------------------------------
 
-// The file that takes the new content. It stands beside the target, as only there taking its place
-// is atomic, and goes with this object unless it became the target.
+// The temporary file with the new content: next to the target, as only there replacing is atomic.
+// Removed with this object unless it became the target.
 class TemporaryFile {
 public:
     TemporaryFile() = default;
@@ -181,13 +181,13 @@ Refusal TemporaryFile::Create(const std::wstring& folder) {
     return SystemRefusal(Kind::NotWritten);
 }
 
-// Sees to it that the content has reached the disk before the name leads to it.
+// Flushes the content to disk before the name leads to it.
 Refusal TemporaryFile::Finish() {
     const bool done = FlushFileBuffers(file_.Get()) != 0 && file_.Close();
     return done ? Refusal{} : SystemRefusal(Kind::NotWritten);
 }
 
-// Taking the place of an existing file hands on its owner, rights and attributes.
+// Replacing an existing file keeps its owner, rights and attributes.
 Refusal TemporaryFile::Become(const Target& target) {
     const BOOL done =
         target.exists

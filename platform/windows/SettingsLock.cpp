@@ -14,7 +14,7 @@ namespace {
 
 constexpr DWORD LongestWait = 5000;
 
-// A mutex of its own for each folder, whatever the case of its letters.
+// One mutex per folder, ignoring case.
 std::wstring MutexNameOf(const std::wstring& folder) {
     std::uint64_t hash = 14695981039346656037U;
     for (const wchar_t letter : folder)
@@ -40,7 +40,7 @@ SettingsLock::SettingsLock(const VELUnicodeString& folder) {
     }
     handle_ = reinterpret_cast<std::intptr_t>(mutex);
     const DWORD waited = WaitForSingleObject(mutex, LongestWait);
-    // Abandoned: its holder ended without giving it back, and now it is ours.
+    // Abandoned: its holder ended without releasing it, so it is ours.
     isHeld_ = waited == WAIT_OBJECT_0 || waited == WAIT_ABANDONED;
     if (waited == WAIT_FAILED)
         code_ = static_cast<int>(GetLastError());

@@ -6,15 +6,15 @@
 
 namespace {
 
-// The variable's value; nothing when it is not set. The system's own environment is asked, as the
-// runtime's copy loses variables that are set and empty.
+// The variable's value; nothing if unset. Asks the system, as the runtime's copy loses variables
+// that are set and empty.
 std::optional<std::wstring> ReadVariable(const std::wstring& name) {
     std::wstring value(256, L'\0');
     for (;;) {
         SetLastError(ERROR_SUCCESS);
         const DWORD room = static_cast<DWORD>(value.size());
         const DWORD length = GetEnvironmentVariableW(name.c_str(), value.data(), room);
-        // 0 stands for an empty value as well; only the error tells the two apart.
+        // 0 is also the length of an empty value; only the error distinguishes them.
         if (length == 0 && GetLastError() != ERROR_SUCCESS)
             return std::nullopt;
         if (length < room) {

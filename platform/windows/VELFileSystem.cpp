@@ -16,7 +16,7 @@ bool IsDeviceName(const std::wstring& path) {
     return path.starts_with(L"\\\\.\\");
 }
 
-// Opens a file or folder behind any links. With no access asked for only its description is open.
+// Opens a file or folder, following links. With `access` 0, only for its attributes.
 HANDLE OpenExisting(const std::wstring& path, DWORD access) {
     if (IsDeviceName(path))
         return INVALID_HANDLE_VALUE;

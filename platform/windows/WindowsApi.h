@@ -1,4 +1,4 @@
-// The Windows headers, without what they do to others, and text on its way to and from them.
+// The Windows headers without their macros, and conversions of text for them.
 #pragma once
 
 #if !defined(WIN32_LEAN_AND_MEAN)
@@ -15,15 +15,15 @@
 
 namespace dyadctx {
 
-// UTF-8 to UTF-16. Nothing when the text is not well-formed: two such texts must not become one.
+// UTF-8 to UTF-16. Nothing if malformed: two such texts must not become the same.
 std::optional<std::wstring> WideText(std::string_view text);
-// UTF-16 to UTF-8; what is not well-formed becomes the replacement character.
+// UTF-16 to UTF-8; malformed parts become the replacement character.
 std::string Utf8Text(std::wstring_view text);
 
-// The path as the file calls take it; nothing when no file call can name it.
+// The path for file calls; nothing if they cannot name it.
 std::optional<std::wstring> WidePath(std::string_view path);
 
-// Closes a handle when it goes out of scope.
+// A handle, closed at the end of its scope.
 class Handle {
 public:
     explicit Handle(HANDLE value = INVALID_HANDLE_VALUE) noexcept : value_(value) {}

@@ -1,7 +1,7 @@
-// What a check of a file tells beyond the messages of the catalog: its own ids. The texts are in
-// the catalog of the check, under the ids.
+// The ids of findings that are not messages of the library. Their texts are in the catalog of the
+// check, under the ids.
 //
-// A key of the catalog begins with "Ctx."; an id is words of small letters joined by "-".
+// A catalog key begins with "Ctx."; an id is lower-case words joined by "-".
 #pragma once
 
 #include "trace/VELDyadCtxFinding.h"
@@ -13,7 +13,7 @@ namespace dyadctx {
 
 namespace id {
 
-// Errors: the library gives up the file and has no message for it.
+// Errors: the library rejects the file and has no message for it.
 inline constexpr const char* OptionWithoutName = "option-without-name";
 inline constexpr const char* ProviderFailed = "provider-failed";
 
@@ -41,14 +41,14 @@ inline constexpr const char* AssociatedLeftOut = "associated-left-out";
 
 } // namespace id
 
-// A row of their table.
+// A row of the table.
 struct FindingKind {
     const char* id;
     VELDyadCtxSeverity severity;
 };
 
 std::span<const FindingKind> OwnFindingKinds() noexcept;
-// Null for a key of the catalog.
+// Null for a catalog key.
 const FindingKind* FindOwnKind(std::string_view id) noexcept;
 
 } // namespace dyadctx

@@ -1,11 +1,11 @@
-// What the library reads from the environment once, when it is loaded.
+// Environment settings read once, at load.
 #pragma once
 
 #include "platform/VELUnicodeString.h"
 
 namespace dyadctx {
 
-// TE_MULTISITE_DBCONTEXT: on when set at all.
+// TE_MULTISITE_DBCONTEXT: on if set at all.
 bool MultisiteFlag() noexcept;
 struct TextSetting {
     bool isSet = false;
@@ -13,16 +13,16 @@ struct TextSetting {
 };
 inline constexpr const char* InitVariable = "VELDyadCtxInit";
 inline constexpr const char* RootsVariable = "VELInstallPath";
-// VELDyadCtxInit: which context file to read; "2" when not set.
+// VELDyadCtxInit: which context file to read; "2" if unset.
 const TextSetting& InitSetting() noexcept;
-// VELDyadCtxOut: where to write the collector; empty when not set.
+// VELDyadCtxOut: where to write the collector; empty if unset.
 const VELUnicodeString& OutputSetting() noexcept;
-// VELInstallPath: installation folders separated by ";"; empty when not set.
+// VELInstallPath: installation folders separated by ";"; empty if unset.
 const TextSetting& InstallationRoots() noexcept;
-// VELDyadCtxTracer: the leading decimal number of its value; 0 means that the console trace is off.
+// VELDyadCtxTracer: its leading decimal number; 0 turns the console trace off.
 int TracerLevel() noexcept;
 
-// Whether VELDyadCtxTracer is set now, to whatever value.
+// Whether VELDyadCtxTracer is currently set, to any value.
 bool IsTracerVariableSet();
 
 } // namespace dyadctx

@@ -1,5 +1,5 @@
-// One line of the platform trace, written and its arguments evaluated only while the trace is
-// active. Macros, so that the compiler checks the arguments against the format.
+// One line of the platform trace, evaluated and written only while it is active. Macros, so that
+// the compiler checks the arguments against the format.
 #pragma once
 
 #include "platform/VELDyadTrace.h"

@@ -1,20 +1,19 @@
-// Messages for the user: texts of the library's catalog.
+// User messages from the library's catalogs.
 #pragma once
 
 #include "platform/VELUnicodeString.h"
 
 namespace dyadctx {
 
-// The text of a key with its parameters; empty when the catalog lacks it.
+// The text of a key with its parameters; empty if the catalog lacks it.
 VELUnicodeString CatalogText(const char* key, const VELUnicodeString* parameters = nullptr,
                              int count = 0);
 
-// The same of the catalog of the check of a file. A host's source that lacks the key leaves the
-// built-in text.
+// The same from the catalog of the check. If a host's source lacks the key, the built-in text.
 VELUnicodeString OwnText(const char* key, const VELUnicodeString* parameters = nullptr,
                          int count = 0);
 
-// Adds that text of the library's catalog, and a line feed when `newLine` is not 0. A parameter may
+// Appends a text of the library's catalog, and a line feed if `newLine` is not 0. A parameter may
 // be `message` itself.
 void AppendCatalogText(VELUnicodeString& message, const char* key,
                        const VELUnicodeString* parameters, int count, int newLine);
