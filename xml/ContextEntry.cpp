@@ -88,7 +88,7 @@ VELResult ContextEntry::AddDatabaseContext(const VELIDOMElement& element, Contex
         return EnterDatabaseContext(element, std::move(context), owner);
     const VELUnicodeString name = context->GetName();
     result = EnterDatabaseContext(element, std::move(context), owner);
-    FileSite(name, provider);
+    RegisterSite(name, provider);
     return result;
 }
 
@@ -129,7 +129,8 @@ VELResult ContextEntry::Enter(const VELIDOMElement& element, ContextPtr context,
 
 // Adds the site to the declared context of that name, which may not be the one just made. A context
 // without a table of sites refuses it, which is no failure.
-void ContextEntry::FileSite(const VELUnicodeString& name, const VELIDyadDbProvider_var& provider) {
+void ContextEntry::RegisterSite(const VELUnicodeString& name,
+                                const VELIDyadDbProvider_var& provider) {
     VELDyadContext* declared = nullptr;
     if (state_.collector.GetCtxFromName(name, declared) < 0 || declared == nullptr)
         return;

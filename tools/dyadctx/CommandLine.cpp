@@ -165,7 +165,7 @@ bool CommandLine::Read(int argc, char** argv) {
         text_ = std::string(call.what()) + "\n";
         return false;
     } catch (const CLI::ParseError& error) {
-        throw Failure(ExitStatus::Usage, Complaint(error));
+        throw Failure(ExitStatus::Usage, UsageError(error));
     }
     PutOptionsIntoForce();
     return true;
@@ -225,7 +225,7 @@ std::vector<std::string> CommandLine::KnownOptions() const {
     return names;
 }
 
-std::string CommandLine::Complaint(const CLI::ParseError& error) const {
+std::string CommandLine::UsageError(const CLI::ParseError& error) const {
     const std::vector<std::string> left = app_.remaining(true);
     if (ChosenIndex() < 0) {
         for (const std::string& word : left) {

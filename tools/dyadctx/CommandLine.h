@@ -40,8 +40,8 @@ private:
     // command all the same.
     std::vector<std::string> WithFormatAfterCommand(std::vector<std::string> arguments) const;
     void PutOptionsIntoForce() const;
-    // What to say about arguments that do not fit.
-    std::string Complaint(const CLI::ParseError& error) const;
+    // The message about arguments that do not fit.
+    std::string UsageError(const CLI::ParseError& error) const;
     std::vector<std::string> KnownOptions() const;
     int ChosenIndex() const;
 

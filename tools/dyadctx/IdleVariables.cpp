@@ -34,10 +34,10 @@ constexpr std::array Known{
 constexpr const char* SettingsVariable = "VELSettingPath";
 constexpr const char* RootsVariable = "VELInstallPath";
 
-// Gives the reason against a value; an empty one when the value has an effect.
+// Returns why a value has no effect; empty when it has one.
 using Judge = std::function<std::string(const std::string& value)>;
 
-void Judged(std::vector<IdleVariable>& idle, const char* name, const Judge& judge) {
+void CheckVariable(std::vector<IdleVariable>& idle, const char* name, const Judge& judge) {
     const char* set = VELGetEnv(name);
     if (set == nullptr)
         return;
@@ -47,9 +47,10 @@ void Judged(std::vector<IdleVariable>& idle, const char* name, const Judge& judg
         idle.push_back({name, value, reason});
 }
 
-// The same where an empty value is as good as none.
-void JudgedUnlessEmpty(std::vector<IdleVariable>& idle, const char* name, const Judge& judge) {
-    Judged(idle, name, [&judge](const std::string& value) {
+// The same for a variable whose empty value has no effect.
+void CheckVariableUnlessEmpty(std::vector<IdleVariable>& idle, const char* name,
+                              const Judge& judge) {
+    CheckVariable(idle, name, [&judge](const std::string& value) {
         return value.empty() ? Words("idle.empty") : judge(value);
     });
 }
@@ -210,14 +211,15 @@ std::string AgainstNothing(const std::string&) {
 
 std::vector<IdleVariable> IdleVariablesOfChoice(const VELDyadCtxFileChoice& choice) {
     std::vector<IdleVariable> idle;
-    Judged(idle, "VELDyadCtxInit", AgainstInit);
-    JudgedUnlessEmpty(idle, SettingsVariable,
-                      [&](const std::string&) { return AgainstSettingsFolder(choice); });
-    Judged(idle, "XDG_CONFIG_HOME",
-           [&](const std::string& value) { return AgainstConfigurationFolder(choice, value); });
-    JudgedUnlessEmpty(idle, RootsVariable,
-                      [&](const std::string&) { return AgainstRoots(choice); });
-    JudgedUnlessEmpty(idle, "VELDyadCtxOut", [&](const std::string&) -> std::string {
+    CheckVariable(idle, "VELDyadCtxInit", AgainstInit);
+    CheckVariableUnlessEmpty(idle, SettingsVariable,
+                             [&](const std::string&) { return AgainstSettingsFolder(choice); });
+    CheckVariable(idle, "XDG_CONFIG_HOME", [&](const std::string& value) {
+        return AgainstConfigurationFolder(choice, value);
+    });
+    CheckVariableUnlessEmpty(idle, RootsVariable,
+                             [&](const std::string&) { return AgainstRoots(choice); });
+    CheckVariableUnlessEmpty(idle, "VELDyadCtxOut", [&](const std::string&) -> std::string {
         return choice.IsUsable() ? "" : "no context file can be read, so none is written";
     });
     return idle;
@@ -226,20 +228,20 @@ std::vector<IdleVariable> IdleVariablesOfChoice(const VELDyadCtxFileChoice& choi
 std::vector<IdleVariable> IdleVariablesOfReading() {
     std::vector<IdleVariable> idle;
     if (!IsDbContextEnvironmentOn())
-        JudgedUnlessEmpty(idle, "VELDbContextEnvironment", AgainstDatabaseSwitch);
-    Judged(idle, "TE_MULTISITE_DBCONTEXT", AgainstMultisite);
-    Judged(idle, "VELDyadCtxTracer", AgainstTracer);
-    JudgedUnlessEmpty(idle, "VELDyadContextTrace", AgainstTraceFile);
-    JudgedUnlessEmpty(idle, "VELMessageLanguage", AgainstLanguage);
-    JudgedUnlessEmpty(idle, "VELMessageCatalogPath", AgainstCatalogFolder);
-    JudgedUnlessEmpty(idle, "NO_COLOR", AgainstNothing);
+        CheckVariableUnlessEmpty(idle, "VELDbContextEnvironment", AgainstDatabaseSwitch);
+    CheckVariable(idle, "TE_MULTISITE_DBCONTEXT", AgainstMultisite);
+    CheckVariable(idle, "VELDyadCtxTracer", AgainstTracer);
+    CheckVariableUnlessEmpty(idle, "VELDyadContextTrace", AgainstTraceFile);
+    CheckVariableUnlessEmpty(idle, "VELMessageLanguage", AgainstLanguage);
+    CheckVariableUnlessEmpty(idle, "VELMessageCatalogPath", AgainstCatalogFolder);
+    CheckVariableUnlessEmpty(idle, "NO_COLOR", AgainstNothing);
     AddMisspelt(idle);
     return idle;
 }
 
 std::vector<IdleVariable> IdleExchangeChannel() {
     std::vector<IdleVariable> idle;
-    JudgedUnlessEmpty(idle, "ExchangeChannel", [](const std::string&) {
+    CheckVariableUnlessEmpty(idle, "ExchangeChannel", [](const std::string&) {
         return "only CreateExchangeChannelCollector reads it, CreateCollector does not";
     });
     return idle;

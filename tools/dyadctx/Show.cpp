@@ -31,7 +31,7 @@ private:
 };
 
 // A context together with the contexts that name it.
-struct Portrait {
+struct ContextReport {
     ContextFacts context;
     std::vector<std::string> friendOf;
     std::vector<std::string> associatedOf;
@@ -49,38 +49,39 @@ Failure NoSuchContext(const std::string& name, const Source& source,
     return Failure(ExitStatus::NotFound, text);
 }
 
-Portrait PortraitOf(const std::string& name, const Source& source, const ContextPlaces& places) {
+ContextReport ContextReportOf(const std::string& name, const Source& source,
+                              const ContextPlaces& places) {
     const std::vector<ContextFacts> contexts = FactsOfView(*source.collector, places);
     const auto found = std::find_if(contexts.begin(), contexts.end(),
                                     [&](const ContextFacts& one) { return one.name == name; });
     if (found == contexts.end())
         throw NoSuchContext(name, source, contexts);
-    Portrait portrait{*found, {}, {}};
+    ContextReport report{*found, {}, {}};
     for (const ContextFacts& other : contexts) {
         if (std::find(other.friends.begin(), other.friends.end(), name) != other.friends.end())
-            portrait.friendOf.push_back(other.name);
+            report.friendOf.push_back(other.name);
         if (other.associated == name)
-            portrait.associatedOf.push_back(other.name);
+            report.associatedOf.push_back(other.name);
     }
-    return portrait;
+    return report;
 }
 
-Json DocumentOf(const Source& source, const Portrait& portrait) {
+Json DocumentOf(const Source& source, const ContextReport& report) {
     Json document;
     document["schema"] = "dyadctx/show/1";
     document["file"] = source.file;
-    document["context"] = ToJson(portrait.context);
+    document["context"] = ToJson(report.context);
     document["siteProviders"] = Json::array();
-    for (const SiteFacts& site : portrait.context.sites)
+    for (const SiteFacts& site : report.context.sites)
         document["siteProviders"].push_back(
             {{"site", site.site}, {"provider", ToJson(site.provider)}});
-    document["friendOf"] = portrait.friendOf;
-    document["associatedOf"] = portrait.associatedOf;
+    document["friendOf"] = report.friendOf;
+    document["associatedOf"] = report.associatedOf;
     return document;
 }
 
-void WriteText(const Portrait& portrait, Output& output) {
-    const ContextFacts& context = portrait.context;
+void WriteText(const ContextReport& report, Output& output) {
+    const ContextFacts& context = report.context;
     const auto line = [&output](const std::string& label, const std::string& value) {
         const std::string padded = label + std::string(16 - label.size(), ' ');
         if (!value.empty())
@@ -97,8 +98,8 @@ void WriteText(const Portrait& portrait, Output& output) {
                          (site.provider ? ": " + Describe(*site.provider) : ""));
     line("Friends", Joined(context.friends));
     line("Associated", Visible(context.associated.value_or("")));
-    line("Friend of", Joined(portrait.friendOf));
-    line("Associated of", Joined(portrait.associatedOf));
+    line("Friend of", Joined(report.friendOf));
+    line("Associated of", Joined(report.associatedOf));
 }
 
 std::vector<Example> Show::Examples() const {
@@ -115,11 +116,11 @@ void Show::Declare(CLI::App& arguments) {
 ExitStatus Show::Run(Output& output) {
     const Source source = LoadSourceOrFail(file_, output);
     const ContextPlaces places = format_ == "json" ? PlacesOfContexts(source) : ContextPlaces();
-    const Portrait portrait = PortraitOf(name_, source, places);
+    const ContextReport report = ContextReportOf(name_, source, places);
     if (format_ == "json")
-        output.WriteJson(DocumentOf(source, portrait));
+        output.WriteJson(DocumentOf(source, report));
     else
-        WriteText(portrait, output);
+        WriteText(report, output);
     return ExitStatus::Done;
 }
 

@@ -33,7 +33,7 @@ private:
                                    VELDyadContext* owner);
     VELResult Enter(const VELIDOMElement& element, ContextPtr context, VELDyadContext* owner,
                     int associated);
-    void FileSite(const VELUnicodeString& name, const VELIDyadDbProvider_var& provider);
+    void RegisterSite(const VELUnicodeString& name, const VELIDyadDbProvider_var& provider);
 
     ReadState state_;
     // Of the element being added. A member, so that its list is reused.
