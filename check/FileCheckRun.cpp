@@ -98,6 +98,16 @@ void FileCheckRun::PlaceElements() {
     areElementsPlaced_ = true;
 }
 
+const AttributePlaces& FileCheckRun::FindAttributes() {
+    if (!areElementsPlaced_)
+        PlaceElements();
+    if (!attributes_) {
+        SourceReader text = ReadText();
+        attributes_.emplace(std::vector(places_.begin(), places_.end()), text);
+    }
+    return *attributes_;
+}
+
 SourceReader FileCheckRun::ReadText() const {
     return contents_ ? SourceReader(contents_->AsView()) : SourceReader(file_);
 }

@@ -94,16 +94,27 @@ void SourceReader::StartLine() noexcept {
 }
 
 bool SourceReader::MoveTo(VELPlace place) {
-    while (line_ < place.line && HasMore())
-        PassLine();
-    if (isAfterReturn_ && HasMore() && Next() == '\n')
-        Pass();
+    MoveToLine(place.line);
     while (line_ == place.line && units_ < place.column && HasMore())
         Pass();
     // One unit may have become several bytes.
     while (encoding_ != Encoding::Utf8 && HasMore() && !BeginsCharacter(Next()))
         Pass();
     return line_ == place.line && units_ == place.column;
+}
+
+bool SourceReader::MoveToCharacter(VELPlace place) {
+    MoveToLine(place.line);
+    while (line_ == place.line && column_ < place.column && HasMore())
+        Pass();
+    return Here() == place;
+}
+
+void SourceReader::MoveToLine(int line) {
+    while (line_ < line && HasMore())
+        PassLine();
+    if (isAfterReturn_ && HasMore() && Next() == '\n')
+        Pass();
 }
 
 void SourceReader::PassLine() {

@@ -133,6 +133,27 @@ VELResult VELDyadCtxFileCheck::GetPlace(const VELDyadContext* context, VELPlace&
     }
 }
 
+VELResult VELDyadCtxFileCheck::GetAttributePlaces(const VELDyadContext* context,
+                                                  VELListValVELUnicodeString& names,
+                                                  VELListVal<VELPlace>& places) const {
+    try {
+        if (run_ == nullptr || !run_->FindPlace(context))
+            return E_FAIL;
+        const dyadctx::AttributePlaces& attributes = run_->FindAttributes();
+        VELListValVELUnicodeString foundNames;
+        VELListVal<VELPlace> foundPlaces;
+        for (const dyadctx::AttributePlaces::Entry& entry : attributes.Find(context)) {
+            foundNames.Append(VELUnicodeString(attributes.NameOf(entry)));
+            foundPlaces.Append(entry.place);
+        }
+        names = std::move(foundNames);
+        places = std::move(foundPlaces);
+        return S_OK;
+    } catch (...) {
+        return E_FAIL;
+    }
+}
+
 VELResult VELDyadCtxFileCheck::GetFactoryMessage(VELUnicodeString& message) const {
     const dyadctx::FileCheckRun* run = state_ != nullptr ? state_->run.get() : nullptr;
     if (run == nullptr)

@@ -69,6 +69,10 @@ public:
     // The place of the element of one of that collector's contexts, declared or placeholder.
     // E_FAIL, and `place` unchanged, for any other context.
     VELResult GetPlace(const VELDyadContext* context, VELPlace& place) const;
+    // The names of the attributes written in that element, and where each begins, in the order of
+    // the text. E_FAIL, and the lists as before, for any other context.
+    VELResult GetAttributePlaces(const VELDyadContext* context, VELListValVELUnicodeString& names,
+                                 VELListVal<VELPlace>& places) const;
     // A factory's message for the same text, or for the file, which is read again; empty when the
     // factory accepts it. E_FAIL, and `message` unchanged, without memory, when a host's provider
     // throws, and before the first Run.

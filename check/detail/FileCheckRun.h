@@ -1,6 +1,7 @@
 // One check of one file: the implementation of VELDyadCtxFileCheck.
 #pragma once
 
+#include "check/detail/AttributePlaces.h"
 #include "check/detail/ContextPlaces.h"
 #include "check/detail/FindingList.h"
 #include "check/detail/ReferencePlaces.h"
@@ -39,6 +40,8 @@ public:
     // The place of a context's element, in characters; nothing for a context that is not of the
     // file. Throws std::bad_alloc.
     std::optional<VELPlace> FindPlace(const VELDyadContext* context);
+    // The attributes of such contexts; it stays this object's. Throws std::bad_alloc.
+    const AttributePlaces& FindAttributes();
     // The message of a factory. Throws std::bad_alloc.
     VELUnicodeString FactoryMessage() const;
 
@@ -94,6 +97,8 @@ private:
     int PositionOfName(const VELUnicodeString& name) const;
 
     VELUnicodeString file_;
+    // Once it is asked for.
+    std::optional<AttributePlaces> attributes_;
     // Used instead of the file.
     std::optional<VELUnicodeString> contents_;
     FileCheckOptions options_;

@@ -32,6 +32,8 @@ public:
     // Advances to a place whose column counts as the parser does: bytes, or in UTF-16 units of two
     // bytes. False if there is no such place ahead; the reader may have advanced all the same.
     bool MoveTo(VELPlace place);
+    // The same for a place in characters.
+    bool MoveToCharacter(VELPlace place);
 
 private:
     enum class Encoding { Utf8, Latin1, Utf16LittleEndian, Utf16BigEndian };
@@ -42,6 +44,7 @@ private:
     void Decode(std::string_view bytes);
     void DecodeUnit(char32_t unit);
     void PassLine();
+    void MoveToLine(int line);
     void StartLine() noexcept;
 
     FileReader file_;

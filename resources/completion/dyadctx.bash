@@ -86,17 +86,39 @@ _dyadctx_names() {
     done < <(VELDyadCtxOut='' VELDyadContextTrace='' command dyadctx "$@" 2>/dev/null </dev/null)
 }
 
-# The names of the contexts of the file on the line, else of the file in use.
-_dyadctx_contexts() {
-    local i file='' call=(list --quiet --format names) names
-    ((database)) && call+=(--db-context)
+# Names of the kind $1 in the file on the line, else in the file in use, also where it has errors.
+_dyadctx_listed() {
+    local i file='' call=(list --all --quiet --format "$1") names
+    [[ $1 == providers ]] || ((database)) && call+=(--db-context)
     for i in "${!values[@]}"; do
-        [[ ${values[i]} == files ]] && file=${given[i]-} && break
+        [[ ${values[i]} == contextfiles ]] && file=${given[i]-} && break
     done
     [[ $file == '~/'* ]] && file=$HOME/${file:2}
     [[ $file ]] && call+=(-- "$file")
     _dyadctx_names "${call[@]}"
     _dyadctx_offer "${names[@]}"
+}
+
+# Folders and what ends in .xml; all files where there is neither.
+_dyadctx_context_files() {
+    local path typed=$current home='~/' candidates=() folders=0
+    [[ $typed == '~/'* ]] && typed=$HOME/${typed:2}
+    for path in "$typed"*; do
+        if [[ -d $path ]]; then
+            candidates+=("$current${path:${#typed}}/")
+            ((++folders))
+        elif [[ $path == *.xml && -e $path ]]; then
+            candidates+=("$current${path:${#typed}}")
+        fi
+    done
+    if ((!${#candidates[@]})); then
+        compopt -o default 2>/dev/null
+        return
+    fi
+    ((folders == ${#candidates[@]})) && compopt -o nospace 2>/dev/null
+    _dyadctx_offer "${candidates[@]}"
+    # A quoted tilde would no longer be the home folder.
+    [[ $quote ]] || COMPREPLY=("${COMPREPLY[@]/#\\~\//$home}")
 }
 
 _dyadctx_value() {
@@ -106,7 +128,9 @@ _dyadctx_value() {
         _dyadctx_offer ${1#words }
         ;;
     files) compopt -o default 2>/dev/null ;;
-    contexts) _dyadctx_contexts ;;
+    contextfiles) _dyadctx_context_files ;;
+    contexts) _dyadctx_listed names ;;
+    providers) _dyadctx_listed providers ;;
     esac
 }
 

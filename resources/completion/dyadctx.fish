@@ -25,18 +25,29 @@ function __dyadctx_names
     VELDyadCtxOut= VELDyadContextTrace= command dyadctx $argv 2>/dev/null </dev/null
 end
 
-# The names of the contexts of the file on the line, else of the file in use.
-function __dyadctx_contexts
-    set -l call list --quiet --format names
-    test -n "$__dyadctx_database"; and set -a call --db-context
+# Names of a kind in the file on the line, else in the file in use, also where it has errors.
+function __dyadctx_listed -a kind
+    set -l call list --all --quiet --format $kind
+    test -n "$__dyadctx_database" -o $kind = providers; and set -a call --db-context
     set -l file
-    if set -l place (contains -i -- files $__dyadctx_values)
+    if set -l place (contains -i -- contextfiles $__dyadctx_values)
         set file $__dyadctx_given[$place]
     end
     if test -n "$file"
         set -a call -- (string replace -r '^~/' "$HOME/" -- $file)
     end
     __dyadctx_names $call
+end
+
+# Folders and what ends in .xml; all files where there is neither.
+function __dyadctx_context_files -a typed
+    set -l paths (__fish_complete_path $typed)
+    set -l wanted (string match -r -- '^[^\t]*(?:/|\.xml)(?:\t.*)?$' $paths)
+    if set -q wanted[1]
+        printf '%s\n' $wanted
+    else
+        printf '%s\n' $paths
+    end
 end
 
 # What is offered for the value of the option $argv[1].
@@ -55,8 +66,13 @@ function __dyadctx_value -a offer before
         case files
             __fish_complete_path (string sub -s (math (string length -- "$before") + 1) -- (commandline -ct))
             return
+        case contextfiles
+            __dyadctx_context_files (string sub -s (math (string length -- "$before") + 1) -- (commandline -ct))
+            return
         case contexts
-            set candidates (__dyadctx_contexts)
+            set candidates (__dyadctx_listed names)
+        case providers
+            set candidates (__dyadctx_listed providers)
     end
     for candidate in $candidates
         printf '%s%s\n' $before $candidate

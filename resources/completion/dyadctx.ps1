@@ -106,10 +106,19 @@ Register-ArgumentCompleter -Native -CommandName dyadctx -ScriptBlock {
 
     if ($offer -clike 'words *') {
         $names = $offer.Substring(6).Split(' ')
-    } elseif ($offer -ceq 'contexts') {
-        $call = @('list', '--quiet', '--format', 'names')
-        if ($state.Database) { $call += '--db-context' }
-        $place = [array]::IndexOf($state.Row.Values, 'files')
+    } elseif ($offer -ceq 'contextfiles') {
+        $names = @(Get-ChildItem -Path "$current*" -ErrorAction SilentlyContinue |
+            Where-Object { $_.PSIsContainer -or $_.Name -clike '*.xml' } |
+            ForEach-Object {
+                $folder = $current -replace '[^/\\]*$', ''
+                if ($_.PSIsContainer) { $folder + $_.Name + '/' } else { $folder + $_.Name }
+            })
+    } elseif ($offer -ceq 'contexts' -or $offer -ceq 'providers') {
+        $kind = 'names'
+        if ($offer -ceq 'providers') { $kind = 'providers' }
+        $call = @('list', '--all', '--quiet', '--format', $kind)
+        if ($state.Database -or $kind -ceq 'providers') { $call += '--db-context' }
+        $place = [array]::IndexOf($state.Row.Values, 'contextfiles')
         if ($place -ge 0 -and $place -lt $state.Given.Count -and $state.Given[$place]) {
             $call += @('--', $state.Given[$place])
         }

@@ -28,12 +28,12 @@ _dyadctx_names() {
     names=("${(@)names:#}")
 }
 
-# The names of the contexts of the file on the line, else of the file in use.
-_dyadctx_contexts() {
+# Names of the kind $1 in the file on the line, else in the file in use, also where it has errors.
+_dyadctx_listed() {
     local file='' i
-    local -a call=(list --quiet --format names) names
-    ((database)) && call+=(--db-context)
-    i=${values[(Ie)files]}
+    local -a call=(list --all --quiet --format $1) names
+    [[ $1 == providers ]] || ((database)) && call+=(--db-context)
+    i=${values[(Ie)contextfiles]}
     ((i)) && file=${given[i]-}
     [[ $file == '~/'* ]] && file=$HOME/${file#'~/'}
     [[ -n $file ]] && call+=(-- "$file")
@@ -49,7 +49,9 @@ _dyadctx_value() {
         compadd -a names
         ;;
     files) _files ;;
-    contexts) _dyadctx_contexts ;;
+    contextfiles) _files -g '*.xml' ;;
+    contexts) _dyadctx_listed names ;;
+    providers) _dyadctx_listed providers ;;
     esac
 }
 

@@ -181,6 +181,36 @@ TEST(FileCheck, AnUnknownFriendStaysAPlaceholderWithAPlace) {
     VELDyadContext stranger("S", "s", "Path");
     EXPECT_EQ(check.GetPlace(&stranger, place), E_FAIL);
     EXPECT_EQ(place, (VELPlace{2, 68}));
+    VELListValVELUnicodeString names;
+    VELListVal<VELPlace> places;
+    EXPECT_EQ(check.GetAttributePlaces(&stranger, names, places), E_FAIL);
+}
+
+TEST(FileCheck, TellsWhereEachAttributeIsWritten) {
+    const auto check =
+        CheckText("<DyAdDescription><CtxData>\n"
+                  "<Context Name='B' Parameter='\xC3\x84\xC3\x96' ParameterType='Path'\r\n"
+                  "  Colour='red'><CtxFriends><Context Name='A'/></CtxFriends></Context>"
+                  "<Context ParameterType='Path' Parameter='>' Name='A'/>\n"
+                  "</CtxData></DyAdDescription>");
+    const auto attributesOf = [&](const VELDyadContext* context) {
+        VELListValVELUnicodeString names;
+        VELListVal<VELPlace> places;
+        EXPECT_EQ(check->GetAttributePlaces(context, names, places), S_OK);
+        EXPECT_EQ(names.Size(), places.Size());
+        Lines lines;
+        for (int i = 1; i <= names.Size(); ++i)
+            lines.push_back(Text(names[i]) + " " + std::to_string(places[i].line) + ":" +
+                            std::to_string(places[i].column));
+        return lines;
+    };
+    VELDyadContext* first = nullptr;
+    VELDyadContext* second = nullptr;
+    ASSERT_EQ(check->GetCollector()->GetCtxAtIndex(1, first), S_OK);
+    ASSERT_EQ(check->GetCollector()->GetCtxAtIndex(2, second), S_OK);
+    EXPECT_EQ(attributesOf(second), Lines({"ParameterType 3:77", "Parameter 3:98", "Name 3:112"}));
+    EXPECT_EQ(attributesOf(first),
+              Lines({"Name 2:10", "Parameter 2:19", "ParameterType 2:34", "Colour 3:3"}));
 }
 
 TEST(FileCheck, ADuplicateNamesTheOtherDeclaration) {

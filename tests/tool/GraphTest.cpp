@@ -290,7 +290,8 @@ TEST_F(GraphCommand, WhatIsNoXmlIsNotDrawn) {
             {"graph", "open.xml", "-o", "out.svg"},
             4,
             "",
-            {"[Ctx.Parse.XMLSyntaxError]", "dyadctx: error: open.xml cannot be loaded\n"},
+            {"[Ctx.Parse.XMLSyntaxError]",
+             "dyadctx: error: open.xml cannot be loaded; see `dyadctx check open.xml`\n"},
             {}});
     EXPECT_FALSE(fs::exists(folder_.Path() / "out.svg"));
 }

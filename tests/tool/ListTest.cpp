@@ -178,4 +178,121 @@ TEST_F(List, ANameInBracketsIsTakenAsItIs) {
     EXPECT_EQ(result.standardOutput, "[a,b]\n");
 }
 
+TEST_F(List, SaysHowManyContextsItLeavesOut) {
+    const std::string base =
+        R"(<Context Name="V" Parameter="v" ParameterType="Database" ConnectorName="KRL"/>)";
+    const std::string path = R"(<Context Name="A" Parameter="/a" ParameterType="Path"/>)";
+    WriteContexts("one.xml", path + base);
+    WriteContexts(
+        "two.xml",
+        path + base +
+            R"(<Context Name="W" Parameter="w" ParameterType="Database" ConnectorName="KRL"/>)");
+    const std::string table = "#  NAME  TYPE  PARAMETER\n1  A     Path  /a\n";
+    ExpectEach({
+        {"one",
+         {"list", "one.xml"},
+         0,
+         table,
+         {"note: 1 database context is left out, because the DB context environment is off; add "
+          "--db-context\n"},
+         {}},
+        {"two",
+         {"list", "two.xml", "--format", "names"},
+         0,
+         "A\n",
+         {"note: 2 database contexts are left out"},
+         {}},
+        {"quiet", {"list", "two.xml", "-q"}, 0, table, {}, {}},
+        {"none", {"list", "two.xml", "--db-context", "--format", "names"}, 0, "A\nV\nW\n", {}, {}},
+    });
+}
+
+TEST_F(List, AllListsAFileWithErrorsWithStatesAndFirstFindings) {
+    WriteContexts("faulty.xml", R"(
+<Context Name="A" Parameter="/a" ParameterType="Path">
+  <CtxFriends><Context Name="Missing"/></CtxFriends></Context>
+<Context Name="B" Parameter="/b" ParameterType="Path"/>
+<Context Name="C!" Parameter="" ParameterType="Path"/>)");
+    const ChildResult result = Run({"list", "--all", "faulty.xml"});
+    EXPECT_EQ(result.status, 4);
+    EXPECT_NE(result.standardError.find("faulty.xml cannot be loaded; the list shows what could be "
+                                        "read"),
+              std::string::npos)
+        << result.standardError;
+    EXPECT_NE(result.standardOutput.find("1  A     error  Path  /a         Missing  "),
+              std::string::npos)
+        << result.standardOutput;
+    EXPECT_NE(result.standardOutput.find("2  B     valid  Path  /b\n"), std::string::npos)
+        << result.standardOutput;
+    EXPECT_NE(result.standardOutput.find("[Ctx.Check.CtxNameWithInvalidChar]\n"), std::string::npos)
+        << result.standardOutput;
+
+    const Json contexts = RunForJson({"list", "--all", "faulty.xml"}, 4)["contexts"];
+    ASSERT_EQ(contexts.size(), 3U);
+    EXPECT_EQ(contexts[0]["state"], "error");
+    EXPECT_EQ(contexts[0]["finding"]["key"], "Ctx.SetFriendsAndAssociated.CtxFriendNoMatchingCtx");
+    EXPECT_EQ(contexts[0]["finding"]["line"], 4);
+    EXPECT_EQ(contexts[1]["state"], "valid");
+    EXPECT_EQ(contexts[1]["finding"], nullptr);
+    EXPECT_EQ(contexts[2]["state"], "error");
+    EXPECT_EQ(Run({"list", "--all", "faulty.xml", "--format", "names"}).standardOutput,
+              "A\nB\nC!\n");
+    EXPECT_EQ(Run({"list", "faulty.xml"}).standardOutput, "");
+}
+
+TEST_F(List, AllOfAValidFileHasStatesToo) {
+    WriteContexts("odd.xml", R"(
+        <Context Name="DYADIC" Parameter="" ParameterType="Default"/>
+        <Context Name="A" Parameter="/a" ParameterType="Path" Colour="red"/>)");
+    const Json contexts = RunForJson({"list", "--all", "odd.xml"})["contexts"];
+    EXPECT_EQ(contexts[0]["state"], "valid");
+    EXPECT_EQ(contexts[0]["finding"], nullptr);
+    EXPECT_EQ(contexts[1]["state"], "valid");
+    EXPECT_FALSE(RunForJson({"list", "odd.xml"})["contexts"][1].contains("state"));
+}
+
+TEST_F(List, AllOfAFileThatIsNoXmlIsARefusal) {
+    folder_.Write("open.xml", "<DyAdDescription>");
+    Expect({"open", {"list", "--all", "open.xml"}, 4, "", {"[Ctx.Parse.XMLSyntaxError]"}, {}});
+    Expect({"none", {"list", "--all", "none.xml"}, 3, "", {"there is no such file"}, {}});
+}
+
+TEST_F(List, NamesMayEndWithAZeroByte) {
+    WriteContexts("names.xml", R"(<Context Name="A B" Parameter="/a" ParameterType="Path"/>
+                                  <Context Name="C" Parameter="/c" ParameterType="Path"/>)");
+    EXPECT_EQ(Run({"list", "names.xml", "--format", "names", "-0"}).standardOutput,
+              std::string("A B\0C\0", 6));
+    EXPECT_EQ(Run({"list", "names.xml", "-0"}).status, 2);
+}
+
+TEST_F(List, ProvidersAreListedOnceEach) {
+    Expect({"providers",
+            {"list", "site.xml", "--db-context", "--format", "providers"},
+            0,
+            "KRL\nHWB\n",
+            {},
+            {}});
+}
+
+TEST_F(List, JsonHasThePlaceOfEachAttribute) {
+    folder_.Write("places.xml", "<DyAdDescription><CtxData>\n"
+                                "  <Context Name='A'\n"
+                                "           Parameter='\xC3\xA4' ParameterType='Path'/>\n"
+                                "</CtxData></DyAdDescription>");
+    const Json expected = {{"Name", {{"line", 2}, {"column", 12}}},
+                           {"Parameter", {{"line", 3}, {"column", 12}}},
+                           {"ParameterType", {{"line", 3}, {"column", 26}}}};
+    EXPECT_EQ(RunForJson({"list", "places.xml"})["contexts"][0]["attributes"], expected);
+    EXPECT_EQ(RunForJson({"show", "A", "places.xml"})["context"]["attributes"], expected);
+}
+
+TEST_F(List, JsonOfAChosenFileIsWrittenToTheOutputFileToo) {
+    const Environment environment{{"VELDyadCtxInit", folder_.PathOf("site.xml")},
+                                  {"VELDyadCtxOut", folder_.PathOf("copy.xml")},
+                                  {"VELDbContextEnvironment", "1"}};
+    EXPECT_EQ(RunForJson({"list"}, 0, environment)["contexts"].size(), 5U);
+    EXPECT_EQ(Run({"list", "copy.xml", "--db-context", "--format", "names"}).standardOutput,
+              "DYADIC\nDesign\nParts\nVault\nStore\n");
+}
+
 } // namespace dyadctx::test

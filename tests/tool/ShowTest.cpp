@@ -96,4 +96,55 @@ TEST_F(Show, AnUnknownNameIsRefusedWithTheNearestOne) {
     });
 }
 
+TEST_F(Show, AFieldIsPrintedAlone) {
+    const auto field = [this](const std::string& context, const std::string& name) {
+        return Run({"show", context, "site.xml", "--db-context", "--field", name});
+    };
+    EXPECT_EQ(field("Vault", "provider.server").standardOutput, "north\n");
+    EXPECT_EQ(field("Vault", "provider.ServerName").standardOutput, "north\n");
+    EXPECT_EQ(field("Vault", "provider.role").standardOutput, "main\n");
+    EXPECT_EQ(field("Vault", "provider.name").standardOutput, "KRL\n");
+    EXPECT_EQ(field("Vault", "parameterType").standardOutput, "Database\n");
+    EXPECT_EQ(field("Library", "friendOf").standardOutput, "Design\nReview\n");
+    EXPECT_EQ(field("Library", "friends").standardOutput, "");
+    EXPECT_EQ(field("Review", "associated").standardOutput, "Vault\n");
+    EXPECT_EQ(field("Review", "position").standardOutput, "2\n");
+}
+
+TEST_F(Show, AFieldIsPrintedAsItIs) {
+    WriteContexts("odd.xml", "<Context Name='A' Parameter='a&#9;\xC2\x9B&quot;' "
+                             "ParameterType='Path'/>");
+    EXPECT_EQ(Run({"show", "A", "odd.xml", "--field", "parameter"}).standardOutput,
+              "a\t\xC2\x9B\"\n");
+}
+
+TEST_F(Show, AFieldThatIsNotThereIsRefused) {
+    ExpectEach({
+        {"not of this context",
+         {"show", "Design", "site.xml", "--field", "provider.server"},
+         5,
+         "",
+         {"the context 'Design' has no provider.server"},
+         {}},
+        {"no such field",
+         {"show", "Design", "site.xml", "--field", "parametr"},
+         2,
+         "",
+         {"there is no field 'parametr'; did you mean 'parameter'?"},
+         {}},
+        {"no such detail",
+         {"show", "Vault", "site.xml", "--db-context", "--field", "provider.servr"},
+         2,
+         "",
+         {"there is no field 'provider.servr'; did you mean 'provider.server'?"},
+         {}},
+        {"in a document",
+         {"show", "Design", "site.xml", "--field", "name", "--format", "json"},
+         2,
+         "",
+         {"--field"},
+         {}},
+    });
+}
+
 } // namespace dyadctx::test

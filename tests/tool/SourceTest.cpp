@@ -123,4 +123,99 @@ TEST_F(Source, TheEnvironmentMaySwitchDatabasesOn) {
     EXPECT_EQ(Run({"check", "db.xml"}, {{"VELDbContextEnvironment", "1"}}).status, 0);
 }
 
+TEST_F(Source, AFileThatCannotBeLoadedLeadsToItsCheck) {
+    folder_.Write("open.xml", "<DyAdDescription>");
+    folder_.Write("with blank.xml", "<DyAdDescription>");
+    const Environment chosen{{"VELDyadCtxInit", folder_.PathOf("open.xml")}};
+    ExpectEach({
+        {"named",
+         {"list", "open.xml"},
+         4,
+         "",
+         {"open.xml cannot be loaded; see `dyadctx check open.xml`\n"},
+         {}},
+        {"with a blank",
+         {"list", "with blank.xml"},
+         4,
+         "",
+         {"cannot be loaded; see `dyadctx check 'with blank.xml'`\n"},
+         {}},
+        {"chosen", {"show", "A"}, 4, "", {"cannot be loaded; see `dyadctx check`\n"}, chosen},
+        {"with databases",
+         {"scenarios", "open.xml", "--db-context"},
+         4,
+         "",
+         {"cannot be loaded; see `dyadctx check --db-context open.xml`\n"},
+         {}},
+    });
+}
+
+TEST_F(Source, AChosenFileThatCannotBeReadIsToldWithTheReason) {
+    ExpectEach({
+        {"missing",
+         {"list"},
+         3,
+         "",
+         {"missing.xml cannot be read: there is no such file"},
+         {{"VELDyadCtxInit", folder_.PathOf("missing.xml")}}},
+        {"ending",
+         {"list"},
+         3,
+         "",
+         {"a.txt cannot be read: the name does not end in .xml"},
+         {{"VELDyadCtxInit", folder_.PathOf("a.txt")}}},
+        {"without folder",
+         {"list"},
+         3,
+         "",
+         {"a.xml cannot be read: the path names no folder; write ./NAME"},
+         {{"VELDyadCtxInit", "a.xml"}}},
+    });
+}
+
+TEST_F(Source, StandardInputIsReadWhereTheFileIsADash) {
+    const std::string context = R"(<Context Name="A" Parameter="/a" ParameterType="Path"/>)";
+    const std::string valid = "cat a.xml | \"$DYADCTX\" ";
+    EXPECT_EQ(RunInShell(valid + "list - --format names").standardOutput, "A\n");
+    EXPECT_EQ(RunInShell(valid + "check -").standardOutput,
+              "-:2:1: note: The file declares no default context, which is named \"DYADIC\". "
+              "[no-default-context]\n-: valid, 1 context\n1 file checked, valid, 1 note\n");
+    EXPECT_EQ(RunInShell(valid + "show A - --field parameter").standardOutput, "/a\n");
+    EXPECT_EQ(RunInShell(valid + "scenarios - -q").status, 0);
+    EXPECT_EQ(RunInShell(valid + "diff - a.xml").status, 0);
+    EXPECT_EQ(RunInShell(valid + "diff a.xml -").status, 0);
+    EXPECT_EQ(RunInShell(valid + "write - -o copy.xml -q").status, 0);
+    EXPECT_NE(folder_.Read("copy.xml").find("Name=\"A\""), std::string::npos);
+    EXPECT_NE(RunInShell(valid + "graph - --format dot").standardOutput.find("\"A"),
+              std::string::npos);
+    EXPECT_EQ(RunInShell(valid + "diff - -").status, 2);
+}
+
+TEST_F(Source, StandardInputHasAPlaceAndANameInFindings) {
+    const std::string faulty =
+        "printf '<DyAdDescription><CtxData>\\n<Context Name=\"A\" Parameter=\"/a\" "
+        "ParameterType=\"Folder\"/></CtxData></DyAdDescription>' | \"$DYADCTX\" ";
+    const ChildResult listed = RunInShell(faulty + "list -");
+    EXPECT_EQ(listed.status, 4);
+    EXPECT_NE(listed.standardError.find("-:2:34: error: "), std::string::npos)
+        << listed.standardError;
+    EXPECT_NE(listed.standardError.find("- cannot be loaded; see `dyadctx check -`"),
+              std::string::npos)
+        << listed.standardError;
+    const ChildResult checked = RunInShell(faulty + "check - --stdin-name 'my site.xml'");
+    EXPECT_EQ(checked.status, 1);
+    EXPECT_TRUE(checked.standardOutput.starts_with("my site.xml:2:34: error: "))
+        << checked.standardOutput;
+    const ChildResult drawn = RunInShell(faulty + "--stdin-name x graph - --format mermaid");
+    EXPECT_EQ(drawn.status, 4);
+    EXPECT_NE(drawn.standardError.find("x cannot be loaded; the picture shows"), std::string::npos)
+        << drawn.standardError;
+}
+
+TEST_F(Source, AFileNamedByADashNeedsAFolder) {
+    EXPECT_EQ(Run({"list", "./-"}).status, 3);
+    EXPECT_EQ(RunInShell("\"$DYADCTX\" list - </dev/null").status, 4);
+    EXPECT_EQ(RunInShell("\"$DYADCTX\" list - <&-").status, 3);
+}
+
 } // namespace dyadctx::test

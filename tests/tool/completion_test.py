@@ -109,6 +109,8 @@ TYPED = [
     ("dyadctx ch~site.xml", ["check", "site.xml"]),
     ("dyadctx list --forma~n~", ["list", "--format", "names"]),
     ("dyadctx check my~", ["check", "my files.xml"]),
+    ("dyadctx check s~", ["check", "site.xml"]),
+    ("dyadctx list my\\ files.xml --provider K~", ["list", "my files.xml", "--provider", "KRL"]),
     ("dyadctx show Dr~site.xml", ["show", "Drawing office", "site.xml"]),
     ('dyadctx show "Dr~site.xml', ["show", "Drawing office", "site.xml"]),
     ("dyadctx show Des~", ["show", "Design"]),
@@ -150,7 +152,8 @@ try() {
         self.assertEqual(self.offered("dyadctx "), COMMANDS)
         self.assertEqual(self.offered("dyadctx --lang fr set"), ["settings"])
         self.assertEqual(self.offered("dyadctx check --fail-on "), ["error", "warning", "note"])
-        self.assertEqual(self.offered("dyadctx list --format="), ["text", "json", "names"])
+        self.assertEqual(self.offered("dyadctx list --format="), ["text", "json", "names",
+                                                                  "providers"])
         self.assertEqual(self.offered("dyadctx check --off friend-"), ["friend-ring"])
         self.assertEqual(self.offered("dyadctx --color n"), ["never"])
         self.assertEqual(self.offered("dyadctx settings "), ["path", "get", "set", "unset"])
@@ -172,6 +175,23 @@ try() {
 
     def test_takes_names_from_a_file_in_the_home_folder(self):
         self.assertEqual(self.offered("dyadctx graph ~/my\\ files.xml --focus "), ["Other"])
+
+    def test_takes_names_from_a_file_with_errors(self):
+        faulty = '<Context Name="Bad" Parameter="x" ParameterType="Folder"/>'
+        (self.folder / "faulty.xml").write_text(document(["Good"], faulty), encoding="utf-8")
+        self.assertEqual(self.offered("dyadctx show ", " faulty.xml"), ["Good", "Bad"])
+
+    def test_takes_providers_from_the_file_on_the_line(self):
+        self.assertEqual(self.offered("dyadctx list my\\ files.xml --provider "), ["KRL"])
+        self.assertEqual(self.offered("dyadctx list my\\ files.xml --provider X"), [""])
+
+    def test_offers_folders_and_context_files(self):
+        (self.folder / "notes.txt").touch()
+        self.assertEqual(self.offered("dyadctx check "),
+                         ["bin/", "Design/", "my\\ files.xml", "site.xml"])
+        self.assertEqual(self.offered("dyadctx diff site.xml s"), ["site.xml"])
+        self.assertEqual(self.offered("dyadctx check ~/s"), ["~/site.xml"])
+        self.assertEqual(self.offered("dyadctx check no"), [""])
 
     def test_offers_nothing_where_there_are_no_names(self):
         self.assertEqual(self.offered("dyadctx show X"), [""])
@@ -253,8 +273,8 @@ class PowerShell(unittest.TestCase):
         self.assertNotIn("@TABLE@", self.script)
         for command in ["", *COMMANDS, "settings set"]:
             self.assertIn("Options = @(", self.row(command))
-        self.assertIn("Values = @('contexts', 'files')", self.row("show"))
-        self.assertIn("'words text json names'", self.row("list"))
+        self.assertIn("Values = @('contexts', 'contextfiles')", self.row("show"))
+        self.assertIn("'words text json names providers'", self.row("list"))
         self.assertIn("Repeats = $true", self.row("check"))
 
     def test_brackets_and_quotes_are_balanced(self):

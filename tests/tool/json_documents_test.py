@@ -72,6 +72,20 @@ class Documents(unittest.TestCase):
             self.assertIsInstance(context["line"], int)
             self.check("show", context["name"], self.example("site.xml"))
 
+    def test_list_of_a_file_with_errors(self):
+        document = self.check("list", "--all", self.example("broken/unknown-type.xml"))
+        self.assertEqual(document["contexts"][0]["state"], "error")
+
+    def test_diff_of_passwords(self):
+        files = []
+        for password in ("one", "two"):
+            files.append(Path(self.folder.name) / f"{password}.xml")
+            files[-1].write_text("<DyAdDescription><CtxData><Context Name='A' ParameterType='Path' "
+                                 f"Parameter='//u:{password}@h'/></CtxData></DyAdDescription>",
+                                 encoding="utf-8")
+        document = self.check("diff", *map(str, files))
+        self.assertTrue(document["changed"][0]["changes"][0]["passwordDiffers"])
+
     def test_which(self):
         self.check("which")
         for value in ("0", "x", self.example("site.xml"), "none.xml"):

@@ -49,7 +49,8 @@ std::vector<Example> Check::Examples() const {
 void Check::Declare(CLI::App& arguments) {
     arguments
         .add_option("FILE", files_,
-                    "The context files; without any, the one that `dyadctx which` tells")
+                    "The context files, - for standard input; without any, the one that `dyadctx "
+                    "which` tells")
         ->type_name("FILE");
     arguments.add_flag("--deep", deep_,
                        "Look also whether the folders and files that contexts name exist");

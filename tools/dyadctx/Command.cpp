@@ -30,8 +30,10 @@ CLI::Option* OneOf(CLI::Option* option, const std::vector<std::string>& words) {
 
 void DeclareFile(CLI::App& arguments, std::optional<std::string>& file) {
     arguments
-        .add_option("FILE", file,
-                    "The context file; without it, the one that `dyadctx which` tells")
+        .add_option(
+            "FILE", file,
+            "The context file, - for standard input; without it, the one that `dyadctx which` "
+            "tells")
         ->type_name("FILE");
 }
 

@@ -3,6 +3,7 @@
 #include "platform/VELDbContextEnvironment.h"
 #include "platform/VELMsgCatalog.h"
 #include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/Source.h"
 #include "tools/dyadctx/Suggestion.h"
 #include "tools/dyadctx/help/HelpText.h"
 
@@ -86,6 +87,11 @@ void CommandLine::DeclareCommonOptions() {
         app_.add_option("--color", color_, "Colours; auto: on a terminal, unless NO_COLOR is set"),
         {"auto", "always", "never"})
         ->capture_default_str();
+    app_.add_flag("--show-secrets", showSecrets_,
+                  "Show passwords in URLs (//user:password@host), which are *** otherwise");
+    app_.add_option("--stdin-name", standardInputName_,
+                    "What findings call the file when FILE is - and it comes on standard input")
+        ->type_name("TEXT");
     app_.add_flag("-q,--quiet", quiet_,
                   "No notes, those of check and its suggestions included, and no summary");
     app_.set_help_flag("-h,--help", "Print this help, or that of the command");
@@ -174,6 +180,9 @@ bool CommandLine::Read(int argc, char** argv) {
 void CommandLine::PutOptionsIntoForce() const {
     if (dbContext_)
         SetDbContextEnvironment(true);
+    ShowSecrets(showSecrets_);
+    if (standardInputName_)
+        SetStandardInputName(*standardInputName_);
     if (!language_.empty())
         VELMsgCatalog::SetLanguage(language_.c_str());
 }

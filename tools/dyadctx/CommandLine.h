@@ -51,8 +51,10 @@ private:
     std::string text_;
     std::string color_ = "auto";
     std::string language_;
+    std::optional<std::string> standardInputName_;
     bool dbContext_ = false;
     bool quiet_ = false;
+    bool showSecrets_ = false;
 };
 
 } // namespace dyadctx::tool

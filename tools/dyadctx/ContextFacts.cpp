@@ -70,9 +70,20 @@ ContextFacts FactsOf(VELDyadContext& context, int position) {
     return facts;
 }
 
+void SetPlaces(const VELDyadContext& context, const VELDyadCtxFileCheck& check,
+               ContextFacts& facts) {
+    check.GetPlace(&context, facts.place);
+    VELListValVELUnicodeString names;
+    VELListVal<VELPlace> places;
+    check.GetAttributePlaces(&context, names, places);
+    for (int i = 1; i <= names.Size(); ++i)
+        facts.attributes.emplace_back(ToText(names[i]), places[i]);
+}
+
 } // namespace
 
-std::vector<ContextFacts> FactsOfView(VELDyadCtxCollector& collector, const ContextPlaces& places) {
+std::vector<ContextFacts> FactsOfView(VELDyadCtxCollector& collector,
+                                      const VELDyadCtxFileCheck* check) {
     std::vector<ContextFacts> facts;
     const int count = collector.GetNbCtxs();
     for (int i = 1; i <= count; ++i) {
@@ -80,9 +91,8 @@ std::vector<ContextFacts> FactsOfView(VELDyadCtxCollector& collector, const Cont
         if (collector.GetCtxAtIndex(i, context) < 0 || context == nullptr)
             continue;
         facts.push_back(FactsOf(*context, i));
-        const auto place = places.find(context);
-        if (place != places.end())
-            facts.back().place = place->second;
+        if (check != nullptr)
+            SetPlaces(*context, *check, facts.back());
     }
     return facts;
 }
@@ -129,6 +139,9 @@ Json ToJson(const ContextFacts& context) {
         json["sites"].push_back(site.site);
     json["line"] = NumberOrNull(context.place.line);
     json["column"] = NumberOrNull(context.place.column);
+    json["attributes"] = Json::object();
+    for (const auto& [name, place] : context.attributes)
+        json["attributes"][name] = {{"line", place.line}, {"column", place.column}};
     return json;
 }
 

@@ -1,13 +1,13 @@
 // Contexts and scenarios as plain values, ready to be shown, compared and turned into JSON.
 #pragma once
 
+#include "check/VELDyadCtxFileCheck.h"
 #include "collector/VELDyadCtxCollector.h"
 #include "tools/dyadctx/FindingRecorder.h"
 #include "tools/dyadctx/Output.h"
 
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -37,9 +37,9 @@ struct ContextFacts {
     std::optional<ProviderFacts> provider;
     std::vector<SiteFacts> sites;
     VELPlace place;
+    // Where each attribute that is written in its element begins.
+    std::vector<std::pair<std::string, VELPlace>> attributes;
 };
-
-using ContextPlaces = std::unordered_map<const VELDyadContext*, VELPlace>;
 
 struct ScenarioFacts {
     std::string channel;
@@ -51,9 +51,10 @@ struct ScenarioFacts {
     auto operator<=>(const ScenarioFacts&) const = default;
 };
 
-// The contexts of the current view, in its order; with their places where these are given.
+// The contexts of the current view, in its order; with their places where the check that made the
+// collector is given.
 std::vector<ContextFacts> FactsOfView(VELDyadCtxCollector& collector,
-                                      const ContextPlaces& places = {});
+                                      const VELDyadCtxFileCheck* check = nullptr);
 // Every row, in the order of the file.
 std::vector<ScenarioFacts> FactsOfScenarios(const VELDyadCtxCollector& collector);
 

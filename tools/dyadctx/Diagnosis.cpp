@@ -4,7 +4,6 @@
 #include "tools/dyadctx/FileChoiceText.h"
 
 #include <algorithm>
-#include <new>
 #include <unordered_set>
 
 namespace dyadctx::tool {
@@ -27,20 +26,6 @@ std::string IdentityAndPlace(const Finding& finding) {
     return PlacePrefix("-", finding.place) + IdentityOf(finding);
 }
 
-// False without memory.
-bool RunCheck(const std::string& path, const DiagnosisOptions& options,
-              std::vector<Finding>& findings) {
-    VELDyadCtxFileCheck check;
-    check.SetDeep(options.deep);
-    for (const std::string& id : options.silenced)
-        check.Silence(VELUnicodeString(id));
-    if (check.Run(VELUnicodeString(path)) < 0)
-        return false;
-    for (int i = 1; i <= check.GetNbFindings(); ++i)
-        findings.push_back(check.GetFindingAt(i));
-    return true;
-}
-
 } // namespace
 
 std::vector<VELDyadCtxFindingKind> FindingKinds() {
@@ -52,18 +37,17 @@ std::vector<VELDyadCtxFindingKind> FindingKinds() {
     return kinds;
 }
 
-std::vector<Finding> DiagnoseFile(const std::string& path, const DiagnosisOptions& options) {
-    std::vector<Finding> findings;
-    RunCheck(path, options, findings);
-    return findings;
-}
-
 std::vector<Finding> Diagnose(const Source& source, const DiagnosisOptions& options) {
-    std::vector<Finding> findings;
     if (source.path.empty())
         return source.findings;
-    if (!RunCheck(source.path, options, findings))
-        throw std::bad_alloc();
+    VELDyadCtxFileCheck check;
+    check.SetDeep(options.deep);
+    for (const std::string& id : options.silenced)
+        check.Silence(VELUnicodeString(id));
+    RunCheck(check, source);
+    std::vector<Finding> findings;
+    for (int i = 1; i <= check.GetNbFindings(); ++i)
+        findings.push_back(check.GetFindingAt(i));
     return findings;
 }
 
@@ -115,26 +99,6 @@ std::vector<Finding> VariablesWithoutEffect(bool fileIsNamed) {
     for (const IdleVariable& variable : idle)
         findings.push_back(ToFinding(variable));
     return findings;
-}
-
-// A loaded file gives the same contexts in the same order whenever it is read.
-ContextPlaces PlacesOfContexts(const Source& source) {
-    ContextPlaces places;
-    VELDyadCtxFileCheck check;
-    if (check.Run(VELUnicodeString(source.path)) < 0)
-        throw std::bad_alloc();
-    VELDyadCtxCollector& placed = *check.GetCollector();
-    const int count = std::min(placed.GetNbCtxs(), source.collector->GetNbCtxs());
-    for (int i = 1; i <= count; ++i) {
-        VELDyadContext* mine = nullptr;
-        VELDyadContext* theirs = nullptr;
-        VELPlace place;
-        source.collector->GetCtxAtIndex(i, mine);
-        placed.GetCtxAtIndex(i, theirs);
-        if (check.GetPlace(theirs, place) >= 0)
-            places.emplace(mine, place);
-    }
-    return places;
 }
 
 } // namespace dyadctx::tool

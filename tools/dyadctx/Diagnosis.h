@@ -24,11 +24,8 @@ struct DiagnosisOptions {
 // tool.
 std::vector<VELDyadCtxFindingKind> FindingKinds();
 
-// The findings of one file, in its order. Empty without memory.
-std::vector<Finding> DiagnoseFile(const std::string& path, const DiagnosisOptions& options);
-
-// The same for a loaded source; when there is no file, what the library said while it was loaded.
-// Throws std::bad_alloc.
+// The findings of a source, in the order of its file; when there is no file, what the library said
+// while it was loaded. Throws std::bad_alloc.
 std::vector<Finding> Diagnose(const Source& source, const DiagnosisOptions& options);
 
 // How many findings of a loaded source, consequences apart, the DB context environment would make
@@ -44,8 +41,5 @@ std::vector<Finding> ErrorsOf(const VELDyadCtxFileCheck& check);
 std::vector<Finding> VariablesWithoutEffect(bool fileIsNamed);
 
 Finding ToFinding(const IdleVariable& variable);
-
-// Where the declared contexts of a loaded source stand in its file. Throws std::bad_alloc.
-ContextPlaces PlacesOfContexts(const Source& source);
 
 } // namespace dyadctx::tool

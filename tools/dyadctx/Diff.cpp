@@ -10,11 +10,18 @@
 #include <algorithm>
 #include <iterator>
 #include <map>
+#include <set>
 #include <string_view>
 
 namespace dyadctx::tool {
 
 namespace {
+
+constexpr const char* PasswordDiffers = " (a password differs)";
+
+std::string RawText(const Json& json) {
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
 
 // One property of a context that both files have, for JSON and for people.
 struct Change {
@@ -23,6 +30,9 @@ struct Change {
     Json to;
     std::string fromText;
     std::string toText;
+
+    // What is masked cannot be seen to differ.
+    bool HasOtherSecrets() const { return HaveOtherSecrets(RawText(from), RawText(to)); }
 };
 
 struct ChangedContext {
@@ -162,7 +172,10 @@ Json ToJson(const ChangedContext& changed) {
     Json json;
     json["name"] = changed.name;
     json["changes"] = ArrayOf(changed.changes, [](const Change& change) {
-        return Json{{"what", change.what}, {"from", change.from}, {"to", change.to}};
+        Json one{{"what", change.what}, {"from", change.from}, {"to", change.to}};
+        if (change.HasOtherSecrets())
+            one["passwordDiffers"] = true;
+        return one;
     });
     return json;
 }
@@ -190,6 +203,19 @@ std::string TextOf(const ScenarioFacts& row) {
            Quoted(row.optionValue);
 }
 
+// A row that is told by the same words as one of the other file differs in what is masked.
+void WriteRows(const std::vector<ScenarioFacts>& rows, const std::vector<ScenarioFacts>& others,
+               const std::string& sign, Paint paint, Output& output) {
+    std::set<std::string> otherTexts;
+    for (const ScenarioFacts& row : others)
+        otherTexts.insert(TextOf(row));
+    for (const ScenarioFacts& row : rows) {
+        const std::string text = TextOf(row);
+        const std::string remark = otherTexts.contains(text) ? PasswordDiffers : "";
+        output.Write(output.Painted(paint, sign + text + remark) + "\n");
+    }
+}
+
 std::string TextOf(const ContextFacts& context) {
     return Visible(context.name) + " (" + Visible(context.parameterType) + " " +
            Quoted(context.parameter) + ")";
@@ -206,12 +232,11 @@ void WriteText(const Difference& difference, Output& output) {
     for (const ChangedContext& context : difference.changed) {
         for (const Change& change : context.changes)
             line(Paint::Changed, "~ " + Visible(context.name) + ": " + change.what + " " +
-                                     change.fromText + " -> " + change.toText);
+                                     change.fromText + " -> " + change.toText +
+                                     (change.HasOtherSecrets() ? PasswordDiffers : ""));
     }
-    for (const ScenarioFacts& row : difference.scenariosRemoved)
-        line(Paint::Bad, "- " + TextOf(row));
-    for (const ScenarioFacts& row : difference.scenariosAdded)
-        line(Paint::Good, "+ " + TextOf(row));
+    WriteRows(difference.scenariosRemoved, difference.scenariosAdded, "- ", Paint::Bad, output);
+    WriteRows(difference.scenariosAdded, difference.scenariosRemoved, "+ ", Paint::Good, output);
 }
 
 class Diff final : public Command {

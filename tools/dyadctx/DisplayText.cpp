@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <span>
+#include <vector>
 
 namespace dyadctx::tool {
 
@@ -132,9 +133,69 @@ int WidthOf(std::uint32_t code) {
     return Holds(Wide, code) || Holds(WideBeyondBasicPlane, code) ? 2 : 1;
 }
 
+// For the whole run, by --show-secrets.
+bool areSecretsShown = false;
+
+struct Secret {
+    std::size_t begin = 0;
+    // 0 for none.
+    std::size_t length = 0;
+};
+
+// The first password of a URL that begins at `from` or later.
+Secret NextSecret(std::string_view text, std::size_t from) {
+    constexpr std::string_view slashes = "//";
+    constexpr std::string_view ends = "/?#<>\"' \t\r\n";
+    for (std::size_t at = text.find(slashes, from); at != std::string_view::npos;
+         at = text.find(slashes, at)) {
+        at = text.find_first_not_of('/', at);
+        if (at == std::string_view::npos)
+            break;
+        const std::string_view authority = text.substr(at, text.find_first_of(ends, at) - at);
+        const std::size_t host = authority.rfind('@');
+        const std::size_t colon = authority.find(':');
+        if (host != std::string_view::npos && colon != std::string_view::npos && colon + 1 < host)
+            return {at + colon + 1, host - colon - 1};
+        at += authority.size();
+    }
+    return {};
+}
+
+std::vector<std::string_view> SecretsIn(std::string_view text) {
+    std::vector<std::string_view> secrets;
+    std::size_t from = 0;
+    for (Secret one = NextSecret(text, from); one.length > 0; one = NextSecret(text, from)) {
+        secrets.push_back(text.substr(one.begin, one.length));
+        from = one.begin + one.length;
+    }
+    return secrets;
+}
+
 } // namespace
 
-std::string Visible(std::string_view text) {
+void ShowSecrets(bool shown) noexcept {
+    areSecretsShown = shown;
+}
+
+std::string Masked(std::string_view text) {
+    std::string masked;
+    std::size_t taken = 0;
+    for (Secret secret = NextSecret(text, 0); secret.length > 0 && !areSecretsShown;
+         secret = NextSecret(text, taken)) {
+        masked += text.substr(taken, secret.begin - taken);
+        masked += "***";
+        taken = secret.begin + secret.length;
+    }
+    return masked.append(text.substr(taken));
+}
+
+bool HaveOtherSecrets(std::string_view left, std::string_view right) {
+    return SecretsIn(left) != SecretsIn(right);
+}
+
+std::string Visible(std::string_view shown) {
+    const std::string masked = Masked(shown);
+    std::string_view text = masked;
     std::string visible;
     visible.reserve(text.size());
     while (!text.empty()) {

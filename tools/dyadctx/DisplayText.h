@@ -6,8 +6,16 @@
 
 namespace dyadctx::tool {
 
-// The text with control characters and ill-formed bytes written out (\n, \x1b, \u009b), so that it
-// stays on its line and cannot steer the terminal.
+// Whether passwords in URLs are shown. They are not until set.
+void ShowSecrets(bool shown) noexcept;
+// The text with *** instead of each password in a URL (//user:password@host), unless they are
+// shown.
+std::string Masked(std::string_view text);
+// Whether the passwords in the URLs of both differ.
+bool HaveOtherSecrets(std::string_view left, std::string_view right);
+
+// The masked text with control characters and ill-formed bytes written out (\n, \x1b, \u009b), so
+// that it stays on its line and cannot steer the terminal.
 std::string Visible(std::string_view text);
 
 // The number of columns a visible text takes: wide characters take two, combining ones none.

@@ -1,34 +1,92 @@
 // `list`: the contexts of a file.
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/ContextFacts.h"
-#include "tools/dyadctx/Diagnosis.h"
+#include "tools/dyadctx/ContextFindings.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Source.h"
+#include "tools/dyadctx/graph/GraphModel.h"
+#include "trace/VELDyadMessageKeys.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <set>
+
 namespace dyadctx::tool {
 
 namespace {
+
+constexpr const char* LeftOutKind = "database-left-out";
 
 class List final : public Command {
 public:
     const char* Name() const override { return "list"; }
     const char* Summary() const override { return "List the contexts of a file"; }
     const char* Synopsis() const override {
-        return "[FILE] [--type all|path|database|file] [--provider PROVIDER]... "
-               "[--format text|json|names]";
+        return "[FILE] [--all] [--type all|path|database|file] [--provider PROVIDER]... "
+               "[--format text|json|names|providers] [-0]";
     }
     std::vector<Example> Examples() const override;
     void Declare(CLI::App& arguments) override;
     ExitStatus Run(Output& output) override;
 
 private:
+    ExitStatus ListFaulty(const Source& source, Output& output) const;
+    void Write(const Source& source, VELDyadCtxCollector& collector,
+               const VELDyadCtxFileCheck* check, Output& output) const;
+    void WriteWords(const std::vector<std::string>& words, Output& output) const;
+
     std::optional<std::string> file_;
     ViewChoice view_;
     std::string format_ = "text";
+    bool all_ = false;
+    bool endWithNul_ = false;
 };
+
+// What a context is found to be, by the first finding that matters most.
+struct State {
+    const VELDyadCtxFinding* finding = nullptr;
+
+    bool IsValid() const {
+        return finding == nullptr || finding->severity != VELDyadCtxSeverity::Error;
+    }
+    const char* Name() const { return IsValid() ? "valid" : "error"; }
+    std::string Text() const {
+        return finding != nullptr
+                   ? Visible(finding->text.AsView()) + " [" + Visible(finding->id.AsView()) + "]"
+                   : "";
+    }
+};
+
+struct Row {
+    ContextFacts context;
+    State state;
+};
+
+State StateBy(const FindingsOfContext& findings) {
+    const auto worst =
+        std::min_element(findings.begin(), findings.end(), [](const auto* left, const auto* right) {
+            return left->severity < right->severity;
+        });
+    return {worst != findings.end() ? *worst : nullptr};
+}
+
+// The contexts of the view, with their places and with their states where a check is given for
+// them.
+std::vector<Row> RowsOf(VELDyadCtxCollector& collector, const VELDyadCtxFileCheck* places,
+                        const VELDyadCtxFileCheck* states) {
+    std::vector<Row> rows;
+    for (ContextFacts& context : FactsOfView(collector, places))
+        rows.push_back({std::move(context), {}});
+    if (states == nullptr)
+        return rows;
+    const std::vector<FindingsOfContext> findings =
+        FindingsByContext(ContextsOfView(collector), *states);
+    for (std::size_t i = 0; i < rows.size() && i < findings.size(); ++i)
+        rows[i].state = StateBy(findings[i]);
+    return rows;
+}
 
 // What matters at a glance; `show` tells the rest. A single site is the context's own database.
 std::string SitesToShow(const ContextFacts& context) {
@@ -38,59 +96,161 @@ std::string SitesToShow(const ContextFacts& context) {
     return names.size() > 1 ? Joined(names) : "";
 }
 
-void WriteTable(const std::vector<ContextFacts>& contexts, Output& output) {
-    Table table({"#", "NAME", "TYPE", "PARAMETER", "PROVIDER", "SITES", "FRIENDS", "ASSOCIATED"});
-    for (const ContextFacts& context : contexts) {
-        table.AddRow({std::to_string(context.position), Visible(context.name), TypeLabel(context),
+void WriteTable(const std::vector<Row>& rows, bool withStates, Output& output) {
+    Table table({"#", "NAME", "STATE", "TYPE", "PARAMETER", "PROVIDER", "SITES", "FRIENDS",
+                 "ASSOCIATED", "FIRST FINDING"});
+    for (const auto& [context, state] : rows) {
+        table.AddRow({std::to_string(context.position), Visible(context.name),
+                      withStates ? state.Name() : "", TypeLabel(context),
                       Visible(context.parameter),
                       context.provider ? Visible(context.provider->name) : "", SitesToShow(context),
-                      Joined(context.friends), Visible(context.associated.value_or(""))});
+                      Joined(context.friends), Visible(context.associated.value_or("")),
+                      withStates ? state.Text() : ""});
     }
     output.Write(table.Render(output));
 }
 
-Json DocumentOf(const Source& source, const std::vector<ContextFacts>& contexts) {
+Json ToJson(const VELDyadCtxFinding* finding) {
+    if (finding == nullptr)
+        return nullptr;
+    Json json;
+    json["key"] = ToText(finding->id);
+    json["severity"] = NameOf(finding->severity);
+    json["text"] = ToText(finding->text);
+    json["line"] = NumberOrNull(finding->place.line);
+    json["column"] = NumberOrNull(finding->place.column);
+    return json;
+}
+
+Json DocumentOf(const Source& source, VELDyadCtxCollector& collector, const std::vector<Row>& rows,
+                bool withStates) {
     Json document;
     document["schema"] = "dyadctx/list/1";
     document["file"] = source.file;
     document["isDefault"] = source.isDefault;
-    document["view"] = NameOfView(*source.collector);
+    document["view"] = NameOfView(collector);
     document["contexts"] = Json::array();
-    for (const ContextFacts& context : contexts)
-        document["contexts"].push_back(ToJson(context));
+    for (const auto& [context, state] : rows) {
+        Json json = tool::ToJson(context);
+        if (withStates) {
+            json["state"] = state.Name();
+            json["finding"] = ToJson(state.finding);
+        }
+        document["contexts"].push_back(std::move(json));
+    }
     return document;
+}
+
+// Each once, in the order of the contexts.
+std::vector<std::string> ProvidersOf(const std::vector<Row>& rows) {
+    std::vector<std::string> names;
+    std::set<std::string> known;
+    for (const Row& row : rows) {
+        if (row.context.provider && known.insert(row.context.provider->name).second)
+            names.push_back(row.context.provider->name);
+    }
+    return names;
+}
+
+std::vector<std::string> NamesOf(const std::vector<Row>& rows) {
+    std::vector<std::string> names;
+    for (const Row& row : rows)
+        names.push_back(row.context.name);
+    return names;
+}
+
+// The check notes their number once; 0 where it does not.
+int CountOfLeftOut(const VELDyadCtxFileCheck& check) {
+    for (int i = 1; i <= check.GetNbFindings(); ++i) {
+        const VELDyadCtxFinding& finding = check.GetFindingAt(i);
+        if (finding.id.AsView() == LeftOutKind)
+            return std::atoi(finding.parameters[1].ConvertToChar());
+    }
+    return 0;
+}
+
+void NoteLeftOut(const VELDyadCtxFileCheck& check, Output& output) {
+    const int count = CountOfLeftOut(check);
+    if (count > 0)
+        output.Note(std::to_string(count) +
+                    (count == 1 ? " database context is" : " database contexts are") +
+                    " left out, because the DB context environment is off; add --db-context");
+}
+
+bool IsSyntaxError(const VELDyadCtxFinding& finding) {
+    return finding.id.AsView() == key::XMLSyntaxError;
 }
 
 std::vector<Example> List::Examples() const {
     return {{"dyadctx list site.xml --db-context", "A table of all contexts"},
-            {"dyadctx list --format names", "The names alone, of the file in use"}};
+            {"dyadctx list --format names", "The names alone, of the file in use"},
+            {"dyadctx list site.xml --all", "Also what is wrong with each context"}};
 }
 
 void List::Declare(CLI::App& arguments) {
     DeclareFile(arguments, file_);
+    arguments.add_flag("--all", all_,
+                       "Also of a file with errors, as far as it can be read: each context with "
+                       "its state and its first finding; the exit status is then 4");
     DeclareView(arguments, view_);
     OneOf(arguments.add_option("--format", format_,
                                "How to write the answer: text for people, json for programs, names "
-                               "for one name per line"),
-          {"text", "json", "names"})
+                               "for one name per line, providers for the names of providers"),
+          {"text", "json", "names", "providers"})
         ->capture_default_str();
+    arguments.add_flag("-0,--null", endWithNul_,
+                       "With --format names or providers: end each with a zero byte instead of a "
+                       "line feed, and write it byte by byte");
+}
+
+void List::WriteWords(const std::vector<std::string>& words, Output& output) const {
+    for (const std::string& word : words)
+        output.Write(endWithNul_ ? word + '\0' : Visible(word) + "\n");
+}
+
+void List::Write(const Source& source, VELDyadCtxCollector& collector,
+                 const VELDyadCtxFileCheck* check, Output& output) const {
+    SelectView(collector, view_, output);
+    const std::vector<Row> rows =
+        RowsOf(collector, format_ == "json" ? check : nullptr, all_ ? check : nullptr);
+    if (format_ == "json")
+        output.WriteJson(DocumentOf(source, collector, rows, all_));
+    else if (format_ == "names")
+        WriteWords(NamesOf(rows), output);
+    else if (format_ == "providers")
+        WriteWords(ProvidersOf(rows), output);
+    else
+        WriteTable(rows, all_, output);
+    if (rows.empty())
+        output.Note("there is no context in this view");
+    if (check != nullptr)
+        NoteLeftOut(*check, output);
+}
+
+ExitStatus List::ListFaulty(const Source& source, Output& output) const {
+    if (!all_ || source.status != ExitStatus::NotLoadable)
+        FailWith(source, output);
+    VELDyadCtxFileCheck check;
+    RunCheck(check, source);
+    for (int i = 1; i <= check.GetNbFindings(); ++i) {
+        if (IsSyntaxError(check.GetFindingAt(i)))
+            FailWith(source, output);
+    }
+    Write(source, *check.GetCollector(), &check, output);
+    output.Error(Visible(source.file) + " cannot be loaded; the list shows what could be read");
+    return ExitStatus::NotLoadable;
 }
 
 ExitStatus List::Run(Output& output) {
-    const Source source = LoadSourceOrFail(file_, output);
-    const ContextPlaces places = format_ == "json" ? PlacesOfContexts(source) : ContextPlaces();
-    SelectView(*source.collector, view_, output);
-    const std::vector<ContextFacts> contexts = FactsOfView(*source.collector, places);
-    if (format_ == "json") {
-        output.WriteJson(DocumentOf(source, contexts));
-    } else if (format_ == "names") {
-        for (const ContextFacts& context : contexts)
-            output.Write(Visible(context.name) + "\n");
-    } else {
-        WriteTable(contexts, output);
-    }
-    if (contexts.empty())
-        output.Note("there is no context in this view");
+    const bool isWords = format_ == "names" || format_ == "providers";
+    if (endWithNul_ && !isWords)
+        throw Failure(ExitStatus::Usage, "-0 goes with --format names or --format providers");
+    const bool mayLeaveOut = !IsDbContextEnvironmentOn() && !output.IsQuiet();
+    const bool needsCheck = all_ || format_ == "json" || mayLeaveOut;
+    const Source source = LoadSource(file_, needsCheck ? Reading::WithPlaces : Reading::Contexts);
+    if (source.collector == nullptr)
+        return ListFaulty(source, output);
+    Write(source, *source.collector, source.check.get(), output);
     return ExitStatus::Done;
 }
 

@@ -54,6 +54,21 @@ std::string InColor(Paint paint, const std::string& text) {
     return paint == Paint::None || text.empty() ? text : StartOf(paint) + text + "\x1b[0m";
 }
 
+// The library's own message is told word by word.
+void Mask(Json& json, std::string_view key = {}) {
+    if (json.is_string() && key != "message") {
+        const std::string& text = json.get_ref<const std::string&>();
+        if (text.find("//") != std::string::npos)
+            json = Masked(text);
+    } else if (json.is_object()) {
+        for (auto& [name, value] : json.items())
+            Mask(value, name);
+    } else if (json.is_array()) {
+        for (Json& value : json)
+            Mask(value);
+    }
+}
+
 void WriteRemark(const std::string& text) {
     std::fwrite(text.data(), 1, text.size(), stderr);
 }
@@ -74,7 +89,8 @@ void Output::Write(std::string_view text) {
         NoteFailure();
 }
 
-void Output::WriteJson(const Json& document) {
+void Output::WriteJson(Json document) {
+    Mask(document);
     // A file name may hold bytes that are no text; JSON may not.
     Write(document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
 }

@@ -3,7 +3,7 @@
 
 #include "tools/dyadctx/ExitStatus.h"
 
-#include <nlohmann/json_fwd.hpp>
+#include <nlohmann/json.hpp>
 
 #include <cstdio>
 #include <string>
@@ -26,8 +26,8 @@ public:
 
     // A piece of the answer, as it stands.
     void Write(std::string_view text);
-    // A document as the whole answer.
-    void WriteJson(const Json& document);
+    // A document as the whole answer, with passwords in URLs masked.
+    void WriteJson(Json document);
 
     // What a person may want to know beside the answer; left out when the user wants quiet.
     void Note(const std::string& text);

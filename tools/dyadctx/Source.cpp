@@ -8,7 +8,10 @@
 #include "tools/dyadctx/SystemServices.h"
 
 #include <algorithm>
+#include <new>
+#include <system_error>
 #include <unordered_set>
+#include <utility>
 
 namespace dyadctx::tool {
 
@@ -16,6 +19,11 @@ namespace {
 
 constexpr const char* ChannelVariable = "ExchangeChannel";
 constexpr const char* OutputVariable = "VELDyadCtxOut";
+
+std::string& StandardInputName() {
+    static std::string name = StandardInput;
+    return name;
+}
 
 std::unique_ptr<VELDyadCtxCollector> ReadFile(const std::string& file, VELUnicodeString& message) {
     SetEnvironment(ChannelVariable, WithFolder(file));
@@ -28,49 +36,102 @@ bool LoadsByItself(const std::string& file) {
     return ReadFile(file, message) != nullptr;
 }
 
+bool IsOutputNamed() {
+    const char* target = VELGetEnv(OutputVariable);
+    return target != nullptr && *target != '\0';
+}
+
 // A failed write of VELDyadCtxOut leaves neither collector nor message, as a few failed readings
 // do: they differ in that the file can be read.
-ExitStatus StatusOfFailure(const Source& source, bool named) {
+ExitStatus StatusOfFailure(const Source& source) {
     if (std::any_of(source.findings.begin(), source.findings.end(), IsAboutFileChoice))
         return ExitStatus::NoFile;
-    const char* target = VELGetEnv(OutputVariable);
-    const bool writes = !named && target != nullptr && *target != '\0';
+    const bool writes = !source.isNamed && IsOutputNamed();
     if (writes && source.findings.empty() && LoadsByItself(source.file))
         return ExitStatus::NotWritten;
     return ExitStatus::NotLoadable;
 }
 
-Source LoadNamed(const std::string& file) {
+Source NamedSource(const std::string& file) {
     Source source;
     source.file = file;
     source.path = WithFolder(file);
-    FindingRecorder recorder;
-    VELUnicodeString message;
-    source.collector = ReadFile(file, message);
-    source.message = message.AsView();
-    source.findings = recorder.Findings();
+    source.isNamed = true;
     return source;
 }
 
-Source LoadChosen() {
+Source ChosenSource() {
+    VELDyadCtxFileChoice choice;
+    MakeChoice(choice);
     Source source;
+    unsigned char isDefault = 0;
+    source.file = choice.GetFile(isDefault).AsView();
+    source.isDefault = isDefault != 0;
+    source.path = source.file;
+    return source;
+}
+
+// By the factory for a named file, or by the one that chooses.
+void Load(Source& source) {
     FindingRecorder recorder;
     VELUnicodeString message;
-    source.collector.reset(VELDyadCtxCollector::CreateCollector(message));
+    if (source.isNamed)
+        source.made = ReadFile(source.file, message);
+    else
+        source.made.reset(VELDyadCtxCollector::CreateCollector(message));
+    source.collector = source.made.get();
     source.message = message.AsView();
     source.findings = recorder.Findings();
-    if (source.collector) {
-        unsigned char isDefault = 0;
-        source.file = source.collector->GetXMLFile(isDefault).AsView();
-        source.isDefault = isDefault != 0;
-    } else {
-        VELDyadCtxFileChoice choice;
-        MakeChoice(choice);
-        unsigned char isDefault = 0;
-        source.file = choice.GetFile(isDefault).AsView();
-        source.isDefault = isDefault != 0;
+    if (source.collector == nullptr)
+        source.status = StatusOfFailure(source);
+}
+
+// The contexts come from the check unless a factory would refuse them.
+bool TakeFrom(std::unique_ptr<VELDyadCtxFileCheck>& check, Source& source) {
+    if (check->GetNbFindings(Severity::Error) > 0)
+        return false;
+    source.check = std::move(check);
+    source.collector = source.check->GetCollector();
+    source.made.reset();
+    return true;
+}
+
+// False, and the source as before, for what a factory refuses.
+bool LoadWithPlaces(Source& source) {
+    auto check = std::make_unique<VELDyadCtxFileCheck>();
+    RunCheck(*check, source);
+    return TakeFrom(check, source);
+}
+
+std::string TextOfStandardInput() {
+    static bool isRead = false;
+    if (std::exchange(isRead, true))
+        throw Failure(ExitStatus::Usage, "standard input can be read only once");
+    try {
+        return ReadStandardInput();
+    } catch (const std::system_error& error) {
+        throw Failure(ExitStatus::NoFile,
+                      std::string("standard input cannot be read: ") + error.what());
     }
+}
+
+// Nothing but a check can read a text. Its findings have their places already.
+Source LoadStandardInput() {
+    Source source;
+    source.file = StandardInputName();
     source.path = source.file;
+    source.isNamed = true;
+    source.text = VELUnicodeString(TextOfStandardInput());
+    auto check = std::make_unique<VELDyadCtxFileCheck>();
+    RunCheck(*check, source);
+    if (TakeFrom(check, source))
+        return source;
+    VELUnicodeString message;
+    if (check->GetFactoryMessage(message) < 0)
+        throw std::bad_alloc();
+    source.message = message.AsView();
+    source.findings = ErrorsOf(*check);
+    source.status = ExitStatus::NotLoadable;
     return source;
 }
 
@@ -81,8 +142,26 @@ std::string Subject(const Source& source) {
 std::string Advice(const Source& source) {
     if (source.file.empty())
         return "no context file could be chosen; name one, or see `dyadctx which`";
-    const std::string reason = ReasonAgainst(WithFolder(source.file));
+    const std::string reason = ReasonAgainst(source.path);
     return Visible(source.file) + " cannot be read" + (reason.empty() ? "" : ": " + reason);
+}
+
+// As a shell takes it.
+std::string AsWord(const std::string& file) {
+    constexpr std::string_view plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
+                                       "0123456789/._-+,:@%\\";
+    if (file.find_first_not_of(plain) == std::string::npos)
+        return file;
+    std::string word = "'";
+    for (const char one : file)
+        word += one == '\'' ? std::string("'\\''") : std::string(1, one);
+    return Visible(word + "'");
+}
+
+std::string CheckCommand(const Source& source) {
+    const std::string file = source.text ? StandardInput : source.isNamed ? source.file : "";
+    return std::string("`dyadctx check") + (IsDbContextEnvironmentOn() ? " --db-context" : "") +
+           (file.empty() ? "" : " " + AsWord(file)) + "`";
 }
 
 std::string FailureText(const Source& source) {
@@ -93,7 +172,8 @@ std::string FailureText(const Source& source) {
         return ReasonOfSilentFailure(source);
     default:
         return Subject(source) + " cannot be loaded" +
-               (source.findings.empty() ? ": " + ReasonOfSilentFailure(source) : "");
+               (source.findings.empty() ? ": " + ReasonOfSilentFailure(source) : "") + "; see " +
+               CheckCommand(source);
     }
 }
 
@@ -104,7 +184,7 @@ std::vector<Finding> WithPlaces(const Source& source) {
         unplaced.insert(IdentityOf(finding));
     std::vector<Finding> findings;
     if (!source.path.empty())
-        findings = DiagnoseFile(source.path, {});
+        findings = Diagnose(source, {});
     std::erase_if(findings,
                   [&](const Finding& one) { return unplaced.erase(IdentityOf(one)) == 0; });
     for (const Finding& finding : source.findings) {
@@ -120,18 +200,36 @@ std::string WithFolder(const std::string& file) {
     return file.find_first_of("/\\") == std::string::npos ? "./" + file : file;
 }
 
-Source LoadSource(const std::optional<std::string>& file) {
+void SetStandardInputName(const std::string& name) {
+    StandardInputName() = name;
+}
+
+void RunCheck(VELDyadCtxFileCheck& check, const Source& source) {
+    const VELUnicodeString path(source.path);
+    const VELResult result = source.text ? check.Run(path, *source.text) : check.Run(path);
+    if (result < 0)
+        throw std::bad_alloc();
+}
+
+Source LoadSource(const std::optional<std::string>& file, Reading reading) {
     if (file && file->empty())
         throw Failure(ExitStatus::NoFile, "the name of the file is empty");
-    Source source = file ? LoadNamed(*file) : LoadChosen();
-    if (!source.collector)
-        source.status = StatusOfFailure(source, file.has_value());
+    if (file == StandardInput)
+        return LoadStandardInput();
+    Source source = file ? NamedSource(*file) : ChosenSource();
+    // The file that VELDyadCtxOut names is written by the factory that chooses.
+    const bool isToBeWritten = !source.isNamed && IsOutputNamed();
+    if (reading == Reading::WithPlaces && !isToBeWritten && LoadWithPlaces(source))
+        return source;
+    Load(source);
+    if (reading == Reading::WithPlaces && source.collector != nullptr)
+        LoadWithPlaces(source);
     return source;
 }
 
-Source LoadSourceOrFail(const std::optional<std::string>& file, Output& output) {
-    Source source = LoadSource(file);
-    if (!source.collector)
+Source LoadSourceOrFail(const std::optional<std::string>& file, Output& output, Reading reading) {
+    Source source = LoadSource(file, reading);
+    if (source.collector == nullptr)
         FailWith(source, output);
     return source;
 }

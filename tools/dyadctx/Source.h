@@ -1,6 +1,7 @@
 // The contexts a command works on.
 #pragma once
 
+#include "check/VELDyadCtxFileCheck.h"
 #include "collector/VELDyadCtxCollector.h"
 #include "tools/dyadctx/ExitStatus.h"
 #include "tools/dyadctx/FindingRecorder.h"
@@ -13,14 +14,29 @@
 
 namespace dyadctx::tool {
 
+// As FILE on the command line: what comes on standard input.
+inline constexpr const char* StandardInput = "-";
+
+enum class Reading {
+    Contexts,  // what a factory of the library makes of the file
+    WithPlaces // the same by a check of the file, which knows where everything is
+};
+
 struct Source {
-    // Null when the file could not be loaded.
-    std::unique_ptr<VELDyadCtxCollector> collector;
+    // Null when the file could not be loaded; owned by `made` or `check`.
+    VELDyadCtxCollector* collector = nullptr;
+    std::unique_ptr<VELDyadCtxCollector> made;
+    // The check that gave the collector; null when a factory did.
+    std::unique_ptr<VELDyadCtxFileCheck> check;
     // The file as the user wrote it, or as the library chose it; empty when there is none.
     std::string file;
     // The same as the library was given it.
     std::string path;
+    // What came on standard input, instead of a file.
+    std::optional<VELUnicodeString> text;
     bool isDefault = false;
+    // Whether the user named the file.
+    bool isNamed = false;
     // What the factory answered, word by word.
     std::string message;
     std::vector<Finding> findings;
@@ -28,15 +44,23 @@ struct Source {
     ExitStatus status = ExitStatus::Done;
 };
 
-// Loads that file; without one, the file CreateCollector chooses.
-Source LoadSource(const std::optional<std::string>& file);
+// The name of standard input in findings; "-" until set.
+void SetStandardInputName(const std::string& name);
+
+// Loads that file; without one, the file CreateCollector chooses. Standard input is read once in a
+// run, and always with places. Of a file that cannot be loaded there are no places.
+Source LoadSource(const std::optional<std::string>& file, Reading reading = Reading::Contexts);
 
 // The same for a command that has no answer without contexts: tells the findings on standard error
 // and throws a Failure.
-Source LoadSourceOrFail(const std::optional<std::string>& file, Output& output);
+Source LoadSourceOrFail(const std::optional<std::string>& file, Output& output,
+                        Reading reading = Reading::Contexts);
 
 // What the latter does with a source that failed.
 [[noreturn]] void FailWith(const Source& source, Output& output);
+
+// Checks what the source was loaded from. Throws std::bad_alloc.
+void RunCheck(VELDyadCtxFileCheck& check, const Source& source);
 
 // The path that names the same file and has a folder, as the library wants it.
 std::string WithFolder(const std::string& file);

@@ -18,6 +18,9 @@ std::vector<std::string> EnvironmentNames();
 // now on goes to standard error. To be called once.
 std::FILE* TakeStandardOutput();
 
+// All that comes on standard input, byte by byte. Throws std::system_error when it cannot be read.
+std::string ReadStandardInput();
+
 bool IsTerminal(std::FILE* stream);
 
 // A path as the library reads it, in which both separators separate.

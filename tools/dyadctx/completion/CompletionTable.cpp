@@ -19,12 +19,13 @@ struct NamedOffer {
 
 // By the name that a value has in the help.
 constexpr std::array NamedOffers{
-    NamedOffer{"FILE", "files"},
+    NamedOffer{"FILE", "contextfiles"},
     NamedOffer{"OUT", "files"},
-    NamedOffer{"A", "files"},
-    NamedOffer{"B", "files"},
-    NamedOffer{"VALUE", "files"},
+    NamedOffer{"A", "contextfiles"},
+    NamedOffer{"B", "contextfiles"},
+    NamedOffer{"VALUE", "contextfiles"},
     NamedOffer{"NAME", "contexts"},
+    NamedOffer{"PROVIDER", "providers"},
     NamedOffer{"TAG", "words en fr de ja"},
 };
 

@@ -9,8 +9,8 @@
 namespace dyadctx::tool {
 
 // What is offered for a value, in the terms of the completion scripts: "words" with the words
-// behind it, "files", "contexts" (names from the file on the line), "any" for a text that nobody
-// can guess. Empty behind a switch.
+// after it, "files", "contextfiles" (folders and what ends in .xml), "contexts" and "providers"
+// (names from the file on the line), "any" for a text that nobody can guess. Empty after a switch.
 using Offer = std::string;
 
 struct OfferedOption {

@@ -95,7 +95,8 @@ bool IsSyntaxError(const Finding& finding) {
 void GraphCommand::Declare(CLI::App& arguments) {
     DeclareFile(arguments, file_);
     arguments.get_option("FILE")->description(
-        "The context file; without it, the one that `dyadctx which` tells. A file with errors is "
+        "The context file, - for standard input; without it, the one that `dyadctx which` tells. A "
+        "file with errors is "
         "drawn as far as it can be read, with its errors marked; the exit status is then 4");
     arguments
         .add_option("-o,--output", target_, "The file to write; - or nothing: standard output")
@@ -211,8 +212,9 @@ void GraphCommand::Draw(Graph graph, const std::string& file, Output& output) co
 // A picture may show best what is wrong, so a file with errors is drawn as far as it can be read.
 ExitStatus GraphCommand::DrawFaulty(const Source& source, Output& output) const {
     VELDyadCtxFileCheck check;
-    if (source.status != ExitStatus::NotLoadable || check.Run(VELUnicodeString(source.path)) < 0)
+    if (source.status != ExitStatus::NotLoadable)
         FailWith(source, output);
+    RunCheck(check, source);
     const std::vector<Finding> errors = ErrorsOf(check);
     if (std::any_of(errors.begin(), errors.end(), IsSyntaxError))
         FailWith(source, output);

@@ -8,8 +8,7 @@
 
 namespace dyadctx::tool {
 
-// Gives each error of the check to the context it is about: among those of its name to each in
-// whose element the error, or the place it refers to, stands. `declared` are the contexts the graph
+// Gives each error of the check to the contexts it is about. `declared` are the contexts the graph
 // was made of, all from the collector of the check.
 void MarkFaults(Graph& graph, const std::vector<VELDyadContext*>& declared,
                 const VELDyadCtxFileCheck& check);

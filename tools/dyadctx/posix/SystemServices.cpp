@@ -1,6 +1,7 @@
 #include "tools/dyadctx/SystemServices.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
@@ -46,6 +47,20 @@ std::FILE* TakeStandardOutput() {
     }
     dup2(STDERR_FILENO, STDOUT_FILENO);
     return stream;
+}
+
+std::string ReadStandardInput() {
+    std::string text;
+    std::array<char, 65536> buffer;
+    for (;;) {
+        const ssize_t got = read(STDIN_FILENO, buffer.data(), buffer.size());
+        if (got < 0 && errno != EINTR)
+            ThrowSystemError();
+        if (got == 0)
+            return text;
+        if (got > 0)
+            text.append(buffer.data(), static_cast<std::size_t>(got));
+    }
 }
 
 bool IsTerminal(std::FILE* stream) {

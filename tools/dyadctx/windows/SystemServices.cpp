@@ -1,6 +1,8 @@
 #include "tools/dyadctx/SystemServices.h"
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
 #include <memory>
 #include <string_view>
 #include <system_error>
@@ -62,6 +64,21 @@ std::FILE* TakeStandardOutput() {
         return stdout;
     _dup2(2, 1);
     return stream;
+}
+
+std::string ReadStandardInput() {
+    // Otherwise line ends are changed, and a control character ends the text.
+    _setmode(0, _O_BINARY);
+    std::string text;
+    std::array<char, 65536> buffer;
+    for (;;) {
+        const int got = _read(0, buffer.data(), static_cast<unsigned int>(buffer.size()));
+        if (got < 0)
+            throw std::system_error(errno, std::generic_category());
+        if (got == 0)
+            return text;
+        text.append(buffer.data(), static_cast<std::size_t>(got));
+    }
 }
 
 bool IsTerminal(std::FILE* stream) {

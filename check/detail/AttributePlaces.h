@@ -1,0 +1,45 @@
+// Where the attributes of contexts are written.
+#pragma once
+
+#include "check/detail/ContextPlaces.h"
+#include "check/detail/SourceReader.h"
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace dyadctx {
+
+class AttributePlaces {
+public:
+    struct Entry {
+        // Of the names below.
+        std::size_t name;
+        VELPlace place;
+    };
+
+    // `elements` are in characters. One pass through the text. Throws std::bad_alloc.
+    AttributePlaces(std::vector<ContextPlaces::Entry> elements, SourceReader& reader);
+
+    // In the order of the text; nothing for a context without an element.
+    std::span<const Entry> Find(const VELDyadContext* context) const noexcept;
+    const std::string& NameOf(const Entry& entry) const noexcept { return names_[entry.name]; }
+
+private:
+    struct Range {
+        std::size_t first;
+        std::size_t count;
+    };
+
+    void ReadElement(SourceReader& reader);
+    std::size_t PositionOf(const std::string& name);
+
+    std::vector<Entry> entries_;
+    std::unordered_map<const VELDyadContext*, Range> ranges_;
+    // A file has few different ones.
+    std::vector<std::string> names_;
+};
+
+} // namespace dyadctx
