@@ -1,10 +1,7 @@
 #include "tools/dyadctx/explain/ExplanationPages.h"
+#include "tools/dyadctx/help/Roff.h"
 
-#include <algorithm>
-#include <array>
 #include <sstream>
-#include <string_view>
-#include <utility>
 
 namespace dyadctx::tool {
 
@@ -38,48 +35,21 @@ constexpr const char* Tail = ".SH SEE ALSO\n"
                              ".BR dyadctx (1),\n"
                              ".BR dyadctx-context (5)\n";
 
-// Letters that the formatter would take for its own, and what prints as they are.
-constexpr std::array<std::pair<char, std::string_view>, 7> Escapes{{{'\\', "\\e"},
-                                                                    {'-', "\\-"},
-                                                                    {'"', "\\(dq"},
-                                                                    {'\'', "\\(aq"},
-                                                                    {'`', "\\(ga"},
-                                                                    {'^', "\\(ha"},
-                                                                    {'~', "\\(ti"}}};
-
-std::string Escaped(std::string_view text) {
-    std::string escaped;
-    for (const char letter : text) {
-        const auto* found = std::find_if(Escapes.begin(), Escapes.end(),
-                                         [letter](const auto& one) { return one.first == letter; });
-        if (found != Escapes.end())
-            escaped += found->second;
-        else
-            escaped += letter;
-    }
-    return escaped;
-}
-
-// A line is no request of the formatter, however it begins.
-std::string Line(const std::string& text) {
-    return (text.starts_with('.') ? "\\&" : "") + text + "\n";
-}
-
 // Code, which stands in backquotes, becomes bold.
 std::string Prose(const std::string& paragraph) {
     std::istringstream pieces(paragraph);
     std::string text;
     bool isCode = false;
     for (std::string piece; std::getline(pieces, piece, '`'); isCode = !isCode)
-        text += isCode ? "\\fB" + Escaped(piece) + "\\fR" : Escaped(piece);
-    return Line(text);
+        text += isCode ? "\\fB" + RoffEscaped(piece) + "\\fR" : RoffEscaped(piece);
+    return RoffLine(text);
 }
 
 std::string Code(const std::string& text) {
     std::istringstream lines(text);
     std::string code = ".PP\n.RS 4\n.nf\n";
     for (std::string line; std::getline(lines, line);)
-        code += Line(Escaped(line));
+        code += RoffLine(RoffEscaped(line));
     return code + ".fi\n.RE\n";
 }
 
@@ -99,15 +69,15 @@ std::string Section(const char* heading, const Paragraphs& paragraphs) {
 }
 
 std::string ExampleText(const ExplanationExample& example) {
-    std::string text = ".PP\n.I " + Escaped(example.Caption()) + "\n";
+    std::string text = ".PP\n.I " + RoffEscaped(example.Caption()) + "\n";
     if (!example.remark.empty())
         text += ".br\n" + Prose(example.remark);
     return text + Code(example.text);
 }
 
 std::string Entry(const Explanation& explanation) {
-    std::string text = ".SS " + Escaped(explanation.key) + " (" + explanation.Kind() + ")\n";
-    text += Line(Escaped(explanation.Message())) + Parameters(explanation);
+    std::string text = ".SS " + RoffEscaped(explanation.key) + " (" + explanation.Kind() + ")\n";
+    text += RoffLine(RoffEscaped(explanation.Message())) + Parameters(explanation);
     text += Section("Meaning", explanation.meaning) + Section("What to do", explanation.advice);
     for (const ExplanationExample& example : explanation.examples)
         text += ExampleText(example);

@@ -2,6 +2,7 @@
 // it.
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/help/HelpText.h"
+#include "tools/dyadctx/help/Roff.h"
 
 #include <CLI/CLI.hpp>
 
@@ -30,30 +31,14 @@ private:
     std::string frame_;
 };
 
-// Text in which the formatter takes nothing for a request, an escape or a hyphen.
+// Text within a line, which may begin it.
 std::string Plain(const std::string& text) {
-    std::string plain;
-    if (text.starts_with('.') || text.starts_with('\''))
-        plain = "\\&";
-    for (const char one : text) {
-        if (one == '\\')
-            plain += "\\e";
-        else if (one == '-')
-            plain += "\\-";
-        else if (one == '`')
-            plain += "\\(ga";
-        else
-            plain += one;
-    }
-    return plain;
+    return (text.starts_with('.') ? "\\&" : "") + RoffEscaped(text);
 }
 
 // The same as one argument of a macro.
 std::string Word(const std::string& text) {
-    std::string word;
-    for (const char one : Plain(text))
-        word += one == '"' ? std::string("\\(dq") : std::string(1, one);
-    return '"' + word + '"';
+    return '"' + Plain(text) + '"';
 }
 
 // Each sentence begins a line, as the formatter wants it. "e.g. x" does not occur.
