@@ -22,6 +22,9 @@ OWN_HEADERS = {"collector/detail/CollectorInternals.h"}
 # Programs round the library and what of its private headers they may include.
 PROGRAMS = {"tools": False, "examples": False, "bench": True, "fuzz": True, "tests": True}
 
+# Folders of programs that include from themselves alone.
+CLOSED = ("tools/dyadctx/layout/",)
+
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 SYSTEM_SWITCH = re.compile(r"\b(_WIN32|_WIN64|__linux__|__unix__|__APPLE__)\b")
 ENVIRONMENT = re.compile(r"\b(getenv|secure_getenv|setenv|putenv|_wgetenv|environ)\b")
@@ -46,6 +49,9 @@ def include_breach(path, module, quoted, header):
             return f"third-party header <{header}> outside platform/"
         return None
     folder = header.split("/")[0]
+    for closed in CLOSED:
+        if path.as_posix().startswith(closed) and not header.startswith(closed):
+            return f'{closed} may not include "{header}"'
     if module in MODULES:
         if folder not in MODULES:
             return f'"{header}" is not written from the root'

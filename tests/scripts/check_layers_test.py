@@ -51,6 +51,9 @@ class CheckLayers(unittest.TestCase):
                                 "system header <windows.h> outside a posix/ or windows/ folder"),
             "tests/xml/A.cpp": ("#include <unistd.h>",
                                 "system header <unistd.h> outside a posix/ or windows/ folder"),
+            "tools/dyadctx/layout/A.cpp": ('#include "tools/dyadctx/graph/GraphModel.h"',
+                                           "tools/dyadctx/layout/ may not include "
+                                           '"tools/dyadctx/graph/GraphModel.h"'),
             "tools/dyadctx/A.cpp": ('#include "collector/detail/CollectorIndex.h"',
                                     "tools/ may not include the private "
                                     '"collector/detail/CollectorIndex.h"'),

@@ -1,5 +1,5 @@
 // The layered layout: what holds for every picture, whatever the graph.
-#include "tools/dyadctx/graph/LayeredLayout.h"
+#include "tools/dyadctx/layout/LayeredLayout.h"
 
 #include <gtest/gtest.h>
 

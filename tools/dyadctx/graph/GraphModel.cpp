@@ -1,6 +1,6 @@
 #include "tools/dyadctx/graph/GraphModel.h"
 
-#include "tools/dyadctx/graph/StrongComponents.h"
+#include "tools/dyadctx/layout/StrongComponents.h"
 
 #include <algorithm>
 #include <set>

@@ -1,6 +1,6 @@
 #include "tools/dyadctx/graph/SvgLegend.h"
 
-#include "tools/dyadctx/graph/LayeredLayout.h"
+#include "tools/dyadctx/layout/LayeredLayout.h"
 #include "tools/dyadctx/graph/PictureStyle.h"
 #include "tools/dyadctx/graph/PictureText.h"
 #include "tools/dyadctx/graph/SvgShapes.h"

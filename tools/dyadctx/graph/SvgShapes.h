@@ -2,7 +2,7 @@
 #pragma once
 
 #include "tools/dyadctx/graph/GraphModel.h"
-#include "tools/dyadctx/graph/LayeredLayout.h"
+#include "tools/dyadctx/layout/LayeredLayout.h"
 
 #include <string>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "tools/dyadctx/graph/LayerRows.h"
+#include "tools/dyadctx/layout/LayerRows.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,5 +1,5 @@
 // The order of boxes and bends within their rows: barycentre sweeps, then swaps of neighbours.
-#include "tools/dyadctx/graph/LayerRows.h"
+#include "tools/dyadctx/layout/LayerRows.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "tools/dyadctx/graph/LayerAssignment.h"
+#include "tools/dyadctx/layout/LayerAssignment.h"
 
 #include <algorithm>
 #include <cstddef>

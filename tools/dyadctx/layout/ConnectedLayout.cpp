@@ -1,7 +1,7 @@
-#include "tools/dyadctx/graph/ConnectedLayout.h"
+#include "tools/dyadctx/layout/ConnectedLayout.h"
 
-#include "tools/dyadctx/graph/LayerAssignment.h"
-#include "tools/dyadctx/graph/LayerRows.h"
+#include "tools/dyadctx/layout/LayerAssignment.h"
+#include "tools/dyadctx/layout/LayerRows.h"
 
 #include <algorithm>
 #include <cmath>

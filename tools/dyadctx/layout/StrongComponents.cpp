@@ -1,4 +1,4 @@
-#include "tools/dyadctx/graph/StrongComponents.h"
+#include "tools/dyadctx/layout/StrongComponents.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -4,7 +4,7 @@
 // arcs in a grid below them. The same input always gives the same picture.
 #pragma once
 
-#include "tools/dyadctx/graph/StrongComponents.h"
+#include "tools/dyadctx/layout/StrongComponents.h"
 
 #include <vector>
 

@@ -2,7 +2,7 @@
 // order, and where.
 #pragma once
 
-#include "tools/dyadctx/graph/LayeredLayout.h"
+#include "tools/dyadctx/layout/LayeredLayout.h"
 
 #include <vector>
 

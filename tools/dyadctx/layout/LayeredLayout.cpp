@@ -1,6 +1,6 @@
-#include "tools/dyadctx/graph/LayeredLayout.h"
+#include "tools/dyadctx/layout/LayeredLayout.h"
 
-#include "tools/dyadctx/graph/ConnectedLayout.h"
+#include "tools/dyadctx/layout/ConnectedLayout.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // The layered picture of boxes that hang together.
 #pragma once
 
-#include "tools/dyadctx/graph/LayeredLayout.h"
+#include "tools/dyadctx/layout/LayeredLayout.h"
 
 namespace dyadctx::tool {
 
