@@ -187,16 +187,18 @@ TEST(FileCheck, AnUnknownFriendStaysAPlaceholderWithAPlace) {
 }
 
 TEST(FileCheck, TellsWhereEachAttributeIsWritten) {
-    const auto check =
-        CheckText("<DyAdDescription><CtxData>\n"
-                  "<Context Name='B' Parameter='\xC3\x84\xC3\x96' ParameterType='Path'\r\n"
-                  "  Colour='red'><CtxFriends><Context Name='A'/></CtxFriends></Context>"
-                  "<Context ParameterType='Path' Parameter='>' Name='A'/>\n"
-                  "</CtxData></DyAdDescription>");
+    VELDyadCtxFileCheck check;
+    const VELUnicodeString text(
+        "<DyAdDescription><CtxData>\n"
+        "<Context Name='B' Parameter='\xC3\x84\xC3\x96' ParameterType='Path'\r\n"
+        "  Colour='red'><CtxFriends><Context Name='A'/></CtxFriends></Context>"
+        "<Context ParameterType='Path' Parameter='>' Name='A'/>\n"
+        "</CtxData></DyAdDescription>");
+    ASSERT_EQ(check.Run("text.xml", text), S_OK);
     const auto attributesOf = [&](const VELDyadContext* context) {
         VELListValVELUnicodeString names;
         VELListVal<VELPlace> places;
-        EXPECT_EQ(check->GetAttributePlaces(context, names, places), S_OK);
+        EXPECT_EQ(check.GetAttributePlaces(context, names, places), S_OK);
         EXPECT_EQ(names.Size(), places.Size());
         Lines lines;
         for (int i = 1; i <= names.Size(); ++i)
@@ -206,9 +208,9 @@ TEST(FileCheck, TellsWhereEachAttributeIsWritten) {
     };
     VELDyadContext* first = nullptr;
     VELDyadContext* second = nullptr;
-    ASSERT_EQ(check->GetCollector()->GetCtxAtIndex(1, first), S_OK);
-    ASSERT_EQ(check->GetCollector()->GetCtxAtIndex(2, second), S_OK);
-    EXPECT_EQ(attributesOf(second), Lines({"ParameterType 3:77", "Parameter 3:98", "Name 3:112"}));
+    ASSERT_EQ(check.GetCollector()->GetCtxAtIndex(1, first), S_OK);
+    ASSERT_EQ(check.GetCollector()->GetCtxAtIndex(2, second), S_OK);
+    EXPECT_EQ(attributesOf(second), Lines({"ParameterType 3:79", "Parameter 3:100", "Name 3:114"}));
     EXPECT_EQ(attributesOf(first),
               Lines({"Name 2:10", "Parameter 2:19", "ParameterType 2:34", "Colour 3:3"}));
 }

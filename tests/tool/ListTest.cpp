@@ -82,7 +82,11 @@ TEST_F(List, JsonHasAllOfEachContext) {
                         {"provider", nullptr},
                         {"sites", Json::array()},
                         {"line", 6},
-                        {"column", 5}};
+                        {"column", 5},
+                        {"attributes",
+                         {{"Name", {{"line", 6}, {"column", 14}}},
+                          {"Parameter", {{"line", 6}, {"column", 27}}},
+                          {"ParameterType", {{"line", 6}, {"column", 46}}}}}};
     EXPECT_EQ(document["contexts"][2], parts);
     EXPECT_EQ(document["contexts"][1]["friends"], Json({"Parts"}));
     const Json provider = {{"name", "KRL"},
@@ -186,7 +190,7 @@ TEST_F(List, SaysHowManyContextsItLeavesOut) {
     WriteContexts(
         "two.xml",
         path + base +
-            R"(<Context Name="W" Parameter="w" ParameterType="Database" ConnectorName="KRL"/>)");
+            R"(<Context Name="W" Parameter="w" ParameterType="Database" ConnectorName="HWB"/>)");
     const std::string table = "#  NAME  TYPE  PARAMETER\n1  A     Path  /a\n";
     ExpectEach({
         {"one",

@@ -214,9 +214,9 @@ TEST_F(Output, DiffSaysThatAPasswordDiffers) {
             {"diff", "old.xml", "new.xml"},
             1,
             "~ A: parameter \"//u:***@h\" -> \"//u:***@h\" (a password differs)\n"
-            "- scenario \"EX1\" of \"\", profile \"P\", option \"o\" = \"//u:***@h\" (a password "
+            "- scenario \"EX1\" of \"A\", profile \"P\", option \"o\" = \"//u:***@h\" (a password "
             "differs)\n"
-            "+ scenario \"EX1\" of \"\", profile \"P\", option \"o\" = \"//u:***@h\" (a password "
+            "+ scenario \"EX1\" of \"A\", profile \"P\", option \"o\" = \"//u:***@h\" (a password "
             "differs)\n",
             {},
             {}});

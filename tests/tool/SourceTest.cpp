@@ -178,7 +178,7 @@ TEST_F(Source, StandardInputIsReadWhereTheFileIsADash) {
     const std::string valid = "cat a.xml | \"$DYADCTX\" ";
     EXPECT_EQ(RunInShell(valid + "list - --format names").standardOutput, "A\n");
     EXPECT_EQ(RunInShell(valid + "check -").standardOutput,
-              "-:2:1: note: The file declares no default context, which is named \"DYADIC\". "
+              "-:2:18: note: The file declares no default context, which is named \"DYADIC\". "
               "[no-default-context]\n-: valid, 1 context\n1 file checked, valid, 1 note\n");
     EXPECT_EQ(RunInShell(valid + "show A - --field parameter").standardOutput, "/a\n");
     EXPECT_EQ(RunInShell(valid + "scenarios - -q").status, 0);

@@ -26,6 +26,7 @@ Json WithoutPlaces(Json contexts) {
     for (Json& context : contexts) {
         context.erase("line");
         context.erase("column");
+        context.erase("attributes");
     }
     return contexts;
 }

@@ -188,7 +188,7 @@ try() {
     def test_offers_folders_and_context_files(self):
         (self.folder / "notes.txt").touch()
         self.assertEqual(self.offered("dyadctx check "),
-                         ["bin/", "Design/", "my\\ files.xml", "site.xml"])
+                         ["Design/", "bin/", "my\\ files.xml", "site.xml"])
         self.assertEqual(self.offered("dyadctx diff site.xml s"), ["site.xml"])
         self.assertEqual(self.offered("dyadctx check ~/s"), ["~/site.xml"])
         self.assertEqual(self.offered("dyadctx check no"), [""])

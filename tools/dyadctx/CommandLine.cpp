@@ -88,7 +88,7 @@ void CommandLine::DeclareCommonOptions() {
         {"auto", "always", "never"})
         ->capture_default_str();
     app_.add_flag("--show-secrets", showSecrets_,
-                  "Show passwords in URLs (//user:password@host), which are *** otherwise");
+                  "Show the passwords in URLs, which are *** otherwise");
     app_.add_option("--stdin-name", standardInputName_,
                     "What findings call the file when FILE is - and it comes on standard input")
         ->type_name("TEXT");

@@ -184,7 +184,7 @@ bool IsSyntaxError(const VELDyadCtxFinding& finding) {
 std::vector<Example> List::Examples() const {
     return {{"dyadctx list site.xml --db-context", "A table of all contexts"},
             {"dyadctx list --format names", "The names alone, of the file in use"},
-            {"dyadctx list site.xml --all", "Also what is wrong with each context"}};
+            {"dyadctx list site.xml --db-context --all", "Also what is wrong with each context"}};
 }
 
 void List::Declare(CLI::App& arguments) {

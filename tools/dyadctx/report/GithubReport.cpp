@@ -1,4 +1,5 @@
 #include "tools/dyadctx/ContextFacts.h"
+#include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/report/Report.h"
 
 #include <string_view>
@@ -47,7 +48,7 @@ std::string CommandFor(const std::string& file, const Finding& finding) {
                       ",col=" + std::to_string(finding.place.column);
     properties += ",title=" + Escaped(finding.id.AsView(), true);
     return std::string("::") + CommandOf(finding.severity) + " " + properties.substr(1) +
-           "::" + Escaped(TextOf(finding), false) + "\n";
+           "::" + Escaped(Masked(TextOf(finding)), false) + "\n";
 }
 
 } // namespace
