@@ -136,10 +136,13 @@ VELResult VELDyadCtxFileCheck::GetPlace(const VELDyadContext* context, VELPlace&
 VELResult VELDyadCtxFileCheck::GetAttributePlaces(const VELDyadContext* context,
                                                   VELListValVELUnicodeString& names,
                                                   VELListVal<VELPlace>& places) const {
+    dyadctx::FileCheckRun* run = state_ != nullptr ? state_->run.get() : nullptr;
+    if (run == nullptr)
+        return E_FAIL;
     try {
-        if (run_ == nullptr || !run_->FindPlace(context))
+        if (!run->FindPlace(context))
             return E_FAIL;
-        const dyadctx::AttributePlaces& attributes = run_->FindAttributes();
+        const dyadctx::AttributePlaces& attributes = run->FindAttributes();
         VELListValVELUnicodeString foundNames;
         VELListVal<VELPlace> foundPlaces;
         for (const dyadctx::AttributePlaces::Entry& entry : attributes.Find(context)) {
