@@ -98,15 +98,15 @@ ExitStatus Write::Run(Output& output) {
     const Source source = LoadSourceOrFail(file_, output);
     VELDyadCtxCollector& collector = *source.collector;
     VELDyadCtxFileCheck check;
-    if (check.Run(VELUnicodeString(source.path)) < 0)
-        throw std::bad_alloc();
+    RunCheck(check, source);
     SelectView(collector, view_, output);
     const std::string text = ViewAsText(collector, target_);
-    const std::vector<Loss> losses = LossesOf(BytesOf(source.path), check, collector);
+    const std::vector<Loss> losses = LossesOf(
+        source.text ? std::string(source.text->AsView()) : BytesOf(source.path), check, collector);
     for (const Loss& loss : losses)
         output.Note("not written: " + loss.what + " (" + loss.why + ")");
     NoteFaultsOf(text, output);
-    if (!losses.empty() && !force_ && IsSameFile(source.path, target_))
+    if (!losses.empty() && !force_ && !source.text && IsSameFile(source.path, target_))
         throw Failure(ExitStatus::NotWritten,
                       Visible(target_) + " is the file that is read and would lose " +
                           Enumerated(losses) +
