@@ -106,12 +106,13 @@ TEST_F(Source, WithoutAFileTheLibraryAlsoWritesItsOutputFile) {
     EXPECT_EQ(Run({"list", "copy.xml", "--format", "names"}).standardOutput, "A\n");
 
     environment["VELDyadCtxOut"] = folder_.PathOf("no/such/copy.xml");
-    Expect({"impossible",
-            {"list"},
-            6,
-            "",
-            {"copy.xml, which VELDyadCtxOut names, could not be written"},
-            environment});
+    Expect(
+        {"impossible",
+         {"list"},
+         6,
+         "",
+         {"copy.xml, which VELDyadCtxOut names, could not be written: the folder does not exist"},
+         environment});
     Expect({"not with a file", {"list", "a.xml", "--format", "names"}, 0, "A\n", {}, environment});
 }
 

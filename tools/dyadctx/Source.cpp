@@ -2,6 +2,7 @@
 
 #include "platform/VELDbContextEnvironment.h"
 #include "platform/VELEnvironment.h"
+#include "platform/VELFileSystem.h"
 #include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/FileChoiceText.h"
@@ -31,25 +32,38 @@ std::unique_ptr<VELDyadCtxCollector> ReadFile(const std::string& file, VELUnicod
         VELDyadCtxCollector::CreateExchangeChannelCollector(message));
 }
 
-bool LoadsByItself(const std::string& file) {
-    VELUnicodeString message;
-    return ReadFile(file, message) != nullptr;
-}
-
 bool IsOutputNamed() {
     const char* target = VELGetEnv(OutputVariable);
     return target != nullptr && *target != '\0';
 }
 
+// Asks the system once more, as a factory does not pass its reason on.
+std::string ReasonNotWritten(VELDyadCtxCollector& collector) {
+    VELUnicodeString content;
+    if (collector.StreamText(content) < 0)
+        return "a context cannot be put into a file";
+    VELFileRefusal refusal;
+    if (VELReplaceFile(VELUnicodeString(VELGetEnv(OutputVariable)), content.AsView(), &refusal) >=
+        0)
+        return "it could be written at the second attempt";
+    return Visible(refusal.reason.AsView());
+}
+
 // A failed write of VELDyadCtxOut leaves neither collector nor message, as a few failed readings
 // do: they differ in that the file can be read.
-ExitStatus StatusOfFailure(const Source& source) {
-    if (std::any_of(source.findings.begin(), source.findings.end(), IsAboutFileChoice))
-        return ExitStatus::NoFile;
-    const bool writes = !source.isNamed && IsOutputNamed();
-    if (writes && source.findings.empty() && LoadsByItself(source.file))
-        return ExitStatus::NotWritten;
-    return ExitStatus::NotLoadable;
+void ClassifyFailure(Source& source) {
+    source.status = ExitStatus::NotLoadable;
+    if (std::any_of(source.findings.begin(), source.findings.end(), IsAboutFileChoice)) {
+        source.status = ExitStatus::NoFile;
+        return;
+    }
+    if (source.isNamed || !IsOutputNamed() || !source.findings.empty())
+        return;
+    VELUnicodeString message;
+    if (const auto collector = ReadFile(source.file, message)) {
+        source.status = ExitStatus::NotWritten;
+        source.whyNotWritten = ReasonNotWritten(*collector);
+    }
 }
 
 Source NamedSource(const std::string& file) {
@@ -83,7 +97,7 @@ void Load(Source& source) {
     source.message = message.AsView();
     source.findings = recorder.Findings();
     if (source.collector == nullptr)
-        source.status = StatusOfFailure(source);
+        ClassifyFailure(source);
 }
 
 // The contexts come from the check unless a factory would refuse them.
@@ -244,7 +258,7 @@ std::string ReasonOfSilentFailure(const Source& source) {
     if (source.status == ExitStatus::NotWritten) {
         const char* target = VELGetEnv(OutputVariable);
         return Visible(target != nullptr ? target : "") + ", which " + OutputVariable +
-               " names, could not be written";
+               " names, could not be written: " + source.whyNotWritten;
     }
     return "the library gives no reason; look for an Option without a name";
 }

@@ -42,6 +42,8 @@ struct Source {
     std::vector<Finding> findings;
     // Done, NoFile, NotLoadable or NotWritten.
     ExitStatus status = ExitStatus::Done;
+    // The reason that the system had against the file VELDyadCtxOut names; with NotWritten only.
+    std::string whyNotWritten;
 };
 
 // The name of standard input in findings; "-" until set.
