@@ -33,11 +33,12 @@ std::vector<Example> Completion::Examples() const {
 }
 
 void Completion::Declare(CLI::App& arguments) {
-    OneOf(arguments.add_option("SHELL", shell_,
-                               "The shell: bash, zsh, fish or powershell. An installed dyadctx "
-                               "brings the scripts of the first three with it. That of PowerShell is "
-                               "untested"),
-          KnownShells())
+    OneOf(
+        arguments.add_option("SHELL", shell_,
+                             "The shell: bash, zsh, fish or powershell. An installed dyadctx "
+                             "brings the scripts of the first three with it. That of PowerShell is "
+                             "untested"),
+        KnownShells())
         ->required();
 }
 

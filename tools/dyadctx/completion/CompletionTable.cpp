@@ -19,14 +19,10 @@ struct NamedOffer {
 
 // By the name that a value has in the help.
 constexpr std::array NamedOffers{
-    NamedOffer{"FILE", "contextfiles"},
-    NamedOffer{"OUT", "files"},
-    NamedOffer{"A", "contextfiles"},
-    NamedOffer{"B", "contextfiles"},
-    NamedOffer{"VALUE", "contextfiles"},
-    NamedOffer{"NAME", "contexts"},
-    NamedOffer{"PROVIDER", "providers"},
-    NamedOffer{"TAG", "words en fr de ja"},
+    NamedOffer{"FILE", "contextfiles"},  NamedOffer{"OUT", "files"},
+    NamedOffer{"A", "contextfiles"},     NamedOffer{"B", "contextfiles"},
+    NamedOffer{"VALUE", "contextfiles"}, NamedOffer{"NAME", "contexts"},
+    NamedOffer{"PROVIDER", "providers"}, NamedOffer{"TAG", "words en fr de ja"},
 };
 
 Offer OfferOfWords(const std::vector<std::string>& words) {

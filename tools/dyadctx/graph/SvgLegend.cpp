@@ -1,9 +1,9 @@
 #include "tools/dyadctx/graph/SvgLegend.h"
 
-#include "tools/dyadctx/layout/LayeredLayout.h"
 #include "tools/dyadctx/graph/PictureStyle.h"
 #include "tools/dyadctx/graph/PictureText.h"
 #include "tools/dyadctx/graph/SvgShapes.h"
+#include "tools/dyadctx/layout/LayeredLayout.h"
 
 namespace dyadctx::tool {
 

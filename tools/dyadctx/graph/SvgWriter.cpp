@@ -1,11 +1,11 @@
 #include "tools/dyadctx/graph/SvgWriter.h"
 
-#include "tools/dyadctx/layout/LayeredLayout.h"
 #include "tools/dyadctx/graph/PictureStyle.h"
 #include "tools/dyadctx/graph/PictureText.h"
 #include "tools/dyadctx/graph/SvgLegend.h"
 #include "tools/dyadctx/graph/SvgShapes.h"
 #include "tools/dyadctx/graph/SvgStyle.h"
+#include "tools/dyadctx/layout/LayeredLayout.h"
 
 #include <algorithm>
 
