@@ -67,8 +67,7 @@ bool IsUnknownName(const Fault& fault) {
 }
 
 VELUnicodeString Sentence(const VELDyadContext& context, const char* key) {
-    const VELUnicodeString name = context.GetName();
-    return OwnText(key, &name, 1);
+    return OwnText(key, &context.GetName(), 1);
 }
 
 } // namespace

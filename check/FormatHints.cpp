@@ -112,6 +112,7 @@ std::vector<int> WayToData(const VELIDOMElement& root) {
             levels.push_back({ChildrenOf(child)});
     }
     std::vector<int> way;
+    way.reserve(levels.size());
     for (const Level& level : levels)
         way.push_back(level.next - 1);
     // The children of the data element itself are not on the way.

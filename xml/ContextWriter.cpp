@@ -99,7 +99,9 @@ VELResult ContextWriter::WriteContextAt(int position) {
     result = StreamFriendsAndAssociated(*context, element);
     if (result < 0 || context->isContainsMultisites() == 0)
         return result;
-    return StreamMultisites(data_, context->GetName());
+    // A copy: a host's code that runs meanwhile may rename the context.
+    const VELUnicodeString name(context->GetName());
+    return StreamMultisites(data_, name);
 }
 
 VELResult ContextWriter::MakeContextElement(const VELDyadContext& context,
@@ -186,7 +188,8 @@ VELResult ContextWriter::AddContextByName(const VELIDOMElement& container,
 }
 
 // The context is looked up by name, so of two namesakes the first one's sites are written.
-VELResult ContextWriter::StreamMultisites(const VELIDOMElement& parent, VELUnicodeString name) {
+VELResult ContextWriter::StreamMultisites(const VELIDOMElement& parent,
+                                          const VELUnicodeString& name) {
     TRACE_LOG("VELDyadCtxXml:StreamMultisites");
     VELDyadContext* context = nullptr;
     if (parent.IsNull() || document_.IsNull() || collector_.GetCtxFromName(name, context) < 0 ||

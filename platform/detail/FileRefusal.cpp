@@ -9,7 +9,7 @@ namespace dyadctx {
 namespace {
 
 std::string ReasonOf(const Refusal& result) {
-    const std::string system =
+    std::string system =
         result.code != 0 ? std::system_category().message(result.code) : std::string();
     if (result.what == nullptr)
         return system;

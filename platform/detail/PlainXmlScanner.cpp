@@ -185,11 +185,9 @@ bool Scanner::Run() {
         if (!IsAtEnd() && (isStarted ? Token() : Start())) {
             KeepPassed();
             isStarted = true;
-        } else if (!IsAtEnd()) {
-            return false;
-        } else if (isLast_) {
+        } else if (IsAtEnd() && isLast_) {
             return kept_ == end_ && builder_.HasRoot() && builder_.Depth() == 0;
-        } else if (!Refill()) {
+        } else if (!IsAtEnd() || !Refill()) {
             return false;
         }
     }

@@ -40,7 +40,7 @@ private:
     VELResult AddContextByName(const VELIDOMElement& container,
                                const VELDyadContext* context) const;
     // Takes the name by value: a host's code may assign to its context meanwhile.
-    VELResult StreamMultisites(const VELIDOMElement& parent, VELUnicodeString name);
+    VELResult StreamMultisites(const VELIDOMElement& parent, const VELUnicodeString& name);
     VELResult WriteSite(VELDyadContext& context, const VELUnicodeString& site,
                         const VELIDOMElement& parent) const;
     VELResult SetSiteProvider(VELDyadContext& context, const VELUnicodeString& site,
