@@ -1,11 +1,11 @@
-// Times operations on one context file, in turn within each repetition, and tells the peak memory
+// Times operations on one context file, in turn within each repetition, and prints the peak memory
 // of the process. With one operation the memory is what that operation needs.
 //
 //   measure OPERATION[,OPERATION]... FILE [REPETITIONS [TARGET]]
 //   measure --list
 //
 // Writes a line for each operation: name, repetitions, shortest and median time in seconds, how
-// many things the operation did. A last line tells the peak memory and the length of the file in
+// many things the operation did. A last line gives the peak memory and the length of the file in
 // bytes.
 #include "bench/OperationTable.h"
 #include "bench/ProcessServices.h"

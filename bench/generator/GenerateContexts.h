@@ -1,9 +1,9 @@
 // Context files of any length and shape for measurements and for tests of large inputs.
 //
-// A file is fixed by its plan: the same plan gives the same bytes on every system. It is streamed,
-// so its length costs no memory. Unless its shape says otherwise, a file is valid while the DB
-// context environment is on: unique names, declared friends, no context among the friends of its
-// own friends, each database once, and a default context.
+// A file is fixed by its plan: the same plan produces the same bytes on every system. It is
+// streamed, so its length costs no memory. Unless its shape says otherwise, a file is valid while
+// the DB context environment is on: unique names, declared friends, no context among the friends of
+// its own friends, each database once, and a default context.
 #pragma once
 
 #include <cstdint>

@@ -12,7 +12,7 @@ namespace dyadctx::bench {
 
 using CollectorPtr = std::unique_ptr<VELDyadCtxCollector>;
 
-// What the factory answers, with the DB context environment on: a collector or null, and a message.
+// What the factory returns, with the DB context environment on: a collector or null, and a message.
 CollectorPtr TryCreate(const std::string& file, std::string& message);
 // The same; throws std::runtime_error for a file that is refused.
 CollectorPtr Create(const std::string& file);

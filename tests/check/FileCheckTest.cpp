@@ -28,7 +28,7 @@ TEST(FileCheck, FindsNothingInAFileThatIsRight) {
     EXPECT_EQ(ViewOf(*check->GetCollector()), Lines({"A", "DYADIC"}));
 }
 
-TEST(FileCheck, RunAnswersWhetherAFactoryTakesTheFile) {
+TEST(FileCheck, RunReturnsWhetherAFactoryTakesTheFile) {
     const TemporaryFolder folder;
     const std::string file = folder.Write("file.xml", DocumentWith(R"(<Context Name="A"/>)"));
     VELDyadCtxFileCheck check;
@@ -186,7 +186,7 @@ TEST(FileCheck, AnUnknownFriendStaysAPlaceholderWithAPlace) {
     EXPECT_EQ(check.GetAttributePlaces(&stranger, names, places), E_FAIL);
 }
 
-TEST(FileCheck, TellsWhereEachAttributeIsWritten) {
+TEST(FileCheck, ReportsWhereEachAttributeIsWritten) {
     VELDyadCtxFileCheck check;
     const VELUnicodeString text(
         "<DyAdDescription><CtxData>\n"

@@ -49,7 +49,7 @@ private:
 
 class CheckRunFindings : public testing::Test {
 protected:
-    // Checks every declared context, also behind one that is not valid.
+    // Checks every declared context, also after one that is not valid.
     std::vector<Said> CheckAll() {
         VELDyadCtxCollector& collector = contexts_.Collector();
         CollectingReporter reporter;

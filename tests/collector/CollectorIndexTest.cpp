@@ -20,7 +20,7 @@ protected:
     }
     void Append(const std::string& name) { declared.Append(Make(name)); }
 
-    // What a walk through the list answers.
+    // What a walk through the list returns.
     int Walk(const std::string& name, int after) const {
         for (int pos = std::max(after, 0) + 1; pos <= declared.Size(); ++pos) {
             const VELDyadContext* context = declared[pos];
@@ -45,7 +45,7 @@ TEST_F(CollectorIndexTest, FindsNothingInAnEmptyList) {
     EXPECT_EQ(Ask(""), 0);
 }
 
-TEST_F(CollectorIndexTest, FindsTheFirstBehindAPosition) {
+TEST_F(CollectorIndexTest, FindsTheFirstAfterAPosition) {
     for (const char* name : {"A", "B", "A", "C", "A"})
         Append(name);
     struct Case {

@@ -43,7 +43,7 @@ CollectorPtr SmallCollector() {
     return collector;
 }
 
-TEST(CollectorMemory, FromScratchAnswersNull) {
+TEST(CollectorMemory, FromScratchReturnsNull) {
     const int failures = ForEachAllocation([](int number) {
         CollectorPtr collector;
         const bool failed = FailsAt(
@@ -168,8 +168,8 @@ TEST(CollectorMemory, AScenarioIsKeptWholeOrNotAtAll) {
     EXPECT_GE(failures, 7);
 }
 
-// Runs a query with each of its allocations failing. It answers E_FAIL with both lists empty or as
-// they were, or what it answers otherwise.
+// Runs a query with each of its allocations failing. It returns E_FAIL with both lists empty or as
+// they were, or what it returns otherwise.
 template<class Query>
 int ForEachFailingQuery(const Lines& expected, Query query) {
     return ForEachAllocation([&](int number) {

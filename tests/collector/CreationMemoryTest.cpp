@@ -97,7 +97,7 @@ int CreateWithFailures(const std::string& expected) {
     });
 }
 
-TEST(CreationWithoutMemory, GivesNullOrTheWholeCollector) {
+TEST(CreationWithoutMemory, ReturnsNullOrTheWholeCollector) {
     const DbEnvironment environment(true);
     const TemporaryFolder folder;
     const EnvironmentVariable variable("ExchangeChannel",
@@ -113,7 +113,7 @@ TEST(CreationWithoutMemory, GivesNullOrTheWholeCollector) {
     EXPECT_GT(CreateWithFailures(expected), 50);
 }
 
-TEST(CreationWithoutMemory, GivesNullForAFileThatIsRefused) {
+TEST(CreationWithoutMemory, ReturnsNullForAFileThatIsRefused) {
     const TemporaryFolder folder;
     const EnvironmentVariable variable(
         "ExchangeChannel",
@@ -132,7 +132,7 @@ TEST(CreationWithoutMemory, GivesNullForAFileThatIsRefused) {
     EXPECT_GT(failures, 20);
 }
 
-TEST(CheckContextWithoutMemory, AnswersNo) {
+TEST(CheckContextWithoutMemory, ReturnsNo) {
     const Creation creation =
         CreateFromContexts(R"(<Context Name="A" Parameter="p" ParameterType="Path"/>)");
     ASSERT_NE(creation.collector, nullptr);

@@ -1,4 +1,4 @@
-// Asks CreateCollector once and tells on standard output what it answered, for what is fixed when
+// Calls CreateCollector once and prints what it returned, for what is fixed when
 // the library is loaded.
 //
 //   trace            the lines of the platform trace come first, without those of reading and
@@ -6,7 +6,7 @@
 //   message TEXT     the message text holds that before the call
 //   set NAME VALUE   changes the environment before the call, but after the library was loaded
 //   host FILE        the settings are a host's and name that file, or none where it is empty
-//   choice           tells all candidates of the choice first, and any line of trace they cost
+//   choice           prints all candidates of the choice first, and any line of trace they cost
 
 #include "collector/VELDyadCtxCollector.h"
 #include "collector/VELDyadCtxFileChoice.h"

@@ -19,7 +19,7 @@ std::string DocumentOf(const std::string& name) {
 
 class CreationSettings : public testing::Test {
 protected:
-    // What the probe tells with these variables set.
+    // What the probe prints with these variables set.
     std::string Ask(std::map<std::string, std::optional<std::string>> environment,
                     std::vector<std::string> words = {}) {
         ChildRun run;
@@ -98,7 +98,7 @@ TEST_F(CreationSettings, EmptyAndUnknownFoldersInTheListArePassedOver) {
         EXPECT_EQ(Ask({{"VELInstallPath", roots}}), Created(root + DefaultFile, 1, "R")) << roots;
 }
 
-TEST_F(CreationSettings, AnInstallationFolderIsTakenAsItStands) {
+TEST_F(CreationSettings, AnInstallationFolderIsTakenAsItIs) {
     const std::string root = Install("root", "R");
 
     EXPECT_EQ(Ask({{"VELInstallPath", root + "/"}}), Created(root + "/" + DefaultFile, 1, "R"));
@@ -107,7 +107,7 @@ TEST_F(CreationSettings, AnInstallationFolderIsTakenAsItStands) {
               "message=Ctx.Collector.XMLFileNotSet()\n\n");
 }
 
-TEST_F(CreationSettings, AFolderInPlaceOfTheDefaultFileIsChosenAndRefused) {
+TEST_F(CreationSettings, AFolderInsteadOfTheDefaultFileIsChosenAndRefused) {
     std::filesystem::create_directories(folder_.Path() / "root" / DefaultFileInFolder);
     const std::string root = folder_.PathOf("root");
 
@@ -187,7 +187,7 @@ TEST_F(CreationSettings, AnEmptySelectorIsAnEmptyPath) {
               "message=Ctx.Collector.XMLFileNotValid()\n\n");
 }
 
-TEST_F(CreationSettings, ChangesBehindTheLoadHaveNoEffect) {
+TEST_F(CreationSettings, ChangesAfterTheLoadHaveNoEffect) {
     const std::string root = Install("root", "R");
     const std::string other = folder_.Write("other.xml", DocumentOf("Other"));
 

@@ -73,7 +73,7 @@ TEST_F(ExchangeChannel, IsNeverTheDefaultFile) {
     EXPECT_EQ(isDefault, 0);
 }
 
-TEST_F(ExchangeChannel, UnsetOrEmptyGivesNullAndOnlyAWarning) {
+TEST_F(ExchangeChannel, UnsetOrEmptyReturnsNullWithOnlyAWarning) {
     for (const std::optional<std::string>& value :
          {std::optional<std::string>(), std::optional<std::string>("")}) {
         const EnvironmentVariable variable("ExchangeChannel", value);
@@ -90,7 +90,7 @@ TEST_F(ExchangeChannel, UnsetOrEmptyGivesNullAndOnlyAWarning) {
     }
 }
 
-TEST_F(ExchangeChannel, AFileThatIsNoneGivesItsNameAndNoHeading) {
+TEST_F(ExchangeChannel, AFileThatIsNoneIsNamedWithoutAHeading) {
     const RecordingTrace trace;
 
     const Creation creation = CreateFromFile("contexts.xml", "before\n");
@@ -132,7 +132,7 @@ TEST_F(ExchangeChannel, TracesTheStepsInTheirOrder) {
                "LOG BatchStack : console trace set"}));
 }
 
-TEST_F(ExchangeChannel, MarksTheBatchBehindAFailureToo) {
+TEST_F(ExchangeChannel, MarksTheBatchAfterAFailureToo) {
     const EnvironmentVariable tracer("VELDyadCtxTracer", "0");
     const RecordingTrace trace;
 
@@ -156,7 +156,7 @@ std::ostream& operator<<(std::ostream& out, const StepCase& tested) {
 
 class FailingStep : public testing::TestWithParam<StepCase> {};
 
-TEST_P(FailingStep, GivesAHeadingAndTheMessages) {
+TEST_P(FailingStep, ReturnsAHeadingAndTheMessages) {
     const KeyCatalog catalog;
     const StepCase& tested = GetParam();
     const std::string heading = "Ctx.Collector." + std::string(tested.step) + "Error()";
@@ -299,7 +299,7 @@ TEST(Creation, AContextOfAFileThatNoCollectorHoldsAnyMoreIsDeletedByItsHolder) {
     EXPECT_EQ(Text(left[1]->GetParameter()), "/b");
 }
 
-TEST(Creation, OfADefaultFileTellsSo) {
+TEST(Creation, FromADefaultFileIsMarkedAsDefault) {
     const KeyCatalog catalog;
     const TemporaryFolder folder;
     const std::string path = folder.Write("contexts.xml", DocumentWith(ValidContexts));
@@ -413,7 +413,7 @@ TEST(CollectorPaths, GiveTheDefaultFileBelowAnInstallationFolder) {
     EXPECT_EQ(Text(path), "\\resources\\xml\\DYAD\\CONTEXT\\Default.xml");
 }
 
-TEST(CollectorPaths, TellADefaultFileByItsTextAlone) {
+TEST(CollectorPaths, RecogniseADefaultFileByItsTextAlone) {
     const auto isDefault = [](const char* path) {
         return static_cast<int>(VELDyadCtxCollector::IsADefaultContextXML(path));
     };

@@ -32,7 +32,7 @@ public:
     // What the collector's Check and SetFriendsAndAssociated answer; the message is kept.
     VELResult Check();
     VELResult Link();
-    // What CheckContext answers.
+    // What CheckContext returns.
     int CheckOne(VELDyadContext& context, int index);
 
     // The messages of the calls so far.

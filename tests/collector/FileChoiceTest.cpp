@@ -19,7 +19,7 @@ constexpr const char* DefaultFileInFolder = "resources/xml/DYAD/CONTEXT/Default.
 
 class FileChoice : public testing::Test {
 protected:
-    // What the probe tells of the choice and then of the collector.
+    // What the probe prints of the choice and then of the collector.
     std::string Ask(std::map<std::string, std::optional<std::string>> environment,
                     std::vector<std::string> words = {}) {
         ChildRun run;

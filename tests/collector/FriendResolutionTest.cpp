@@ -202,7 +202,7 @@ TEST_F(FriendResolution, ANamelessAssociatedContextDoesNotEndTheWalk) {
     EXPECT_EQ(contexts_.Message(), UnknownFriend + "(A|X)\n" + UnknownFriend + "(B|Y)\n");
 }
 
-TEST_F(FriendResolution, TheAssociatedContextIsResolvedBehindAnUnknownFriend) {
+TEST_F(FriendResolution, TheAssociatedContextIsResolvedAfterAnUnknownFriend) {
     VELDyadContext& a = contexts_.Declare("A");
     VELDyadContext& b = contexts_.Declare("B");
     contexts_.NameFriend(a, "X");
@@ -217,7 +217,7 @@ TEST_F(FriendResolution, TheAssociatedContextIsResolvedBehindAnUnknownFriend) {
     EXPECT_EQ(trace.Lines().back(), "LEAVE VELDyadCtxCollector:SetFriendsAndAssociated");
 }
 
-TEST_F(FriendResolution, AnEmptyPositionEndsTheWalkBehindAnUnknownFriend) {
+TEST_F(FriendResolution, AnEmptyPositionEndsTheWalkAfterAnUnknownFriend) {
     VELDyadContext& a = contexts_.Declare("A");
     contexts_.DeclareNull();
     VELDyadContext& b = contexts_.Declare("B");

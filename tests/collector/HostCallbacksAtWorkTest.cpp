@@ -90,7 +90,7 @@ TEST_F(HostCallbacks, ANameIsLookedUpAsItWasWhenTheAnswerAssignsToItsContext) {
     EXPECT_EQ(Collector().GetCtxFromName(owner.GetName(), found), E_FAIL);
 }
 
-// The number of questions decides what this environment answers.
+// The number of questions decides what this environment returns.
 TEST(ChangingEnvironmentReader, ReadsTheSameWithTraceAndWithout) {
     const std::string text = DocumentWith(
         R"(<Context Name="A" Parameter="p" ParameterType="Path"><Scenario/></Context>

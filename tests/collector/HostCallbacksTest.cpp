@@ -15,7 +15,7 @@ namespace {
 // ---- Friends of a context
 // ------------------------------------------------------------------------
 
-TEST_F(HostCallbacks, GettingFriendsGivesAsManyAsThereWereAtMost) {
+TEST_F(HostCallbacks, GettingFriendsReturnsAtMostAsManyAsThereWere) {
     owner.AddFriend(&first);
     const CallbackTrace trace("GetFriends Ctx", [&] { AddFriends(owner, second); });
     VELListPtrVELDyadContext friends;
@@ -23,7 +23,7 @@ TEST_F(HostCallbacks, GettingFriendsGivesAsManyAsThereWereAtMost) {
     EXPECT_EQ(NamesOf(friends), Names{"first"});
 }
 
-TEST_F(HostCallbacks, GettingFriendsGivesNoneThatWereTakenAwayMeanwhile) {
+TEST_F(HostCallbacks, GettingFriendsReturnsNoneThatWereRemovedMeanwhile) {
     owner.AddFriend(&first);
     owner.AddFriend(&second);
     const CallbackTrace trace("GetFriends Ctx", [&] {
@@ -35,7 +35,7 @@ TEST_F(HostCallbacks, GettingFriendsGivesNoneThatWereTakenAwayMeanwhile) {
     EXPECT_EQ(NamesOf(friends), Names{"second"});
 }
 
-TEST_F(HostCallbacks, AssigningWhileTheFriendsAreGotGivesThoseOfNow) {
+TEST_F(HostCallbacks, AssigningWhileGettingTheFriendsReturnsTheNewOnes) {
     owner.AddFriend(&first);
     owner.AddFriend(&first);
     second.AddFriend(&owner);

@@ -1,5 +1,5 @@
 // Linking and checking once more, step by step over plain values, without any index or cache. What
-// the library answers is compared with it.
+// the library returns is compared with it.
 #pragma once
 
 #include <optional>
@@ -37,7 +37,7 @@ public:
     PlainWalk(PlainContexts contexts, bool environment)
         : contexts_(std::move(contexts)), environment_(environment) {}
 
-    // Each answers whether all is well; messages go to Message() as the key catalog writes them.
+    // Each returns whether all is well; messages go to Message() as the key catalog writes them.
     bool Link();
     bool Check();
     bool CheckOne(int pos);

@@ -1,4 +1,4 @@
-// The library's answers on generated collectors, compared with those of the plain walk.
+// The library's results on generated collectors, compared with those of the plain walk.
 #include "collector/PlainWalk.h"
 #include "collector/DeclaredContexts.h"
 #include "collector/detail/CheckRun.h"
@@ -94,7 +94,7 @@ std::unique_ptr<DeclaredContexts> Enter(const PlainContexts& plain) {
     return contexts;
 }
 
-// Compares every context, also behind the first invalid one: alone, and all within one run.
+// Compares every context, also after the first invalid one: alone, and all within one run.
 void CompareEachContext(DeclaredContexts& contexts, PlainWalk& plain) {
     VELDyadCtxCollector& collector = contexts.Collector();
     VELUnicodeString message;

@@ -21,7 +21,7 @@ using Lines = std::vector<std::string>;
 // The connector name of the one kind of provider that is never compared.
 constexpr const char* Uncompared = "STEP";
 
-// A context as it stands in the file; a path context has no connector.
+// A context as it is in the file; a path context has no connector.
 struct Element {
     std::string name;
     std::optional<std::string> connector;

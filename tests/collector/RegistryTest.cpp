@@ -102,7 +102,7 @@ TEST_F(RegistryTest, TheCountIsAReferenceThatStaysTrue) {
     EXPECT_EQ(count, 1);
 }
 
-TEST_F(RegistryTest, GivesContextsByPositionWithinBoundsOnly) {
+TEST_F(RegistryTest, ReturnsContextsByPositionWithinBoundsOnly) {
     VELDyadContext* a = Declare("A");
     VELDyadContext* b = Declare("B");
     EXPECT_EQ(At(1), a);
@@ -128,7 +128,7 @@ TEST_F(RegistryTest, FindsTheFirstContextWithExactlyThatName) {
     EXPECT_EQ(index, 4);
 }
 
-TEST_F(RegistryTest, TellsNamesApartThatDifferBehindAZeroByte) {
+TEST_F(RegistryTest, DistinguishesNamesThatDifferAfterAZeroByte) {
     auto* one = new VELDyadContext(VELUnicodeString("a\0b", 3), "", "Path");
     auto* two = new VELDyadContext(VELUnicodeString("a\0c", 3), "", "Path");
     collector->AddContext(one, nullptr, 0);
@@ -362,7 +362,7 @@ TEST_F(RegistryTest, ViewsKeepTheirPositionsWhenAContextIsDeleted) {
     EXPECT_EQ(collector->GetCtxAtIndex(3, ctx), E_FAIL);
     EXPECT_EQ(ctx, b);
     EXPECT_EQ(Find("C"), c);
-    // A new context comes to stand where the outdated position points.
+    // A new context takes the place that the outdated position points at.
     VELDyadContext* d = Declare("D");
     EXPECT_EQ(At(3), d);
     int index = 0;

@@ -38,7 +38,7 @@ protected:
         EXPECT_EQ(pointer, collector.get());
         return result;
     }
-    // The names behind the context that was there before.
+    // The names after the context that was there before.
     Lines Added() {
         Lines names = ViewOf(*collector);
         EXPECT_EQ(names.front(), "Path");

@@ -260,13 +260,13 @@ TEST_F(NarrowingTest, AFailingProviderEndsItWithItsCodeAndLeavesTheView) {
     EXPECT_EQ(collector->GetNbCtxs(), 2);
 }
 
-TEST_F(NarrowingTest, AnswersTheCodeOfTheLastProviderCall) {
+TEST_F(NarrowingTest, ReturnsTheCodeOfTheLastProviderCall) {
     providers.FailAt(ProviderCall::GetName, 3, {5, true, false});
     EXPECT_EQ(Narrow({"KRL"}), 5);
     EXPECT_EQ(ViewOf(*collector), (Lines{"Krl", "Path"}));
 }
 
-TEST_F(NarrowingTest, TakesAProviderThatGivesNoNameForOneWithoutName) {
+TEST_F(NarrowingTest, TakesAProviderThatReturnsNoNameForOneWithoutName) {
     providers.FailAt(ProviderCall::GetName, 2, {S_OK, false, false});
     EXPECT_EQ(Narrow({"KRL", "HWB"}), S_OK);
     EXPECT_EQ(ViewOf(*collector), (Lines{"Krl", "Path"}));

@@ -87,7 +87,7 @@ TEST_F(ValidationDuplicates, NamesakesBeyondTheViewCount) {
     EXPECT_EQ(contexts_.Message(), "Ctx.Check.CtxAlreadyDefined(B)\n");
 }
 
-TEST_F(ValidationDuplicates, FindMatchingCtxLooksBehindThePosition) {
+TEST_F(ValidationDuplicates, FindMatchingCtxLooksAfterThePosition) {
     VELDyadContext& first = contexts_.Declare("A");
     contexts_.DeclareNull();
     VELDyadContext& last = contexts_.Declare("A");

@@ -52,7 +52,7 @@ TEST_F(Validation, CheckOfValidContextsTracesEachOfThem) {
                "LEAVE VELDyadCtxCollector:Check"}));
 }
 
-TEST_F(Validation, CheckStopsBehindTheFirstInvalidContext) {
+TEST_F(Validation, CheckStopsAfterTheFirstInvalidContext) {
     contexts_.Declare("A");
     contexts_.Declare("B!");
     contexts_.Declare("C!");
@@ -164,7 +164,7 @@ TEST_F(Validation, EveryRuleIsAppliedAndTracedWhateverTheOnesBefore) {
                "ERROR VELDyadCtxCollector:CheckContext <> KO"}));
 }
 
-TEST_F(Validation, ALongNameIsTracedWithItsLengthBehindTheMessage) {
+TEST_F(Validation, ALongNameIsTracedWithItsLengthAfterTheMessage) {
     const std::string name(130, 'n');
     VELDyadContext& context = contexts_.Declare(name);
     const RecordingTrace trace;
@@ -179,7 +179,7 @@ TEST_F(Validation, ALongNameIsTracedWithItsLengthBehindTheMessage) {
                      "car)"}));
 }
 
-TEST_F(Validation, AForbiddenCharacterIsTracedBehindTheMessage) {
+TEST_F(Validation, AForbiddenCharacterIsTracedAfterTheMessage) {
     VELDyadContext& context = contexts_.Declare("a!b");
     const RecordingTrace trace;
 
@@ -285,7 +285,7 @@ TEST_F(Validation, TextsWithPlaceholdersOfFormatsAreTracedAsTheyAre) {
                      "LEAVE VELDyadCtxCollector:CheckContext <%s%n> OK"}));
 }
 
-TEST_F(Validation, ATypeWithAZeroByteBehindAKnownOneIsUnknown) {
+TEST_F(Validation, ATypeWithAZeroByteAfterAKnownOneIsUnknown) {
     const std::string type("Path\0", 5);
     VELDyadContext& context = contexts_.Declare("A", "p", type);
 

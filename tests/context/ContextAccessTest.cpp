@@ -49,7 +49,7 @@ TEST_F(ContextAccessTest, LooksAtLinksWithoutTrace) {
     EXPECT_EQ(trace.TakeLines(), Names{});
 }
 
-TEST_F(ContextAccessTest, GivesTheKeptProviderItself) {
+TEST_F(ContextAccessTest, ReturnsTheKeptProviderItself) {
     EXPECT_TRUE(ContextAccess::KeptProvider(owner).IsNull());
     VELIDyadDbProvider_var provider;
     ASSERT_EQ(VELDyadDbProviderServices::CreateDyadDbProvider(provider), S_OK);

@@ -29,7 +29,7 @@ TEST(DyadMultiSiteHashTableElement, HoldsServerDetailsAndAReferenceOnTheProvider
     EXPECT_EQ(providers.Alive(), 0);
 }
 
-TEST(DyadMultiSiteHashTableElement, AnswersOneWhenItHasNoProvider) {
+TEST(DyadMultiSiteHashTableElement, ReturnsOneWhenItHasNoProvider) {
     const FaultyProviders providers;
     const DyadMultiSiteHashTableElement probe;
     VELIDyadDbProvider_var provider = FaultyProviders().Make("KRL");
@@ -84,7 +84,7 @@ ChildResult RunProbe(const std::string& multisite, const std::string& tracer) {
     return RunChild(run);
 }
 
-// Each text ends in a line feed of its own, which leaves an empty line behind it.
+// Each text ends in a line feed of its own, which leaves an empty line after it.
 TEST(DyadMultiSiteHashTableElement, TracesEveryOperationOnTheConsole) {
     const ChildResult result = RunProbe("", "1");
     ASSERT_EQ(result.status, 0) << result.standardError;

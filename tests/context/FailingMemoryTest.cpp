@@ -49,7 +49,7 @@ TEST(VELDyadContextMemory, AddFriendRefusesAndKeepsTheFriendsThereWere) {
     EXPECT_GE(failures, 1);
 }
 
-TEST(VELDyadContextMemory, GetFriendsAnswersNoneAndLeavesTheListAlone) {
+TEST(VELDyadContextMemory, GetFriendsReturnsNoneAndLeavesTheListAlone) {
     VELDyadContext context("A", "", "Path");
     for (int i = 0; i < 10; ++i)
         context.AddFriend(&context);

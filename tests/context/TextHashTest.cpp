@@ -18,7 +18,7 @@ TEST(TextHash, EqualTextsHaveEqualHashesWhereverTheyLie) {
     }
 }
 
-TEST(TextHash, TellsTextsApartThatDifferInOneByteOrInLength) {
+TEST(TextHash, DistinguishesTextsThatDifferInOneByteOrInLength) {
     std::set<std::uint64_t> hashes;
     std::size_t texts = 0;
     for (std::size_t length = 0; length < 40; ++length) {
@@ -35,7 +35,7 @@ TEST(TextHash, TellsTextsApartThatDifferInOneByteOrInLength) {
 }
 
 // Texts whose bytes could make up for their different lengths.
-TEST(TextHash, TellsRepeatedBytesOfDifferentLengthApart) {
+TEST(TextHash, DistinguishesRepeatedBytesOfDifferentLength) {
     std::set<std::uint64_t> hashes;
     std::size_t texts = 0;
     for (const char first : {'\0', '`', 'a', 'b'}) {

@@ -23,7 +23,7 @@ std::string NameOf(const VELIDyadDbProvider_var& provider) {
     return Text(name);
 }
 
-TEST(VELDyadContextProvider, KeepsAndGivesProvidersMadeByTheServiceOnly) {
+TEST(VELDyadContextProvider, KeepsAndReturnsOnlyProvidersMadeByTheService) {
     FaultyProviders providers;
     VELDyadContext context = DatabaseContext();
     RecordingTrace trace;
@@ -104,7 +104,7 @@ TEST(VELDyadContextProvider, AThrowingServiceCountsAsAFailure) {
     EXPECT_EQ(context.SetDyadDbProvider(providers.Make("KRL")), E_FAIL);
 }
 
-TEST(VELDyadContextProvider, AServiceThatGivesNoProviderLeavesTheContextWithoutOne) {
+TEST(VELDyadContextProvider, AServiceThatMakesNoProviderLeavesTheContextWithoutOne) {
     FaultyProviders providers;
     VELDyadContext context = DatabaseContext();
     providers.GiveNullAt(ProviderCall::CreateFrom, 1);

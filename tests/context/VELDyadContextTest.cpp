@@ -248,7 +248,7 @@ TEST(VELDyadContext, CopySharesLinksAndTracesNothing) {
                                         "LEAVE VELDyadContext:Destructor"}));
 }
 
-TEST(VELDyadContext, AssignmentReplacesEverythingBehindTheReferencesOfTheCaller) {
+TEST(VELDyadContext, AssignmentReplacesEverythingAfterTheReferencesOfTheCaller) {
     VELDyadContext linked = PathContext("Linked");
     VELDyadContext source("Source", "parameter", "File");
     source.AddFriend(&linked);

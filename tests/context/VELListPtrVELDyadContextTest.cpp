@@ -56,7 +56,7 @@ TEST_F(VELListPtrVELDyadContextTest, PositionsOutsideAreHarmless) {
     EXPECT_EQ(NamesOf(list), Names{"A"});
 }
 
-TEST_F(VELListPtrVELDyadContextTest, InsertsFromTheFirstPositionToTheOneBehindTheLast) {
+TEST_F(VELListPtrVELDyadContextTest, InsertsFromTheFirstPositionToTheOneAfterTheLast) {
     VELListPtrVELDyadContext list = ListOf({&b});
     EXPECT_EQ(list.InsertAt(1, &a), 1);
     EXPECT_EQ(list.InsertAt(3, &c), 3);

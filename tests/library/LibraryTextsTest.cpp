@@ -37,7 +37,7 @@ std::vector<std::string> ListedTexts() {
 
 } // namespace
 
-TEST(LibraryTexts, EachListedTextStandsInTheLibraryAsAWhole) {
+TEST(LibraryTexts, EachListedTextIsInTheLibraryAsAWhole) {
     const std::string library = ReadFile(DYADCTX_LIBRARY_FILE);
     const std::vector<std::string> texts = ListedTexts();
     ASSERT_GT(texts.size(), 170U);
@@ -47,7 +47,7 @@ TEST(LibraryTexts, EachListedTextStandsInTheLibraryAsAWhole) {
     }
 }
 
-// These keys are put together at run time; as a whole they stand in the embedded catalogs.
+// These keys are put together at run time; as a whole they are in the embedded catalogs.
 TEST(LibraryTexts, TheHeadingsOfFailedStepsStandInTheCatalogs) {
     const std::string library = ReadFile(DYADCTX_LIBRARY_FILE);
     for (const char* key :

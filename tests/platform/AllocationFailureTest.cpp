@@ -1,4 +1,4 @@
-// What the platform types and services leave behind when an allocation fails: everything as it was.
+// When an allocation fails, the platform types and services leave everything as it was.
 
 #include "platform/VELDyadDbProviderServices.h"
 #include "platform/VELFileSystem.h"
@@ -43,7 +43,7 @@ bool ThrowsWithout(int number, const Operation& operation) {
     return failed;
 }
 
-// The same for an operation that gives a code.
+// The same for an operation that returns a code.
 template<class Operation>
 bool RefusesWithout(int number, const Operation& operation) {
     bool failed = false;

@@ -79,7 +79,7 @@ std::string Reread(XmlSource& source) {
 
 } // namespace
 
-TEST(XmlParser, ReadsASourceThatGivesLittleAtATime) {
+TEST(XmlParser, ReadsASourceThatReturnsLittleAtATime) {
     const std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                              "<a x=\"1\"><b y=\"\xE2\x82\xAC\"/><c/></a>\n";
     for (const std::size_t pieceSize : {1U, 2U, 3U, 7U, 1000U}) {

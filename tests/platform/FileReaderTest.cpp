@@ -32,7 +32,7 @@ bool CanOpen(const std::string& path) {
 
 } // namespace
 
-TEST(FileReader, GivesTheWholeContentInChunks) {
+TEST(FileReader, ReturnsTheWholeContentInChunks) {
     const TemporaryFolder folder;
     std::string content("zero \0 and more ", 16);
     content += std::string(100000, 'x');
@@ -102,7 +102,7 @@ TEST(FileReader, OpensOneFileAfterAnother) {
     EXPECT_EQ("(error)", ReadAll(file, 10));
 }
 
-TEST(FileReader, TellsAnErrorFromTheEnd) {
+TEST(FileReader, DistinguishesAnErrorFromTheEnd) {
     const TemporaryFolder folder;
     const std::string path = folder.Write("a.xml", "x");
     const int status = ProbeStatus({"read-without", "read", path});

@@ -231,7 +231,7 @@ TEST(FileWriter, AReaderThatIsGoneRaisesNoSignal) {
     EXPECT_FALSE(IsPipeSignalBlocked());
 }
 
-TEST(FileWriter, ASignalThatWaitedBeforeGoesOnWaiting) {
+TEST(FileWriter, ASignalThatWasPendingBeforeStaysPending) {
     const OpenFile pipe = OpenFile::ToClosedPipe();
     RaiseBlockedPipeSignal();
     ExpectRefused(DescriptorPath(pipe), "new", Kind::NotWritten, "Broken pipe");

@@ -8,7 +8,7 @@
 
 namespace dyadctx::test {
 
-// The same seed gives the same documents everywhere.
+// The same seed produces the same documents everywhere.
 class GeneratedXml {
 public:
     explicit GeneratedXml(unsigned int seed) : random_(seed) {}

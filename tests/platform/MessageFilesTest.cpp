@@ -164,7 +164,7 @@ TEST(MessageFiles, HaveADifferentTextForEachKey) {
     }
 }
 
-TEST(MessageFiles, AreWhatTheLibraryAnswersInEachLanguage) {
+TEST(MessageFiles, AreWhatTheLibraryReturnsInEachLanguage) {
     for (const std::string& language : Languages) {
         VELMsgCatalog::SetLanguage(language.c_str());
         for (const PoEntry& entry : EntriesOf(language)) {

@@ -13,7 +13,7 @@ namespace dyadctx::test {
 
 namespace {
 
-// Exactly as large as the image, so that a sanitizer sees a read behind its end.
+// Exactly as large as the image, so that a sanitizer sees a read past its end.
 std::vector<unsigned char> Bytes(const std::string& image) {
     return {image.begin(), image.end()};
 }
@@ -80,7 +80,7 @@ TEST(MoCatalog, KnowsNoTextOfWhatIsNoMoFile) {
     EXPECT_EQ(Found(MoCatalog(bytes), "K"), "text");
 }
 
-TEST(MoCatalog, GivesWholeTextsOrNoneOfAFileCutAnywhere) {
+TEST(MoCatalog, ReturnsWholeTextsOrNoneOfAFileCutAnywhere) {
     const std::string whole = MoImageOf(SmallCatalog());
     for (std::size_t size = 0; size < whole.size(); ++size) {
         const auto bytes = Bytes(whole.substr(0, size));

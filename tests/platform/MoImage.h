@@ -12,7 +12,7 @@ namespace dyadctx::test {
 
 using MoEntry = std::pair<std::string, std::string>;
 
-// What stands in the image for a text with a context.
+// What the image holds for a text with a context.
 inline std::string WithContext(std::string_view context, std::string_view text = "text") {
     return std::string(context) + '\4' + std::string(text);
 }

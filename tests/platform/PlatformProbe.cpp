@@ -2,7 +2,7 @@
 //
 //   environment                  the DB context environment's answer
 //   setting REPOSITORY ATTRIBUTE the value, "absent" without repository, "refused" without value
-//   access PATH MODE             what VELFileAccess answers
+//   access PATH MODE             what VELFileAccess returns
 //   replace PATH TEXT            replaces a file; when that is refused, the reason on standard
 //                                error and exit status 1
 //   replace-counted PATH TEXT    the same, seen by a tracer

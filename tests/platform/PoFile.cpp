@@ -8,7 +8,7 @@ namespace dyadctx::test {
 
 namespace {
 
-// The text of a quoted string: what stands between its first and last quote.
+// The text of a quoted string: what is between its first and last quote.
 std::string Unquoted(std::string_view line) {
     const std::size_t first = line.find('"');
     const std::size_t last = line.rfind('"');

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-// What the probe gives when the system does not let it do what it was asked for.
+// What the probe returns when the system does not let it do what it was asked for.
 constexpr int NotPossibleHere = 77;
 
 inline dyadctx::test::ChildRun

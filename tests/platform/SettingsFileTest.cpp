@@ -55,7 +55,7 @@ TEST(SettingsFile, LiesInTheUsersFolderElse) {
     EXPECT_STREQ("/some/where/dyadctx", dyadctx::UserSettingsFolder().path.ConvertToChar());
 }
 
-TEST(SettingsFile, GivesAText) {
+TEST(SettingsFile, ReturnsAText) {
     const TemporaryFolder folder;
     const Reading found = Read(folder.Write("R.toml", "a = \"x\"\n"), "a");
     EXPECT_EQ(Kind::None, found.answer);
@@ -87,7 +87,7 @@ TEST(SettingsFile, SaysWhereAFileIsBroken) {
     EXPECT_EQ("untouched", broken.value);
 }
 
-TEST(SettingsFile, TellsMissingFromUnreadable) {
+TEST(SettingsFile, DistinguishesMissingFromUnreadable) {
     const TemporaryFolder folder;
     std::filesystem::create_directory(folder.Path() / "sub");
     EXPECT_EQ(Kind::NoFile, Read(folder.PathOf("missing.toml"), "a").answer);

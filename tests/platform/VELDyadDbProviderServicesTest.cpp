@@ -27,7 +27,7 @@ bool AreSame(const VELIDyadDbProvider_var& one, const VELIDyadDbProvider_var& ot
     return same;
 }
 
-// A host's provider whose answers are set by the test.
+// A host's provider whose results are set by the test.
 class HostProvider final : public VELIDyadDbProvider {
 public:
     VELResult nameResult = S_OK;
@@ -59,7 +59,7 @@ public:
     }
 };
 
-// A host's factory that answers as the test says; it is in place while it exists.
+// A host's factory that does what the test says; it is in place while it exists.
 class HostFactory final : public VELDyadDbProviderFactory {
 public:
     VELResult result = S_OK;

@@ -32,7 +32,7 @@ const TraceFunction UncheckedLog = _CDCDyadTraceLog;
 
 } // namespace
 
-TEST(VELDyadTrace, GivesEachKindOfLineToTheSink) {
+TEST(VELDyadTrace, PassesEachKindOfLineToTheSink) {
     RecordingTrace trace;
     _CDCDyadTraceEnter("entering <%s>", "A");
     _CDCDyadTraceLog("%d of %d", 1, 2);
@@ -59,7 +59,7 @@ TEST(VELDyadTrace, NeverTakesAnArgumentForAFormat) {
     EXPECT_EQ(trace.Lines(), Lines{"LOG <%s%n%d>"});
 }
 
-TEST(VELDyadTrace, GivesTheFormatWhenItCannotBeApplied) {
+TEST(VELDyadTrace, WritesTheFormatItselfWhenItCannotBeApplied) {
     RecordingTrace trace;
     // In the locale "C" this character has no bytes.
     _CDCDyadTraceLog("wide <%ls>", L"\x20AC");

@@ -7,7 +7,7 @@
 
 using dyadctx::test::EnvironmentVariable;
 
-TEST(VELEnvironment, TellsUnsetFromEmpty) {
+TEST(VELEnvironment, DistinguishesUnsetFromEmpty) {
     const EnvironmentVariable unset("DYADCTX_TEST_VARIABLE", std::nullopt);
     EXPECT_EQ(nullptr, VELGetEnv("DYADCTX_TEST_VARIABLE"));
     const EnvironmentVariable empty("DYADCTX_TEST_VARIABLE", "");

@@ -100,7 +100,7 @@ TEST(VELFileSystem, ModesAreExactlyOneBitOrNone) {
     EXPECT_EQ(1U, ModeOf(""));
 }
 
-TEST(VELFileSystem, ModesAreThoseBehindALink) {
+TEST(VELFileSystem, ModesAreThoseOfTheFileThatALinkPointsTo) {
     const TemporaryFolder folder;
     folder.Write("a.xml", "x");
     fs::create_symlink("a.xml", folder.Path() / "file link");

@@ -100,7 +100,7 @@ TEST(VELIXMLDOM, AttributesAreFoundByTheirWholeName) {
     EXPECT_EQ(AttributeOf(root, "a"), "(none)");
 }
 
-TEST(VELIXMLDOM, AMissingAttributeGivesANullHandle) {
+TEST(VELIXMLDOM, AMissingAttributeReturnsANullHandle) {
     const VELIDOMElement root = RootOf(DocumentOf("<a x='1'/>"));
     VELIDOMAttr attribute;
     ASSERT_EQ(root.GetAttributeNode("x", attribute), S_OK);
@@ -155,7 +155,7 @@ TEST(VELIXMLDOM, ElementsByTagNameAreTheDescendantsInDocumentOrder) {
     EXPECT_EQ(FoundIn(root, ""), "");
 }
 
-TEST(VELIXMLDOM, ElementsByTagNameStopAtTheNumberAskedFor) {
+TEST(VELIXMLDOM, ElementsByTagNameStopAtTheRequestedNumber) {
     const VELIDOMElement root =
         RootOf(DocumentOf("<r><x n='1'><x n='2'/></x><z/><x n='3'/><x n='4'/></r>"));
 

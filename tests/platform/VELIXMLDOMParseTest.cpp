@@ -190,7 +190,7 @@ TEST(VELIXMLDOM, ParseAppliesTheInternalDeclarations) {
     EXPECT_EQ(OutlineOf(root), "a(b,c)");
 }
 
-TEST(VELIXMLDOM, ParseNeverLoadsWhatStandsOutside) {
+TEST(VELIXMLDOM, ParseNeverLoadsAnythingExternal) {
     const TemporaryFolder folder;
     folder.Write("outside.dtd", "<!ATTLIST a x CDATA 'loaded'><!ENTITY e '<loaded/>'>");
     folder.Write("outside.xml", "<loaded/>");

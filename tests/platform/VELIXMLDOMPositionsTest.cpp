@@ -53,7 +53,7 @@ TEST(VELIXMLDOM, PlacesInUtf16CountUnits) {
     EXPECT_EQ(PlacesIn("\xFE\xFF" + Utf16(text, true)), "2:2 3:1 4:1");
 }
 
-TEST(VELIXMLDOM, AnElementOfAnEntityStandsWhereTheEntityIsUsed) {
+TEST(VELIXMLDOM, AnElementOfAnEntityIsPlacedWhereTheEntityIsUsed) {
     EXPECT_EQ(PlacesIn("<!DOCTYPE a [<!ENTITY e '<b/>\n<b/>'>]>\n<a>\n  &e;<b/></a>"),
               "4:3 4:3 4:6");
 }

@@ -41,7 +41,7 @@ VELResult WriteWith(const char* option, const char* value, const std::string& pa
 
 } // namespace
 
-TEST(VELIXMLDOM, WriteGivesEveryElementALineOfItsOwn) {
+TEST(VELIXMLDOM, WritePutsEveryElementOnALineOfItsOwn) {
     const VELIDOMDocument document = MakeDocument();
     const VELIDOMElement root = MakeElement(document, "DyAdDescription");
     EXPECT_EQ(document.AppendChild(root), S_OK);
@@ -191,7 +191,7 @@ TEST(VELIXMLDOM, WriteTakesDocumentsOfAnyDepth) {
     EXPECT_GT(text.size(), 50000U * 8);
 }
 
-TEST(VELIXMLDOM, WritingTwiceGivesTheSameBytes) {
+TEST(VELIXMLDOM, WritingTwiceProducesTheSameBytes) {
     const VELIDOMDocument document = DocumentWithValue("v\n\xC3\xA9");
     EXPECT_EQ(Written(document), Written(document));
 }

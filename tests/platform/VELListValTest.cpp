@@ -35,7 +35,7 @@ TEST(VELListVal, PositionsRunFromOne) {
     EXPECT_STREQ("second", list[2].ConvertToChar());
 }
 
-TEST(VELListVal, LocateGivesTheFirstPositionAtOrAfterAnother) {
+TEST(VELListVal, LocateReturnsTheFirstPositionAtOrAfterAnother) {
     const VELListValVELUnicodeString list = Letters();
     EXPECT_EQ(1, list.Locate("a"));
     EXPECT_EQ(3, list.Locate("a", 2));

@@ -127,7 +127,7 @@ TEST(VELMsgCatalog, FallsBackToEnglish) {
     }
 }
 
-TEST(VELMsgCatalog, GivesTheDefaultForAnUnknownKeyOrCatalog) {
+TEST(VELMsgCatalog, ReturnsTheDefaultForAnUnknownKeyOrCatalog) {
     EXPECT_EQ(Message("Ctx.Unknown"), "(default)");
     EXPECT_EQ(Message(""), "(default)");
     EXPECT_EQ(Message(nullptr), "(default)");
@@ -214,7 +214,7 @@ TEST(VELMsgCatalog, LetsAHostAddTexts) {
     EXPECT_EQ(Message("Ctx.Unknown"), "(default)");
 }
 
-TEST(VELMsgCatalog, GivesTheDefaultWhenAHostRefusesOrThrows) {
+TEST(VELMsgCatalog, ReturnsTheDefaultWhenAHostRefusesOrThrows) {
     {
         const RefusingSource source;
         EXPECT_EQ(Message("Ctx.ParameterType.File"), "(default)");
@@ -223,7 +223,7 @@ TEST(VELMsgCatalog, GivesTheDefaultWhenAHostRefusesOrThrows) {
     EXPECT_EQ(Message("Ctx.ParameterType.File"), "(default)");
 }
 
-TEST(VELMsgCatalog, NeverGivesAHostACountWithoutParameters) {
+TEST(VELMsgCatalog, NeverPassesAHostACountWithoutParameters) {
     const CountingSource source;
     VELMsgCatalog::BuildMessage(Catalog, "K", nullptr, 3, Default);
     EXPECT_EQ(source.count, 0);
@@ -236,7 +236,7 @@ TEST(VELMsgCatalog, NeverGivesAHostACountWithoutParameters) {
     EXPECT_EQ(source.count, 0);
 }
 
-TEST(VELMsgCatalog, GivesTheFormerSourceBack) {
+TEST(VELMsgCatalog, ReturnsTheFormerSource) {
     EXPECT_EQ(VELMsgCatalog::SetSource(nullptr), nullptr);
     {
         RefusingSource source;
@@ -245,7 +245,7 @@ TEST(VELMsgCatalog, GivesTheFormerSourceBack) {
     EXPECT_EQ(VELMsgCatalog::SetSource(nullptr), nullptr);
 }
 
-TEST(VELMsgCatalog, AnswersAnEmptyTextWithoutMemory) {
+TEST(VELMsgCatalog, ReturnsAnEmptyTextWithoutMemory) {
     const VELString key("Ctx.Check.CtxAlreadyDefined");
     const VELUnicodeString name("a name that is too long to be kept inside the text");
     const InLanguage language("en");
@@ -276,7 +276,7 @@ TEST(VELMsgCatalog, KeepsTheLanguageWhenThereIsNoMemoryForAnother) {
     EXPECT_LT(allowed, 10000);
 }
 
-TEST(VELMsgCatalog, MayBeAskedFromSeveralThreads) {
+TEST(VELMsgCatalog, MayBeUsedBySeveralThreads) {
     VELMsgCatalog::SetLanguage("en");
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i) {

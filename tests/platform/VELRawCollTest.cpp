@@ -42,7 +42,7 @@ TEST(VELRawColl, AppendsFromPositionOne) {
     EXPECT_EQ((std::vector<int>{7, 8}), Numbers(list));
 }
 
-TEST(VELRawColl, InsertsUpToThePositionBehindTheLast) {
+TEST(VELRawColl, InsertsUpToThePositionAfterTheLast) {
     VELRawCollint list = ListOf({7, 8});
     EXPECT_EQ(1, list.InsertAt(1, 6));
     EXPECT_EQ(4, list.InsertAt(4, 9));

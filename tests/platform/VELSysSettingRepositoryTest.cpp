@@ -21,7 +21,7 @@ using dyadctx::test::TemporaryFolder;
 
 namespace {
 
-// What the repository DyadSettingsRep answers for an attribute: its value, "refused" (with the
+// What the repository DyadSettingsRep returns for an attribute: its value, "refused" (with the
 // output as before) or "absent".
 std::string Answer(const char* attribute, const char* repository = "DyadSettingsRep") {
     auto* settings = VELSysSettingRepository::GetRepository(repository, 0);
@@ -117,7 +117,7 @@ public:
 
 } // namespace
 
-TEST(VELSysSettingRepository, GivesTopLevelTexts) {
+TEST(VELSysSettingRepository, ReturnsTopLevelTexts) {
     const SettingsFolder settings("# a comment\n"
                                   "DYAD_Ctx_XmlFile = '\\\\host\\share\\contexts.xml'\n"
                                   "basic = \"a\\tb\"\n"
@@ -160,7 +160,7 @@ TEST(VELSysSettingRepository, IsAbsentWithoutAUsableFile) {
     }
 }
 
-TEST(VELSysSettingRepository, IsAbsentWhereNoRegularFileStands) {
+TEST(VELSysSettingRepository, IsAbsentWhereThereIsNoRegularFile) {
     const TemporaryFolder folder;
     const EnvironmentVariable variable("VELSettingPath", folder.Path().string());
     dyadctx::test::MakeFifo(folder.PathOf("Fifo.toml"));
@@ -205,7 +205,7 @@ TEST(VELSysSettingRepository, LooksInTheFoldersOfTheUserInOrder) {
     EXPECT_EQ("absent\n", RunChild(empty).standardOutput);
 }
 
-TEST(VELSysSettingRepository, AHostsSourceAnswersInstead) {
+TEST(VELSysSettingRepository, AHostsSourceIsAskedInstead) {
     const SettingsFolder settings("file = \"one\"\n");
     {
         HostSource source;
@@ -338,7 +338,7 @@ TEST(VELSysSettingRepository, ALockThatIsNeverGivenBackRefusesTheChange) {
     EXPECT_EQ("<x>", Answer("a"));
 }
 
-TEST(VELSysSettingRepository, TellsTheFileOfARepositoryWhetherOrNotItIsThere) {
+TEST(VELSysSettingRepository, NamesTheFileOfARepositoryWhetherOrNotItExists) {
     const SettingsFolder settings("file = \"one\"\n");
     VELUnicodeString file;
     EXPECT_EQ(S_OK, VELSysSettingRepository::GetRepositoryFile("DyadSettingsRep", file));
@@ -347,7 +347,7 @@ TEST(VELSysSettingRepository, TellsTheFileOfARepositoryWhetherOrNotItIsThere) {
     EXPECT_EQ(settings.Folder().PathOf("Other.toml"), file.ConvertToChar());
 }
 
-TEST(VELSysSettingRepository, TellsNoFileForANameThatIsNone) {
+TEST(VELSysSettingRepository, NamesNoFileForAnInvalidName) {
     const SettingsFolder settings("");
     VELUnicodeString file("untouched");
     for (const char* name : {static_cast<const char*>(nullptr), "", "a/b", "..\\b"}) {

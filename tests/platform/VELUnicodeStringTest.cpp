@@ -177,7 +177,7 @@ struct SearchCase {
     int expected;
 };
 
-TEST(VELUnicodeString, SearchGivesPositionsInCharacters) {
+TEST(VELUnicodeString, SearchReturnsPositionsInCharacters) {
     constexpr auto Forward = VELUnicodeString::Forward;
     constexpr auto Backward = VELUnicodeString::Backward;
     const SearchCase cases[] = {

@@ -188,7 +188,7 @@ INSTANTIATE_TEST_SUITE_P(
              "the end tag \"b\" does not belong to the open element \"\xC3\xA9\", which begins at "
              "line 2, column 1"}}));
 
-TEST(XmlDiagnosis, FindsAFaultFarBehind) {
+TEST(XmlDiagnosis, FindsAFaultFarDownTheFile) {
     std::string text = "<a>";
     for (int line = 0; line < 50000; ++line)
         text += "\n<b p='value'>text</b>";

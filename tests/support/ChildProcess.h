@@ -1,4 +1,4 @@
-// Runs a program to its end and tells what it wrote and how it ended.
+// Runs a program to its end and returns what it wrote and how it ended.
 #pragma once
 
 #include <map>

@@ -24,8 +24,8 @@ public:
 };
 
 // Calls `attempt(number)` with the first, then the second, ... allocation failing, until none is
-// left to fail; gives how many could. The attempt makes a FailingAllocation from `number` for the
-// operation under test, checks what the operation left behind, and gives whether it failed.
+// left to fail; returns how many could. The attempt makes a FailingAllocation from `number` for the
+// operation under test, checks what the operation left, and returns whether it failed.
 template<class Attempt>
 int ForEachAllocation(const Attempt& attempt) {
     constexpr int Most = 100000;

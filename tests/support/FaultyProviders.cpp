@@ -36,7 +36,7 @@ namespace {
 
 using State = FaultyProviders::State;
 
-// Does `work` unless a fault forbids it, and gives the code of the call.
+// Does `work` unless a fault forbids it, and returns the code of the call.
 template<class Work>
 VELResult Perform(const Fault* fault, Work&& work) {
     if (fault == nullptr || fault->acts)

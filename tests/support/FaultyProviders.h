@@ -20,13 +20,13 @@ enum class ProviderCall {
     GetServerDetails
 };
 
-// What a call does in place of its work.
+// What a call does instead of its work.
 struct Fault {
-    // What the call answers; may be a success other than S_OK.
+    // What the call returns; may be a success other than S_OK.
     VELResult code = E_FAIL;
     // The work is done all the same.
     bool acts = false;
-    // An exception in place of an answer.
+    // An exception instead of a result.
     bool throws = false;
 };
 
@@ -45,7 +45,7 @@ public:
     void FailAt(ProviderCall call, int number, const Fault& fault = {});
     // Success without a provider.
     void GiveNullAt(ProviderCall call, int number) { FailAt(call, number, {S_OK, false, false}); }
-    // What a provider with the connector name `asked` answers when asked about `other`, in this
+    // What a provider with the connector name `asked` returns when asked about `other`, in this
     // direction only. Otherwise two providers are the same when their connector names are equal.
     void AnswerSameness(const std::string& asked, const std::string& other, bool same);
     void ForgetFaults();

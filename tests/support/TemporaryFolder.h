@@ -16,7 +16,7 @@ public:
 
     const std::filesystem::path& Path() const { return path_; }
     std::string PathOf(const std::string& name) const { return (path_ / name).string(); }
-    // Writes a file (and the folders it lies in) and gives its path.
+    // Writes a file (and the folders it lies in) and returns its path.
     std::string Write(const std::string& name, std::string_view content) const;
     std::string Read(const std::string& name) const;
 

@@ -159,7 +159,7 @@ TEST_F(CheckReports, ANoteNamesTheLineOfTheOtherParty) {
         Json::array({{{"text", "\"A\" is declared again here"}, {"line", 3}, {"column", 10}}}));
 }
 
-TEST_F(CheckReports, MessageAndValidAreWhatTheFactoryAnswers) {
+TEST_F(CheckReports, MessageAndValidAreWhatTheFactoryReturns) {
     WriteContexts("two.xml", "<Context Name='A!' Parameter='a' ParameterType='Path'/>"
                              "<Context Name='B!' Parameter='b' ParameterType='Path'/>");
     const Json document = VerdictOn({"check", "two.xml"}, 1);
@@ -344,7 +344,7 @@ TEST_F(CheckReports, SarifHoldsRulesResultsAndPlaces) {
     }
 }
 
-TEST_F(CheckReports, SarifTellsWhenTheToolCouldNotDoItsWork) {
+TEST_F(CheckReports, SarifSaysWhenTheToolCouldNotDoItsWork) {
     const ChildResult none = Run({"check", "--format", "sarif", "missing.xml"});
     EXPECT_EQ(none.status, 3);
     const Json invocation = Json::parse(none.standardOutput)["runs"][0]["invocations"][0];
@@ -413,7 +413,7 @@ TEST_F(CheckReports, EqualMessagesAreToldOnce) {
     EXPECT_EQ(std::count(message.begin(), message.end(), '\n'), 100 + 100 * 100);
 }
 
-TEST_F(CheckReports, ColoursStandOnlyWhereTheyAreAskedFor) {
+TEST_F(CheckReports, ColoursAreUsedOnlyOnRequest) {
     WriteContexts("bad.xml", "<Context Name='A!' Parameter='a' ParameterType='Path'/>");
     EXPECT_EQ(Run({"check", "bad.xml"}).standardOutput.find('\x1b'), std::string::npos);
     EXPECT_NE(Run({"check", "bad.xml", "--color", "always"})

@@ -35,7 +35,7 @@ TEST_F(Check, SaysOfAValidFileThatItIs) {
     Expect({"quiet", {"check", "-q", "valid.xml"}, 0, "", {}, {}});
 }
 
-TEST_F(Check, TellsEveryFindingWithItsKeyThenASummary) {
+TEST_F(Check, PrintsEveryFindingWithItsKeyThenASummary) {
     const std::string findings =
         std::string("invalid.xml:2:36: error: ") + ForbiddenText +
         " [Ctx.Check.CtxNameWithInvalidChar]\ninvalid.xml:2:46: error: " + EmptyParameterText +
@@ -112,7 +112,7 @@ TEST_F(Check, SummarisesSeveralFiles) {
         << result.standardOutput;
 }
 
-TEST_F(Check, GivesTheReasonWhereTheLibraryIsSilent) {
+TEST_F(Check, PrintsTheReasonWhereTheLibraryIsSilent) {
     WriteContexts("silent.xml", R"(<Context Name="A" Parameter="/a" ParameterType="Path">
         <Scenario><ScenarioID Ident="1" name="x"><Option value="y"/></ScenarioID></Scenario>
         </Context>)");
@@ -172,7 +172,7 @@ TEST_F(Check, LinkingAndReadingFaultsAreFindings) {
     }
 }
 
-TEST_F(Check, SpeaksTheLanguageAskedFor) {
+TEST_F(Check, UsesTheRequestedLanguage) {
     const auto textIn = [this](const char* language) {
         return VerdictOn({"check", "invalid.xml", "--lang", language}, 1)["findings"][1]["text"]
             .get<std::string>();

@@ -131,7 +131,7 @@ TEST_F(CommandLine, ControlCharactersOfAnArgumentDoNotReachTheTerminal) {
     EXPECT_EQ(result.standardError.find('\x1b'), std::string::npos);
 }
 
-TEST_F(CommandLine, CommonOptionsStandBeforeOrBehindTheCommand) {
+TEST_F(CommandLine, CommonOptionsMayPrecedeOrFollowTheCommand) {
     WriteContexts("a.xml", R"(<Context Name="A" Parameter="/a" ParameterType="Path"/>)");
     ExpectEach({
         {"before",
@@ -149,7 +149,7 @@ TEST_F(CommandLine, CommonOptionsStandBeforeOrBehindTheCommand) {
     });
 }
 
-TEST_F(CommandLine, TheFormatStandsBeforeOrBehindTheCommand) {
+TEST_F(CommandLine, TheFormatMayPrecedeOrFollowTheCommand) {
     WriteContexts("a.xml", R"(<Context Name="A" Parameter="/a" ParameterType="Path"/>)");
     const std::string names = Run({"list", "a.xml", "--format", "names"}).standardOutput;
     ASSERT_EQ(names, "A\n");

@@ -29,7 +29,7 @@ protected:
         folder_.Write("broken/DyadSettingsRep.toml", "DYAD_Ctx_XmlFile =\n");
         settings_ = {{"VELSettingPath", folder_.PathOf("settings")}};
     }
-    // One call of each command that answers on standard output, with the status it ends with.
+    // One call of each command that writes to standard output, with the status it ends with.
     std::vector<std::pair<Arguments, int>> Answers() const {
         return {{{"check", "a.xml"}, 0},         {{"list", "a.xml"}, 0},
                 {{"show", "A", "a.xml"}, 0},     {{"which"}, 0},
@@ -175,7 +175,7 @@ TEST_F(Contract, SettingsThatCannotBeReadOrWrittenHaveTheirStatus) {
     EXPECT_EQ(Run({"settings", "set", "a", "b"}, unwritable).status, 6);
 }
 
-TEST_F(Contract, TheAnswerStandsAloneOnStandardOutputInEveryFormat) {
+TEST_F(Contract, StandardOutputHoldsOnlyTheAnswerInEveryFormat) {
     for (const auto& [arguments, status] : Answers()) {
         for (const std::string& format : FormatsOf(arguments.front())) {
             const ChildResult result = Run(InFormat(arguments, format), settings_);
@@ -284,7 +284,7 @@ TEST_F(Contract, ALanguageChangesTextsAndNothingElse) {
         "Pfad");
 }
 
-TEST_F(Contract, ErrorsOnStandardErrorComeInTheLanguageAskedFor) {
+TEST_F(Contract, ErrorsOnStandardErrorAreInTheRequestedLanguage) {
     for (const Arguments& arguments : {Arguments{"list", "invalid.xml"},
                                        {"show", "A", "invalid.xml"},
                                        {"scenarios", "invalid.xml"},
@@ -301,7 +301,7 @@ TEST_F(Contract, ErrorsOnStandardErrorComeInTheLanguageAskedFor) {
 
 #if !defined(DYADCTX_TEST_SANITIZED)
 // From the least memory with which the tool starts: it refuses, or ends with an internal error, and
-// at last it answers. It never dies, and what it has begun to say is never half an answer.
+// with enough memory it answers. It never dies, and never writes half an answer.
 TEST_F(Contract, MemoryThatRunsOutEndsEachCommandWithAStatus) {
     WriteContexts("large.xml", ManyContexts());
     std::string settings = "DYAD_Ctx_XmlFile = './a.xml'\n";

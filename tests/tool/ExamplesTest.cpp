@@ -72,7 +72,7 @@ TEST_F(Examples, TheClientListsContextsAndOptions) {
         << options.standardOutput;
 }
 
-TEST_F(Examples, TheClientTellsWhyItHasNoContexts) {
+TEST_F(Examples, TheClientSaysWhyItHasNoContexts) {
     const ChildResult none =
         RunExample(DYADCTX_LIST_CONTEXTS, {}, {{"ExchangeChannel", "/no/such.xml"}});
     EXPECT_EQ(none.status, 1);

@@ -185,7 +185,7 @@ TEST_P(GraphLayout, ArcsEndAtTheirBoxesAndPassThroughNone) {
     }
 }
 
-TEST_P(GraphLayout, TheSameGraphGivesTheSamePicture) {
+TEST_P(GraphLayout, TheSameGraphProducesTheSamePicture) {
     const Layout again = LayOut(boxes_, GetParam().arcs);
     for (std::size_t i = 0; i < layout_.centres.size(); ++i) {
         EXPECT_EQ(again.centres[i].x, layout_.centres[i].x);
@@ -215,7 +215,7 @@ TEST(GraphLayoutShape, AChainIsStraight) {
 }
 
 TEST(GraphLayoutShape, ATreeIsDrawnWithoutCrossings) {
-    // Left to right, the leaves stand in the order of their parents.
+    // Left to right, the leaves are in the order of their parents.
     const std::vector<Arc> arcs{{0, 1}, {0, 2}, {1, 5}, {2, 3}, {2, 4}, {1, 6}};
     const Layout layout = LayOut(std::vector<LayoutBox>(7, {80, BoxHeight, 0}), arcs);
     const auto x = [&](std::size_t box) { return layout.centres[box].x; };

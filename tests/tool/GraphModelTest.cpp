@@ -11,8 +11,8 @@ namespace {
 
 using namespace dyadctx::tool;
 
-// Whole links as texts: "Design>Parts", "Design=Vault" for an associated one; "!" behind one that
-// leads to an undeclared context, "*" behind one on a cycle.
+// Whole links as texts: "Design>Parts", "Design=Vault" for an associated one; "!" after one that
+// leads to an undeclared context, "*" after one on a cycle.
 std::vector<std::string> LinksOf(const Graph& graph) {
     std::vector<std::string> links;
     for (const GraphLink& link : graph.links) {
@@ -41,7 +41,7 @@ protected:
         collector_->AddContext(context, nullptr, 0);
         return context;
     }
-    // What the reader leaves behind for a friend or associated context named in a file.
+    // What the reader leaves for a friend or associated context named in a file.
     void Mention(VELDyadContext* by, const char* name, int associated = 0) {
         collector_->AddContext(new VELDyadContext(name, "", ""), by, associated);
     }

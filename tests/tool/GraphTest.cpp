@@ -382,7 +382,7 @@ TEST_F(GraphCommand, XmlToolsAcceptTheSvg) {
     EXPECT_EQ(RunInShell("\"$DYADCTX\" graph site.xml --db-context | xmllint --noout -").status, 0);
 }
 
-TEST_F(GraphCommand, TheSameFileGivesTheSameBytes) {
+TEST_F(GraphCommand, TheSameFileProducesTheSameBytes) {
     for (const char* format : {"svg", "dot", "mermaid"})
         EXPECT_EQ(Draw({"--format", format}), Draw({"--format", format}));
 }

@@ -100,7 +100,7 @@ TEST(GraphText, LongTextsKeepTheirBeginningAndTheirEnd) {
 }
 
 TEST(GraphText, MarksOnALetterAreNotCutOff) {
-    // e with an accent of its own, in front of and behind the cut.
+    // e with an accent of its own, before and after the cut.
     const std::string e = "e\u0301";
     EXPECT_EQ(Shortened(Repeated(e, 12), 7), Repeated(e, 4) + "…" + Repeated(e, 2));
 }
@@ -141,7 +141,7 @@ TEST(GraphText, WideCharactersTakeMoreRoom) {
     EXPECT_DOUBLE_EQ(TextWidth("abc", 20), 2 * TextWidth("abc", 10));
 }
 
-TEST(GraphText, NumbersHaveAtMostOneDigitBehindThePoint) {
+TEST(GraphText, NumbersHaveAtMostOneDigitAfterThePoint) {
     EXPECT_EQ(SvgNumber(0), "0");
     EXPECT_EQ(SvgNumber(12.34), "12.3");
     EXPECT_EQ(SvgNumber(-0.04), "0");

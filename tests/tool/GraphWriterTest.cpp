@@ -147,7 +147,7 @@ TEST(GraphWriter, MermaidOfASmallGraph) {
     EXPECT_EQ(MermaidLinkCount(SmallGraph()), 6);
 }
 
-TEST(GraphWriter, ALongNameStandsInFullInAMermaidComment) {
+TEST(GraphWriter, ALongNameIsInFullInAMermaidComment) {
     Graph graph;
     graph.nodes = {Node("n1", "A name " + std::string(60, 'x') + " %%{end}", NodeKind::Path)};
     EXPECT_NE(WriteMermaid(graph, "t")
@@ -240,7 +240,7 @@ TEST(GraphWriter, ANameNeverLeavesItsLine) {
               std::ssize(graph.nodes) + std::ssize(graph.links) + 14);
 }
 
-TEST(GraphWriter, TheSameGraphGivesTheSameBytes) {
+TEST(GraphWriter, TheSameGraphProducesTheSameBytes) {
     EXPECT_EQ(WriteSvg(HostileGraph(), "x"), WriteSvg(HostileGraph(), "x"));
     EXPECT_EQ(WriteDot(HostileGraph(), "x"), WriteDot(HostileGraph(), "x"));
     EXPECT_EQ(WriteMermaid(HostileGraph(), "x"), WriteMermaid(HostileGraph(), "x"));

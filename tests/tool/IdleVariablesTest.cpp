@@ -79,7 +79,7 @@ TEST_F(IdleVariables, AnEmptyValueIsAsGoodAsNone) {
         EXPECT_EQ(Told({{name, ""}}), Strings({std::string(name) + ": it is empty"}));
 }
 
-TEST_F(IdleVariables, WhatComesBehindTheDecisionDecidesNothing) {
+TEST_F(IdleVariables, WhatComesAfterTheDecisionDecidesNothing) {
     const std::string reason = ": an earlier source decides which file is taken";
     EXPECT_EQ(Told({{"VELDyadCtxInit", A()},
                     {"VELSettingPath", "settings"},

@@ -1,4 +1,4 @@
-// `schema`: the schemas as they stand in their files.
+// `schema`: the schemas as they are in their files.
 #include "tool/ToolTest.h"
 
 #include <algorithm>

@@ -44,7 +44,7 @@ TEST_F(Settings, PathFollowsTheEnvironment) {
     EXPECT_EQ(RunForJson({"settings", "path"}, 0, Here()), expected);
 }
 
-TEST_F(Settings, GetGivesOneOrAll) {
+TEST_F(Settings, GetReturnsOneOrAll) {
     folder_.Write(File, "b = 'two'\nn = 3\na = \"one\"\n[t]\nx = 'no'\n");
     EXPECT_EQ(RunHere({"get", "a"}).standardOutput, "one\n");
     EXPECT_EQ(RunHere({"get"}).standardOutput, "NAME  VALUE\nb     two\na     one\n");
@@ -77,7 +77,7 @@ TEST_F(Settings, SetChangesTheValueAndNothingElse) {
               "last = 'l'\n\n[table]\nDYAD_Ctx_XmlFile = 'x'\n");
 }
 
-TEST_F(Settings, SetWorksBehindCharactersOfSeveralBytes) {
+TEST_F(Settings, SetWorksAfterCharactersOfSeveralBytes) {
     EXPECT_EQ(Edited("\"日本\" = '図面' # 図\nz = 'z'\n", {"set", "日本", "新しい"}),
               "\"日本\" = \"新しい\" # 図\nz = 'z'\n");
 }
@@ -89,7 +89,7 @@ TEST_F(Settings, SetReplacesAValueOfSeveralLines) {
               "a = 1\nb = \"x\" # c\nd = 2\n");
 }
 
-TEST_F(Settings, SetAddsALineBehindTheOtherAttributes) {
+TEST_F(Settings, SetAddsALineAfterTheOtherAttributes) {
     EXPECT_EQ(Edited("a = '1'\nb = '2'\n\n# t\n[t]\nx = 1\n", {"set", "c", "3"}),
               "a = '1'\nb = '2'\nc = \"3\"\n\n# t\n[t]\nx = 1\n");
     EXPECT_EQ(Edited("# t\n[t]\nx = 1\n", {"set", "c", "3"}), "c = \"3\"\n# t\n[t]\nx = 1\n");

@@ -24,7 +24,7 @@ protected:
 
 } // namespace
 
-TEST_F(Show, TellsWhoNamesTheContext) {
+TEST_F(Show, ShowsWhichContextsNameIt) {
     Expect({"friend",
             {"show", "Library", "site.xml", "--db-context"},
             0,
@@ -37,7 +37,7 @@ TEST_F(Show, TellsWhoNamesTheContext) {
             {}});
 }
 
-TEST_F(Show, TellsTheSitesOfADatabase) {
+TEST_F(Show, ShowsTheSitesOfADatabase) {
     Expect({"sites",
             {"show", "Vault", "site.xml", "--db-context"},
             0,

@@ -25,7 +25,7 @@ struct ToolCase {
     int status = 0;
     // The whole of standard output, where given.
     std::optional<std::string> output;
-    // Each stands somewhere in standard error; without any, standard error is empty.
+    // Each is somewhere in standard error; without any, standard error is empty.
     std::vector<std::string> remarks;
     Environment environment;
 };
@@ -39,7 +39,7 @@ protected:
     // Runs without the rights of the super-user, in a folder others may enter.
     ChildResult RunAsOrdinaryUser(const std::vector<std::string>& arguments,
                                   const Environment& environment = {}) const;
-    // Runs with --format json and gives the document; the status must be the given one.
+    // Runs with --format json and returns the document; the status must be the given one.
     Json RunForJson(std::vector<std::string> arguments, int status = 0,
                     const Environment& environment = {}) const;
     // The same for a check of one file: what the document says of that file.
@@ -48,7 +48,7 @@ protected:
     void Expect(const ToolCase& example) const;
     void ExpectEach(const std::vector<ToolCase>& examples) const;
 
-    // Writes a context file with that content of CtxData and gives its name in the folder.
+    // Writes a context file with that content of CtxData and returns its name in the folder.
     std::string WriteContexts(const std::string& name, std::string_view contexts) const;
 
     TemporaryFolder folder_;

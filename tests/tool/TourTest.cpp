@@ -13,7 +13,7 @@ struct Step {
     std::string shown;
 };
 
-// The commands ("$ dyadctx ...") of all console blocks, each with the lines behind it.
+// The commands ("$ dyadctx ...") of all console blocks, each with the lines that follow it.
 std::vector<Step> StepsOf(const std::string& path) {
     std::ifstream in(path);
     std::vector<Step> steps;

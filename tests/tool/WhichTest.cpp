@@ -148,7 +148,7 @@ TEST_F(Which, ABrokenSettingsFileIsNamedWithPlaceAndReason) {
     EXPECT_EQ(document["file"], DefaultBelow("two"));
 }
 
-TEST_F(Which, EachCandidateTellsWhereItComesFrom) {
+TEST_F(Which, EachCandidateShowsItsOrigin) {
     Environment environment = Settings("# The site.\n[other]\nx = 1\n");
     folder_.Write("settings/DyadSettingsRep.toml",
                   "# The site.\nDYAD_Ctx_XmlFile = '" + folder_.PathOf("named.xml") + "'\n");
@@ -218,7 +218,7 @@ TEST_F(Which, SettingsThatNameNoFileAreToldWithTheReason) {
     }
 }
 
-TEST_F(Which, ACandidateThatWasNotReachedTellsWhetherItCouldBeRead) {
+TEST_F(Which, ACandidateThatWasNotReachedShowsWhetherItCouldBeRead) {
     Environment environment = Settings("DYAD_Ctx_XmlFile = '/no/such.xml'\n");
     environment["VELDyadCtxInit"] = folder_.PathOf("named.xml");
     environment["VELInstallPath"] = "/a:/b;" + folder_.PathOf("two");
@@ -230,7 +230,7 @@ TEST_F(Which, ACandidateThatWasNotReachedTellsWhetherItCouldBeRead) {
     EXPECT_EQ(candidates[3]["fault"], nullptr);
 }
 
-TEST_F(Which, ExplainTellsEachSourceWithItsPlace) {
+TEST_F(Which, ExplainShowsEachSourceWithItsPlace) {
     Environment environment =
         Settings("\nDYAD_Ctx_XmlFile = '" + folder_.PathOf("named.xml") + "'\n");
     environment["VELInstallPath"] = folder_.PathOf("two") + ";/no\x1bwhere";

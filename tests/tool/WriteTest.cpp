@@ -46,7 +46,7 @@ TEST_F(Write, WhatIsWrittenReadsBackTheSame) {
     EXPECT_EQ(WithoutPlaces(before["contexts"]), WithoutPlaces(after["contexts"]));
 }
 
-TEST_F(Write, WritesTheViewAskedFor) {
+TEST_F(Write, WritesTheRequestedView) {
     Expect({"quiet",
             {"write", "site.xml", "-q", "--output", "out.xml", "--db-context", "--type", "path"},
             0,

@@ -79,6 +79,6 @@ int main(int argc, char** argv) {
     if (part == parts.end())
         return 2;
     part->second();
-    // Drops what still stands in the buffers of the standard streams.
+    // Drops what is still in the buffers of the standard streams.
     std::_Exit(0);
 }

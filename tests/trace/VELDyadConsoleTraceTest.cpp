@@ -147,7 +147,7 @@ TEST(DYADCTXVsnprintf, RefusesAMissingFormatAndOneThatCannotBeApplied) {
     EXPECT_EQ(Format(20, "wide %ls", L"\x20AC").result, -1);
 }
 
-TEST(DYADCTXVsnprintf, AnswersMinusOneWithoutMemory) {
+TEST(DYADCTXVsnprintf, ReturnsMinusOneWithoutMemory) {
     std::string longText(1000, 'x');
     const FailingAllocation failure(1, FailingAllocations::FromThatOneOn);
     char buffer[4] = "###";

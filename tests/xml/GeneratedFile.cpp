@@ -61,7 +61,7 @@ private:
     std::uint32_t Below(std::uint32_t bound) {
         return static_cast<std::uint32_t>(random_()) % bound;
     }
-    // A text as it stands in an attribute.
+    // A text as it is written in an attribute.
     std::string Text(std::uint32_t leastLength, std::uint32_t mostLength);
     void AppendCharacter(std::string& text, std::uint32_t c);
     std::string UniqueName();

@@ -15,11 +15,11 @@ struct GeneratedContent {
     bool sites = false;
 };
 
-// The same seed gives the same document. Names and parameters are drawn from all characters that
+// The same seed produces the same document. Names and parameters are drawn from all characters that
 // XML can carry.
 std::string GenerateDocument(std::uint32_t seed, const GeneratedContent& content);
 
-// Everything the collector tells about its contexts, as text to compare.
+// Everything the collector returns about its contexts, as text to compare.
 std::string Describe(VELDyadCtxCollector& collector);
 
 } // namespace dyadctx::test

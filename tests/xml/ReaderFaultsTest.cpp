@@ -77,7 +77,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "WARNING VELDyadCtxXml:GetNodeListByTagName - spNodeElements issue"},
         DomCase{DomCall::GetChildNodes, 1, DomFault::Fail, A, E_FAIL, InternalError + NoData,
                 "WARNING VELDyadCtxXml:GetNodeListByTagName - GetChildNodes Internal error"},
-        // Nothing found below a context is no failure, so only the message tells.
+        // Nothing found below a context is no failure, so only the message shows it.
         DomCase{DomCall::GetChildNodes, 2, DomFault::Fail, A, S_OK, InternalError,
                 "WARNING VELDyadCtxXml:GetNodeListByTagName - GetChildNodes Internal error"},
         DomCase{DomCall::Item, 3, DomFault::Fail, AWithFriend, E_FAIL, InternalError,

@@ -91,7 +91,7 @@ TEST(ReaderScenarios, ScenariosOfAssociatedContextsNeedTheEnvironment) {
     EXPECT_EQ(RowsOf(ReadContexts(contexts)), Rows{"B|B|p|I||"});
 }
 
-TEST(ReaderScenarios, ContextReadInTwoRolesGivesItsRowsTwice) {
+TEST(ReaderScenarios, AContextReadInTwoRolesAddsItsRowsTwice) {
     const std::string contexts = Path("A", Path("B", ScenarioId("I", "p")));
     EXPECT_EQ(RowsOf(ReadContexts(contexts)), Rows{"B|B|p|I||"});
     const DbEnvironment db(true);

@@ -11,7 +11,7 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-// What reading is expected to leave behind.
+// What reading is expected to result in.
 struct Expected {
     VELResult result;
     Names all;

@@ -152,7 +152,7 @@ TEST(WriterTargets, FullDiskKeepsTheOldFile) {
 
 namespace {
 
-// The old file, or none for an empty text, stands where the probe is to write. Gives how many calls
+// The old file, or none for an empty text, is where the probe is to write. Returns how many calls
 // it was killed at; ends with the first run that is not killed.
 class KilledWriter {
 public:

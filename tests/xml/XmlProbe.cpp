@@ -1,6 +1,6 @@
 // A client program for tests that need a process of their own.
 //
-//   xml_probe read FILE           reads the file and writes what the collector tells
+//   xml_probe read FILE           reads the file and writes what the collector holds
 //   xml_probe write FILE TARGET   reads the file, writes a line, and writes the collector
 //
 // The DB context environment is on. Status 0 for success, 1 for a refusal, 2 for wrong usage.

@@ -50,7 +50,7 @@ void MakeSocket(const std::string& path) {
 }
 
 bool MakeBlockDevice(const std::string& path) {
-    // A number that no driver has, so that nothing is behind it.
+    // A number that no driver has, so that there is no device.
     return mknod(path.c_str(), S_IFBLK | 0666, makedev(240, 240)) == 0;
 }
 

@@ -74,7 +74,7 @@ TEST_F(Explain, PlacesOfTheTextAreNamed) {
         << result.standardOutput;
 }
 
-TEST_F(Explain, CaptionsTellWhatAnExampleIs) {
+TEST_F(Explain, CaptionsSayWhatAnExampleIs) {
     const auto holds = [this](const char* key, const char* caption) {
         return Run({"explain", key}).standardOutput.find(std::string("\n") + caption + "\n") !=
                std::string::npos;
@@ -165,7 +165,7 @@ TEST_F(Explain, WrongUsageIsTold) {
     });
 }
 
-TEST_F(Explain, AnAnswerThatCannotBeWrittenIsToldSo) {
+TEST_F(Explain, AnAnswerThatCannotBeWrittenIsReported) {
     for (const char* arguments : {"explain", "explain friend-ring", "explain --format man"}) {
         const ChildResult result =
             RunInShell(std::string("\"$DYADCTX\" ") + arguments + " > /dev/full");
@@ -174,7 +174,7 @@ TEST_F(Explain, AnAnswerThatCannotBeWrittenIsToldSo) {
     }
 }
 
-TEST_F(Explain, ColoursStandOnlyWhereTheyAreAskedFor) {
+TEST_F(Explain, ColoursAreUsedOnlyOnRequest) {
     EXPECT_EQ(Run({"explain", "friend-ring"}).standardOutput.find('\x1b'), std::string::npos);
     const std::string colored = Run({"explain", "friend-ring", "--color", "always"}).standardOutput;
     EXPECT_NE(colored.find("(\x1b[33mwarning\x1b[0m)"), std::string::npos) << colored;
