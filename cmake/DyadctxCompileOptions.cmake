@@ -84,6 +84,11 @@ function(dyadctx_optimise_across_sources target)
     set_target_properties(${target} PROPERTIES
       INTERPROCEDURAL_OPTIMIZATION_RELEASE ON
       INTERPROCEDURAL_OPTIMIZATION_MINSIZEREL ON)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+      # The tests link the same objects, but as they are.
+      target_compile_options(${target} PRIVATE
+        $<$<CONFIG:Release,MinSizeRel>:-ffat-lto-objects>)
+    endif()
   endif()
   if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     # An exported function is called directly from within the library, not looked up at run time.

@@ -3,7 +3,6 @@
 
 #include "platform/VELIXMLDOM.h"
 #include "platform/detail/DomDocument.h"
-#include "platform/detail/DomFaults.h"
 
 #include <cstdint>
 #include <string_view>
@@ -19,7 +18,7 @@ struct DomAccess {
     // Like GetTagName, as a number. False, with `id` unchanged, for non-elements.
     static bool GetTagId(const VELIDOMNode& node, std::uint32_t& id) {
         const DomNode* element = node.Node();
-        if (element == nullptr || TakeDomFault(DomCall::GetTagName) != DomFault::None)
+        if (element == nullptr)
             return false;
         id = element->name;
         return true;

@@ -2,21 +2,13 @@
 
 #include "platform/VELBaseUnknown_var.h"
 #include "platform/detail/DomDocument.h"
-#include "platform/detail/DomFaults.h"
 
 #include <utility>
 
-using dyadctx::DomCall;
 using dyadctx::DomDocument;
-using dyadctx::DomFault;
 using dyadctx::DomNode;
 
 namespace {
-
-// The result of an operation that returns no handle, because it failed or a test makes it.
-VELResult AnswerOf(DomFault fault) noexcept {
-    return fault == DomFault::NullHandle ? S_OK : E_FAIL;
-}
 
 // Runs an operation that may allocate.
 template<class Operation>
@@ -96,18 +88,13 @@ DomNode* VELIDOMNode::Node() const {
 
 VELResult VELIDOMNode::GetTagName(VELUnicodeString& name) const {
     const DomNode* node = Node();
-    if (node == nullptr || dyadctx::TakeDomFault(DomCall::GetTagName) != DomFault::None)
+    if (node == nullptr)
         return E_FAIL;
     return Assign(name, Document().TagName(*node));
 }
 
 VELResult VELIDOMNode::GetChildNodes(VELIDOMNodeList& children) const {
     const DomNode* node = Node();
-    const DomFault fault = dyadctx::TakeDomFault(DomCall::GetChildNodes);
-    if (fault != DomFault::None) {
-        children = VELIDOMNodeList();
-        return AnswerOf(fault);
-    }
     children = node != nullptr ? VELIDOMNodeList(DocumentOrNull(), node->children,
                                                  static_cast<int>(node->childCount))
                                : VELIDOMNodeList(DocumentOrNull(), nullptr, 0);
@@ -118,8 +105,6 @@ VELResult VELIDOMNode::AppendChild(const VELIDOMNode& child) const {
     DomNode* node = Node();
     DomNode* added = child.Node();
     if (node == nullptr || added == nullptr || child.DocumentOrNull() != DocumentOrNull())
-        return E_FAIL;
-    if (dyadctx::TakeDomFault(DomCall::AppendChild) != DomFault::None)
         return E_FAIL;
     return WithoutExceptions([&] { return Document().AppendChild(*node, *added); });
 }
@@ -170,8 +155,6 @@ VELResult VELIDOMElement::GetAttributeAtIndex(int index, VELIDOMAttr& attribute)
 VELResult VELIDOMElement::SetAttribute(const VELUnicodeString& name,
                                        const VELUnicodeString& value) const {
     DomNode* node = Node();
-    if (dyadctx::TakeDomFault(DomCall::SetAttribute) != DomFault::None)
-        return E_FAIL;
     return WithoutExceptions(
         [&] { return Document().SetAttribute(*node, name.AsView(), value.AsView()); });
 }
@@ -179,16 +162,12 @@ VELResult VELIDOMElement::SetAttribute(const VELUnicodeString& name,
 VELResult VELIDOMElement::GetElementsByTagName(const VELUnicodeString& name,
                                                VELIDOMNodeList& elements, int atMost) const {
     const DomNode* node = Node();
-    const DomFault fault = dyadctx::TakeDomFault(DomCall::GetElementsByTagName);
     VELIDOMNodeList found;
-    VELResult result = AnswerOf(fault);
-    if (fault == DomFault::None) {
-        result = WithoutExceptions([&] {
-            const auto span = Document().ElementsByTagName(*node, name.AsView(), atMost);
-            found = VELIDOMNodeList(DocumentOrNull(), span.nodes, static_cast<int>(span.length));
-            return true;
-        });
-    }
+    const VELResult result = WithoutExceptions([&] {
+        const auto span = Document().ElementsByTagName(*node, name.AsView(), atMost);
+        found = VELIDOMNodeList(DocumentOrNull(), span.nodes, static_cast<int>(span.length));
+        return true;
+    });
     elements = std::move(found);
     return result;
 }
@@ -202,10 +181,9 @@ int VELIDOMNodeList::GetLength() const noexcept {
 
 VELResult VELIDOMNodeList::Item(int index, VELIDOMNode& node) const {
     Document();
-    const DomFault fault = dyadctx::TakeDomFault(DomCall::Item);
-    if (fault != DomFault::None || index < 0 || index >= length_) {
+    if (index < 0 || index >= length_) {
         node = VELIDOMNode();
-        return AnswerOf(fault);
+        return E_FAIL;
     }
     // Iterating with one handle does not touch the document's reference count.
     if (node.DocumentOrNull() == DocumentOrNull())
@@ -219,10 +197,9 @@ VELIDOMDocument::VELIDOMDocument(DomDocument* document) noexcept : VELIDOMHandle
 
 VELResult VELIDOMDocument::GetDocumentElement(VELIDOMElement& element) const {
     DomNode* root = Document().Root();
-    const DomFault fault = dyadctx::TakeDomFault(DomCall::GetDocumentElement);
-    if (fault != DomFault::None || root == nullptr) {
+    if (root == nullptr) {
         element = VELIDOMElement();
-        return AnswerOf(fault);
+        return E_FAIL;
     }
     element = VELIDOMElement(DocumentOrNull(), root);
     return S_OK;
@@ -230,18 +207,14 @@ VELResult VELIDOMDocument::GetDocumentElement(VELIDOMElement& element) const {
 
 VELResult VELIDOMDocument::CreateElement(const VELUnicodeString& name,
                                          VELIDOMElement& element) const {
-    Document();
-    const DomFault fault = dyadctx::TakeDomFault(DomCall::CreateElement);
+    DomDocument& document = Document();
     VELIDOMElement created;
-    VELResult result = AnswerOf(fault);
-    if (fault == DomFault::None) {
-        result = WithoutExceptions([&] {
-            DomNode* node = Document().CreateElement(name.AsView());
-            if (node != nullptr)
-                created = VELIDOMElement(DocumentOrNull(), node);
-            return node != nullptr;
-        });
-    }
+    const VELResult result = WithoutExceptions([&] {
+        DomNode* node = document.CreateElement(name.AsView());
+        if (node != nullptr)
+            created = VELIDOMElement(&document, node);
+        return node != nullptr;
+    });
     element = std::move(created);
     return result;
 }
@@ -249,8 +222,7 @@ VELResult VELIDOMDocument::CreateElement(const VELUnicodeString& name,
 VELResult VELIDOMDocument::AppendChild(const VELIDOMElement& element) const {
     Document();
     DomNode* root = element.Node();
-    if (element.DocumentOrNull() != DocumentOrNull() ||
-        dyadctx::TakeDomFault(DomCall::AppendChild) != DomFault::None)
+    if (element.DocumentOrNull() != DocumentOrNull())
         return E_FAIL;
     return Document().AppendRoot(*root) ? S_OK : E_FAIL;
 }

@@ -3,7 +3,6 @@
 #include "platform/VELBaseUnknown_var.h"
 #include "platform/VELFileSystem.h"
 #include "platform/detail/DomDocument.h"
-#include "platform/detail/DomFaults.h"
 #include "platform/detail/FileReader.h"
 #include "platform/detail/XmlDiagnosis.h"
 #include "platform/detail/XmlParser.h"
@@ -16,9 +15,7 @@
 #include <string>
 #include <string_view>
 
-using dyadctx::DomCall;
 using dyadctx::DomDocument;
-using dyadctx::DomFault;
 
 namespace {
 
@@ -155,9 +152,6 @@ VELResult VELIXMLDOMDocumentBuilder::CreateDocument(VELIDOMDocument& document) c
     if (IsNull())
         VELBaseUnknown_var::ThrowErrorNullVar();
     document = VELIDOMDocument();
-    const DomFault fault = dyadctx::TakeDomFault(DomCall::CreateDocument);
-    if (fault != DomFault::None)
-        return fault == DomFault::NullHandle ? S_OK : E_FAIL;
     try {
         document =
             VELIDOMDocument(std::make_unique<DomDocument>(DomDocument::Purpose::Making).release());
@@ -192,9 +186,6 @@ VELIXMLDOMDocumentBuilder::WriteText(const VELIDOMDocument& document, VELUnicode
 
 VELResult CreateVELIXMLDOMDocumentBuilder(VELIXMLDOMDocumentBuilder& builder, int parserClass) {
     builder.parserClass_ = 0;
-    const DomFault fault = dyadctx::TakeDomFault(DomCall::CreateBuilder);
-    if (fault != DomFault::None)
-        return fault == DomFault::NullHandle ? S_OK : E_FAIL;
     if (parserClass != CLSID_XML4C_DOM && parserClass != CLSID_MSXML6_DOM)
         return E_FAIL;
     builder.parserClass_ = parserClass;

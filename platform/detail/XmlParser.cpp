@@ -1,6 +1,5 @@
 #include "platform/detail/XmlParser.h"
 
-#include "platform/detail/DomFaults.h"
 #include "platform/detail/DomTreeBuilder.h"
 #include "platform/detail/PlainXmlScanner.h"
 #include "platform/detail/XmlPositions.h"
@@ -8,7 +7,6 @@
 
 #include <algorithm>
 #include <climits>
-#include <cstdlib>
 #include <expat.h>
 #include <new>
 #include <vector>
@@ -19,15 +17,6 @@ namespace {
 
 constexpr std::size_t UsualBuffer = std::size_t{256} << 10U;
 constexpr std::size_t LargestBuffer = INT_MAX / 2 + 1;
-
-void* AllocateForParser(std::size_t size) {
-    return TakeDomFault(DomCall::ParserMemory) == DomFault::None ? std::malloc(size) : nullptr;
-}
-
-void* ReallocateForParser(void* block, std::size_t size) {
-    return TakeDomFault(DomCall::ParserMemory) == DomFault::None ? std::realloc(block, size)
-                                                                 : nullptr;
-}
 
 bool IsUtf8Name(std::string_view encoding) noexcept {
     constexpr std::string_view Name = "utf-8";
@@ -41,8 +30,7 @@ struct ParserFree {
 using ParserHandle = std::unique_ptr<XML_ParserStruct, ParserFree>;
 
 ParserHandle CreateParser() {
-    const XML_Memory_Handling_Suite memory{AllocateForParser, ReallocateForParser, std::free};
-    ParserHandle parser(XML_ParserCreate_MM(nullptr, &memory, nullptr));
+    ParserHandle parser(XML_ParserCreate(nullptr));
     if (parser == nullptr)
         throw std::bad_alloc();
     return parser;

@@ -1,6 +1,6 @@
 // What the XML layer does when memory runs out at any one allocation.
 #include "platform/DomTesting.h"
-#include "platform/detail/DomFaults.h"
+#include "support/DomFaults.h"
 #include "support/FailingAllocation.h"
 #include "support/TemporaryFolder.h"
 

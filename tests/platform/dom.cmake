@@ -10,10 +10,9 @@ dyadctx_add_test(platform_dom_test SOURCES
 
 dyadctx_add_test(platform_dom_private_test PRIVATE SOURCES
   DomAllocationTest.cpp
-  DomFaultsTest.cpp
   DomForgettingTest.cpp
   DomParserTest.cpp)
-target_link_libraries(platform_dom_private_test PRIVATE dyadctx_failing_allocation)
+target_link_libraries(platform_dom_private_test PRIVATE dyadctx_failing_allocation dyadctx_dom_faults)
 
 dyadctx_add_test(platform_scanner_test PRIVATE SOURCES
   GeneratedXml.cpp

@@ -1,6 +1,6 @@
 // What the reader makes of services that fail: the XML tree and database providers.
-#include "platform/detail/DomFaults.h"
 #include "support/ContextFile.h"
+#include "support/DomFaults.h"
 #include "support/FaultyProviders.h"
 #include "support/KeyCatalog.h"
 #include "support/RecordingTrace.h"
@@ -92,8 +92,6 @@ INSTANTIATE_TEST_SUITE_P(
                 "ERROR VELDyadCtxXml:ParseXMLNodes <CtxData>"},
         DomCase{DomCall::Item, 2, DomFault::NullHandle, A, E_FAIL, InternalError,
                 "ERROR VELDyadCtxXml:ParseXMLNodes <CtxData>"},
-        DomCase{DomCall::GetTagName, 2, DomFault::Fail, A, S_OK, "",
-                "LEAVE VELDyadCtxXml:ParseXMLNodes <CtxData>"},
         DomCase{DomCall::GetChildNodes, 3, DomFault::Fail, A, E_FAIL, InternalError,
                 "ERROR VELDyadCtxXml:ParseXMLNodes : scenario parsing problem, node index=0"},
         DomCase{DomCall::Item, 4, DomFault::Fail, AWithScenario, E_FAIL, InternalError,

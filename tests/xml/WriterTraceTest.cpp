@@ -1,6 +1,6 @@
 // The trace of writing, and what becomes of it when a service fails.
-#include "platform/detail/DomFaults.h"
 #include "support/ContextFile.h"
+#include "support/DomFaults.h"
 #include "support/FaultyProviders.h"
 #include "support/RecordingTrace.h"
 #include "xml/WriterSupport.h"

@@ -1,9 +1,11 @@
-// Lets a private test make one call of the XML layer fail. Unarmed, it costs one atomic load.
+// Lets calls of the XML layer fail that never do by themselves.
+//
+// A test program that links dyadctx_dom_faults has the calls below replaced where it, or the
+// objects of the library in it, make them; the library itself knows nothing of it. Calls within the
+// source of the XML layer are not replaced.
 #pragma once
 
-#include <atomic>
-
-namespace dyadctx {
+namespace dyadctx::test {
 
 enum class DomCall {
     CreateBuilder,
@@ -23,19 +25,7 @@ enum class DomCall {
 // E_FAIL, or S_OK with a null handle. For calls that return no handle both are E_FAIL.
 enum class DomFault { None, Fail, NullHandle };
 
-extern std::atomic<bool> domFaultIsArmed;
-
-// Private to this header.
-DomFault TakeArmedDomFault(DomCall call) noexcept;
-
-// The fault that the next call must simulate.
-inline DomFault TakeDomFault(DomCall call) noexcept {
-    if (!domFaultIsArmed.load(std::memory_order_relaxed))
-        return DomFault::None;
-    return TakeArmedDomFault(call);
-}
-
-// While it lives, makes the n-th such call of the process, from 1, fail. One at a time.
+// While it lives, makes the n-th such call, from 1, fail. One at a time.
 class DomFaultScope {
 public:
     DomFaultScope(DomCall call, int nth, DomFault fault = DomFault::Fail) noexcept;
@@ -47,4 +37,4 @@ public:
     static bool HasStruck() noexcept;
 };
 
-} // namespace dyadctx
+} // namespace dyadctx::test
