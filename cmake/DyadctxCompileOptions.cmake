@@ -18,10 +18,11 @@ function(dyadctx_compile_options target)
       # g++ 12 warns of null pointers inside the standard library when it optimises.
       target_compile_options(${target} PRIVATE -Wno-reserved-identifier -Wnull-dereference)
     else()
-      # When it optimises it also warns of overlapping copies wherever a literal and a string are
-      # joined.
+      # When it optimises, g++ 12 also warns of overlapping copies wherever a literal and a string are
+      # joined, of optional members as if they were used while there are none, and of the address of a
+      # local object although its destructor takes it back.
       target_compile_options(${target} PRIVATE -Wduplicated-cond -Wlogical-op
-        $<$<NOT:$<CONFIG:Debug>>:-Wno-restrict>)
+        $<$<NOT:$<CONFIG:Debug>>:-Wno-restrict;-Wno-maybe-uninitialized;-Wno-dangling-pointer>)
     endif()
     if(CMAKE_CXX_COMPILER_LAUNCHER AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
       # A cache preprocesses a source apart from compiling it, which leaves no precompiled headers.
