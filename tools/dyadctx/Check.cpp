@@ -5,7 +5,6 @@
 #include "tools/dyadctx/Suggestion.h"
 #include "tools/dyadctx/report/Report.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -23,7 +22,7 @@ public:
                "[--format text|json|sarif|github]";
     }
     std::vector<Example> Examples() const override;
-    void Declare(CLI::App& arguments) override;
+    void Declare(Arguments& arguments) override;
     ExitStatus Run(Output& output) override;
 
 private:
@@ -46,31 +45,32 @@ std::vector<Example> Check::Examples() const {
              "The same in a workflow, where a warning counts as a fault"}};
 }
 
-void Check::Declare(CLI::App& arguments) {
+void Check::Declare(Arguments& arguments) {
     arguments
-        .add_option("FILE", files_,
-                    "The context files, - for standard input; without any, the one that `dyadctx "
-                    "which` tells")
-        ->type_name("FILE");
-    arguments.add_flag("--deep", deep_,
-                       "Look also whether the folders and files that contexts name exist");
+        .Add("FILE", files_,
+             "The context files, - for standard input; without any, the one that `dyadctx which` "
+             "tells")
+        .Takes("FILE");
+    arguments.AddSwitch("--deep", deep_,
+                        "Look also whether the folders and files that contexts name exist");
     arguments
-        .add_option("--off", off_,
-                    "Leave out the warnings or notes with this id; it stands in brackets behind "
-                    "each. Errors and what they entail cannot be left out")
-        ->type_name("ID")
-        ->allow_extra_args(false);
-    OneOf(arguments.add_option("--fail-on", failOn_,
-                               "From which severity on the exit status is 1; a file with warnings "
-                               "is valid all the same"),
-          {"error", "warning", "note"})
-        ->capture_default_str();
-    OneOf(arguments.add_option("--format", format_,
-                               "How to write the answer: text for people, json for programs, sarif "
-                               "(2.1.0) for editors and code scanning, github for annotations in a "
-                               "workflow"),
-          {"text", "json", "sarif", "github"})
-        ->capture_default_str();
+        .Add("--off", off_,
+             "Leave out the warnings or notes with this id; it stands in brackets behind each. "
+             "Errors and what they entail cannot be left out")
+        .Takes("ID")
+        .OneValueEach();
+    arguments
+        .Add("--fail-on", failOn_,
+             "From which severity on the exit status is 1; a file with warnings is valid all the "
+             "same")
+        .OneOf({"error", "warning", "note"})
+        .ShowPreset();
+    arguments
+        .Add("--format", format_,
+             "How to write the answer: text for people, json for programs, sarif (2.1.0) for "
+             "editors and code scanning, github for annotations in a workflow")
+        .OneOf({"text", "json", "sarif", "github"})
+        .ShowPreset();
 }
 
 // An error cannot be left out: the file would be not valid for no reason.

@@ -2,8 +2,6 @@
 
 #include "tools/dyadctx/Source.h"
 
-#include <CLI/CLI.hpp>
-
 #include <array>
 
 namespace dyadctx::tool {
@@ -18,47 +16,35 @@ constexpr std::array<const char*, 4> Views{"all", "path", Database, "file"};
 
 Command::~Command() = default;
 
-CLI::Option* OneOf(CLI::Option* option, const std::vector<std::string>& words) {
-    std::string type;
-    for (const std::string& word : words)
-        type += (type.empty() ? "" : "|") + word;
-    CLI::Validator isOneOf = CLI::IsMember(words);
-    // The words are the name of the type, so they are not told a second time.
-    isOneOf.description("");
-    return option->check(isOneOf)->type_name(type);
-}
-
-void DeclareFile(CLI::App& arguments, std::optional<std::string>& file) {
+void DeclareFile(Arguments& arguments, std::optional<std::string>& file, const char* addition) {
     arguments
-        .add_option(
-            "FILE", file,
-            "The context file, - for standard input; without it, the one that `dyadctx which` "
-            "tells")
-        ->type_name("FILE");
+        .Add("FILE", file,
+             std::string("The context file, - for standard input; without it, the one that "
+                         "`dyadctx which` tells") +
+                 addition)
+        .Takes("FILE");
 }
 
-void DeclareFormat(CLI::App& arguments, std::string& format,
-                   const std::vector<std::string>& formats) {
-    OneOf(arguments.add_option("--format", format,
-                               "How to write the answer: text for people, json for programs"),
-          formats)
-        ->capture_default_str();
+Arguments::Option DeclareFormat(Arguments& arguments, std::string& format,
+                                const std::vector<std::string>& formats) {
+    return arguments
+        .Add("--format", format, "How to write the answer: text for people, json for programs")
+        .OneOf(formats)
+        .ShowPreset();
 }
 
-void DeclareView(CLI::App& arguments, ViewChoice& choice) {
-    OneOf(arguments.add_option(
-              "--type", choice.type,
-              "Only the contexts that a program offers for this kind of work: path, the "
-              "folders; database, databases and folders; file, files and folders; "
-              "each with the default context. Needs --db-context. Default: all, "
-              "or database with --provider"),
-          std::vector<std::string>(Views.begin(), Views.end()));
+void DeclareView(Arguments& arguments, ViewChoice& choice) {
     arguments
-        .add_option(
-            "--provider", choice.providers,
-            "Only the database contexts of this provider (a ConnectorName), and the folders")
-        ->type_name("PROVIDER")
-        ->allow_extra_args(false);
+        .Add("--type", choice.type,
+             "Only the contexts that a program offers for this kind of work: path, the folders; "
+             "database, databases and folders; file, files and folders; each with the default "
+             "context. Needs --db-context. Default: all, or database with --provider")
+        .OneOf(std::vector<std::string>(Views.begin(), Views.end()));
+    arguments
+        .Add("--provider", choice.providers,
+             "Only the database contexts of this provider (a ConnectorName), and the folders")
+        .Takes("PROVIDER")
+        .OneValueEach();
 }
 
 void SelectView(VELDyadCtxCollector& collector, const ViewChoice& choice, Output& output) {

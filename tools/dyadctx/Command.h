@@ -2,6 +2,7 @@
 #pragma once
 
 #include "collector/VELDyadCtxCollector.h"
+#include "tools/dyadctx/Arguments.h"
 #include "tools/dyadctx/ExitStatus.h"
 #include "tools/dyadctx/Output.h"
 
@@ -10,11 +11,6 @@
 #include <optional>
 #include <string>
 #include <vector>
-
-namespace CLI {
-class App;
-class Option;
-} // namespace CLI
 
 namespace dyadctx::tool {
 
@@ -38,7 +34,7 @@ public:
     virtual std::vector<Example> Examples() const { return {}; }
     // An internal one is for the build alone; help and completion do not show it.
     virtual bool IsInternal() const { return false; }
-    virtual void Declare(CLI::App& arguments) = 0;
+    virtual void Declare(Arguments& arguments) = 0;
     // Throws a Failure when there is no answer.
     virtual ExitStatus Run(Output& output) = 0;
 
@@ -67,19 +63,18 @@ std::unique_ptr<Command> MakeManPage(CommandTreeSource tree);
 
 // ---- Arguments several commands share ----------------------------------------------------------
 
-// Makes it an option that takes one of these words.
-CLI::Option* OneOf(CLI::Option* option, const std::vector<std::string>& words);
-void DeclareFile(CLI::App& arguments, std::optional<std::string>& file);
+// `addition` continues the sentence that says what FILE is.
+void DeclareFile(Arguments& arguments, std::optional<std::string>& file, const char* addition = "");
 // --format with these values; `format` keeps its present one when the option is not given.
-void DeclareFormat(CLI::App& arguments, std::string& format,
-                   const std::vector<std::string>& formats);
+Arguments::Option DeclareFormat(Arguments& arguments, std::string& format,
+                                const std::vector<std::string>& formats);
 
 // --type and --provider.
 struct ViewChoice {
     std::optional<std::string> type;
     std::vector<std::string> providers;
 };
-void DeclareView(CLI::App& arguments, ViewChoice& choice);
+void DeclareView(Arguments& arguments, ViewChoice& choice);
 // Switches the collector to that view. Throws a Failure for a choice that contradicts itself and
 // tells when the choice has no effect.
 void SelectView(VELDyadCtxCollector& collector, const ViewChoice& choice, Output& output);

@@ -69,31 +69,33 @@ void CommandLine::Declare() {
         arguments->fallthrough();
         if (command->IsInternal())
             arguments->group("");
-        command->Declare(*arguments);
+        Arguments declared(*arguments);
+        command->Declare(declared);
         arguments_.push_back(arguments);
     }
 }
 
 void CommandLine::DeclareCommonOptions() {
-    app_.add_flag("--db-context", dbContext_,
-                  "Switch the DB context environment on: database contexts, files and associated "
-                  "contexts take part");
-    app_.add_option(
-            "--lang", language_,
-            "Language of the library's messages: en, fr, de or ja; hints and remarks of the "
-            "tool are English. Default: that of the environment, else English")
-        ->type_name("TAG");
-    OneOf(
-        app_.add_option("--color", color_, "Colours; auto: on a terminal, unless NO_COLOR is set"),
-        {"auto", "always", "never"})
-        ->capture_default_str();
-    app_.add_flag("--show-secrets", showSecrets_,
-                  "Show the passwords in URLs, which are *** otherwise");
-    app_.add_option("--stdin-name", standardInputName_,
-                    "What findings call the file when FILE is - and it comes on standard input")
-        ->type_name("TEXT");
-    app_.add_flag("-q,--quiet", quiet_,
-                  "No notes, those of check and its suggestions included, and no summary");
+    Arguments common(app_);
+    common.AddSwitch("--db-context", dbContext_,
+                     "Switch the DB context environment on: database contexts, files and "
+                     "associated contexts take part");
+    common
+        .Add("--lang", language_,
+             "Language of the library's messages: en, fr, de or ja; hints and remarks of the "
+             "tool are English. Default: that of the environment, else English")
+        .Takes("TAG");
+    common.Add("--color", color_, "Colours; auto: on a terminal, unless NO_COLOR is set")
+        .OneOf({"auto", "always", "never"})
+        .ShowPreset();
+    common.AddSwitch("--show-secrets", showSecrets_,
+                     "Show the passwords in URLs, which are *** otherwise");
+    common
+        .Add("--stdin-name", standardInputName_,
+             "What findings call the file when FILE is - and it comes on standard input")
+        .Takes("TEXT");
+    common.AddSwitch("-q,--quiet", quiet_,
+                     "No notes, those of check and its suggestions included, and no summary");
     app_.set_help_flag("-h,--help", "Print this help, or that of the command");
     app_.set_version_flag("--version", std::string(Program) + " " + DYADCTX_VERSION,
                           "Print the version");

@@ -4,7 +4,6 @@
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Source.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -245,7 +244,7 @@ public:
     const char* Summary() const override { return "Tell what differs between two files"; }
     const char* Synopsis() const override { return "A B [--format text|json]"; }
     std::vector<Example> Examples() const override;
-    void Declare(CLI::App& arguments) override;
+    void Declare(Arguments& arguments) override;
     ExitStatus Run(Output& output) override;
 
 private:
@@ -259,9 +258,9 @@ std::vector<Example> Diff::Examples() const {
              "Which contexts came, went or changed; the status is 1 for any difference"}};
 }
 
-void Diff::Declare(CLI::App& arguments) {
-    arguments.add_option("A", from_, "The file to start from")->type_name("FILE")->required();
-    arguments.add_option("B", to_, "The file to compare with it")->type_name("FILE")->required();
+void Diff::Declare(Arguments& arguments) {
+    arguments.Add("A", from_, "The file to start from").Takes("FILE").Required();
+    arguments.Add("B", to_, "The file to compare with it").Takes("FILE").Required();
     DeclareFormat(arguments, format_, {"text", "json"});
 }
 

@@ -7,7 +7,6 @@
 #include "tools/dyadctx/graph/GraphModel.h"
 #include "trace/VELDyadMessageKeys.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -28,7 +27,7 @@ public:
                "[--format text|json|names|providers] [-0]";
     }
     std::vector<Example> Examples() const override;
-    void Declare(CLI::App& arguments) override;
+    void Declare(Arguments& arguments) override;
     ExitStatus Run(Output& output) override;
 
 private:
@@ -187,20 +186,21 @@ std::vector<Example> List::Examples() const {
             {"dyadctx list site.xml --db-context --all", "Also what is wrong with each context"}};
 }
 
-void List::Declare(CLI::App& arguments) {
+void List::Declare(Arguments& arguments) {
     DeclareFile(arguments, file_);
-    arguments.add_flag("--all", all_,
-                       "Also of a file with errors, as far as it can be read: each context with "
-                       "its state and its first finding; the exit status is then 4");
+    arguments.AddSwitch("--all", all_,
+                        "Also of a file with errors, as far as it can be read: each context with "
+                        "its state and its first finding; the exit status is then 4");
     DeclareView(arguments, view_);
-    OneOf(arguments.add_option("--format", format_,
-                               "How to write the answer: text for people, json for programs, names "
-                               "for one name per line, providers for the names of providers"),
-          {"text", "json", "names", "providers"})
-        ->capture_default_str();
-    arguments.add_flag("-0,--null", endWithNul_,
-                       "With --format names or providers: end each with a zero byte instead of a "
-                       "line feed, and write it byte by byte");
+    arguments
+        .Add("--format", format_,
+             "How to write the answer: text for people, json for programs, names for one name per "
+             "line, providers for the names of providers")
+        .OneOf({"text", "json", "names", "providers"})
+        .ShowPreset();
+    arguments.AddSwitch("-0,--null", endWithNul_,
+                        "With --format names or providers: end each with a zero byte instead of a "
+                        "line feed, and write it byte by byte");
 }
 
 void List::WriteWords(const std::vector<std::string>& words, Output& output) const {

@@ -3,7 +3,7 @@
 
 #include "tools/dyadctx/ExitStatus.h"
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 #include <cstdio>
 #include <string>

@@ -5,7 +5,6 @@
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Source.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 namespace dyadctx::tool {
@@ -23,7 +22,7 @@ public:
                "[--format text|json]";
     }
     std::vector<Example> Examples() const override;
-    void Declare(CLI::App& arguments) override;
+    void Declare(Arguments& arguments) override;
     ExitStatus Run(Output& output) override;
 
 private:
@@ -130,22 +129,21 @@ std::vector<Example> Scenarios::Examples() const {
              "Which options belong to the profile Export of the channel Archive?"}};
 }
 
-void Scenarios::Declare(CLI::App& arguments) {
+void Scenarios::Declare(Arguments& arguments) {
     DeclareFile(arguments, file_);
     arguments
-        .add_option("--id", ids_,
-                    "Identifiers of scenarios: which channels offer them? Several may stand "
-                    "behind one --id, so FILE stands before it")
-        ->type_name("SCENARIO")
-        ->allow_extra_args(false);
+        .Add("--id", ids_,
+             "Identifiers of scenarios: which channels offer them? Several may stand behind one "
+             "--id, so FILE stands before it")
+        .Takes("SCENARIO")
+        .OneValueEach();
     arguments
-        .add_option("--channel", channel_,
-                    "With --id: which profiles does this channel have for them? With --profile: "
-                    "the channel of the profile")
-        ->type_name("CHANNEL");
-    arguments
-        .add_option("--profile", profile_, "With --channel: which options belong to this profile?")
-        ->type_name("PROFILE");
+        .Add("--channel", channel_,
+             "With --id: which profiles does this channel have for them? With --profile: the "
+             "channel of the profile")
+        .Takes("CHANNEL");
+    arguments.Add("--profile", profile_, "With --channel: which options belong to this profile?")
+        .Takes("PROFILE");
     DeclareFormat(arguments, format_, {"text", "json"});
 }
 

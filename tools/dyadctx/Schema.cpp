@@ -4,8 +4,6 @@
 #include "tools/dyadctx/EmbeddedFiles.h"
 #include "tools/dyadctx/Suggestion.h"
 
-#include <CLI/CLI.hpp>
-
 namespace dyadctx::tool {
 
 namespace {
@@ -20,7 +18,7 @@ public:
     }
     const char* Synopsis() const override { return "[rnc|rng|xsd|catalog | json [COMMAND]]"; }
     std::vector<Example> Examples() const override;
-    void Declare(CLI::App& arguments) override;
+    void Declare(Arguments& arguments) override;
     ExitStatus Run(Output& output) override;
 
 private:
@@ -64,16 +62,18 @@ std::vector<Example> Schema::Examples() const {
         {"dyadctx schema json check", "The schema of what `dyadctx check --format json` writes"}};
 }
 
-void Schema::Declare(CLI::App& arguments) {
-    OneOf(arguments.add_option("KIND", kind_,
-                               "Of the context file: rnc (RELAX NG compact, the source of the "
-                               "others), rng (RELAX NG), xsd (XML Schema), catalog (OASIS catalog "
-                               "of these files). json: of the documents of --format json"),
-          Kinds())
-        ->capture_default_str();
-    arguments.add_option("COMMAND", command_,
-                         "With json: the command whose documents are meant; without it, the "
-                         "commands that have a schema are listed");
+void Schema::Declare(Arguments& arguments) {
+    arguments
+        .Add(
+            "KIND", kind_,
+            "Of the context file: rnc (RELAX NG compact, the source of the others), rng (RELAX "
+            "NG), xsd (XML Schema), catalog (OASIS catalog of these files). json: of the documents "
+            "of --format json")
+        .OneOf(Kinds())
+        .ShowPreset();
+    arguments.Add("COMMAND", command_,
+                  "With json: the command whose documents are meant; without it, the commands that "
+                  "have a schema are listed");
 }
 
 ExitStatus Schema::Run(Output& output) {

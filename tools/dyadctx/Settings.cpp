@@ -5,7 +5,6 @@
 #include "tools/dyadctx/FileChoiceText.h"
 #include "tools/dyadctx/Suggestion.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <new>
@@ -24,7 +23,7 @@ public:
         return "path|get|set|unset [ATTRIBUTE [VALUE]] [--format text|json]";
     }
     std::vector<Example> Examples() const override;
-    void Declare(CLI::App& arguments) override;
+    void Declare(Arguments& arguments) override;
     ExitStatus Run(Output& output) override;
 
 private:
@@ -33,7 +32,7 @@ private:
     void WriteAll(const std::string& file, Output& output) const;
     void Change(const std::string& file, Output& output) const;
 
-    const CLI::App* arguments_ = nullptr;
+    std::optional<Arguments> arguments_;
     std::optional<std::string> name_;
     std::string value_;
     std::string format_ = "text";
@@ -125,30 +124,27 @@ std::vector<Example> Settings::Examples() const {
             {"dyadctx settings get", "All settings"}};
 }
 
-void Settings::Declare(CLI::App& arguments) {
-    arguments_ = &arguments;
-    arguments.require_subcommand(1);
+void Settings::Declare(Arguments& arguments) {
     DeclareFormat(arguments, format_, {"text", "json"});
     const std::string meaning = std::string("Its name; ") + FileAttribute +
                                 " is the one that the library reads: the context file";
-    const auto add = [&arguments](const char* name, const char* summary) {
-        return arguments.add_subcommand(name, summary)->fallthrough();
-    };
-    add("path", "Print where the settings file is");
-    add("get", "Print all settings, or one")->add_option("ATTRIBUTE", name_, meaning);
-    CLI::App* set = add("set", "Give an attribute a value");
-    set->add_option("ATTRIBUTE", name_, meaning)->required();
-    set->add_option(
-           "VALUE", value_,
-           "Its value: for DYAD_Ctx_XmlFile, the path of a context file with its folder, such as "
-           "./site.xml")
-        ->required();
-    add("unset", "Remove an attribute")->add_option("ATTRIBUTE", name_, meaning)->required();
+    arguments.AddCommand("path", "Print where the settings file is");
+    arguments.AddCommand("get", "Print all settings, or one").Add("ATTRIBUTE", name_, meaning);
+    Arguments set = arguments.AddCommand("set", "Give an attribute a value");
+    set.Add("ATTRIBUTE", name_, meaning).Required();
+    set.Add("VALUE", value_,
+            "Its value: for DYAD_Ctx_XmlFile, the path of a context file with its folder, such as "
+            "./site.xml")
+        .Required();
+    arguments.AddCommand("unset", "Remove an attribute")
+        .Add("ATTRIBUTE", name_, meaning)
+        .Required();
+    arguments_ = arguments;
 }
 
 ExitStatus Settings::Run(Output& output) {
     const std::string file = SettingsFile();
-    const std::string action = arguments_->get_subcommands().front()->get_name();
+    const std::string action = arguments_->ChosenCommand();
     if (action == "path")
         WritePath(file, output);
     else if (action == "get" && name_)
@@ -204,7 +200,7 @@ void Settings::WriteAll(const std::string& file, Output& output) const {
 void Settings::Change(const std::string& file, Output& output) const {
     VELSettingRefusal refusal;
     const char* name = name_->c_str();
-    const bool sets = arguments_->got_subcommand("set");
+    const bool sets = arguments_->ChosenCommand() == "set";
     if (sets)
         VELSysSettingRepository::SetAttr(SettingsRepository, name, VELUnicodeString(value_),
                                          &refusal);

@@ -5,7 +5,6 @@
 #include "tools/dyadctx/Source.h"
 #include "tools/dyadctx/Suggestion.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -24,7 +23,7 @@ public:
         return "NAME [FILE] [--field FIELD] [--format text|json]";
     }
     std::vector<Example> Examples() const override;
-    void Declare(CLI::App& arguments) override;
+    void Declare(Arguments& arguments) override;
     ExitStatus Run(Output& output) override;
 
 private:
@@ -217,17 +216,15 @@ std::vector<Example> Show::Examples() const {
              "The server alone, for a script"}};
 }
 
-void Show::Declare(CLI::App& arguments) {
-    arguments.add_option("NAME", name_, "The name of the context")->required();
+void Show::Declare(Arguments& arguments) {
+    arguments.Add("NAME", name_, "The name of the context").Required();
     DeclareFile(arguments, file_);
-    CLI::Option* field = arguments.add_option(
+    Arguments::Option field = arguments.Add(
         "--field", field_,
         "Print the value of one field alone: name, position, parameter, parameterType, label, "
         "friends, associated, sites, friendOf, associatedOf, provider.name, provider.server, "
         "provider.port, provider.role, provider.site, provider.uri or provider.http");
-    field->type_name("FIELD");
-    DeclareFormat(arguments, format_, {"text", "json"});
-    field->excludes("--format");
+    field.Takes("FIELD").Excludes(DeclareFormat(arguments, format_, {"text", "json"}));
 }
 
 ExitStatus Show::Run(Output& output) {

@@ -7,7 +7,6 @@
 #include "tools/dyadctx/IdleVariables.h"
 #include "tools/dyadctx/Words.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -23,7 +22,7 @@ public:
     const char* Summary() const override { return "Tell which context file is in use, and why"; }
     const char* Synopsis() const override { return "[--explain|--path] [--format text|json]"; }
     std::vector<Example> Examples() const override;
-    void Declare(CLI::App& arguments) override;
+    void Declare(Arguments& arguments) override;
     ExitStatus Run(Output& output) override;
 
 private:
@@ -209,16 +208,17 @@ void WriteExplanation(const VELDyadCtxFileChoice& choice, Output& output) {
         output.Note(Visible(ToFinding(variable).text.AsView()));
 }
 
-void Which::Declare(CLI::App& arguments) {
-    arguments.add_flag("--explain", explain_,
-                       "Tell of each source where it was found, and of each environment\n"
-                       "variable that is set without effect why it has none");
-    CLI::Option* path = arguments.add_flag(
-        "--path", path_,
-        "Print the path of the file and nothing else, for other programs; the status is 3\n"
-        "when there is none that can be read");
-    DeclareFormat(arguments, format_, {"text", "json"});
-    path->excludes("--explain")->excludes("--format");
+void Which::Declare(Arguments& arguments) {
+    const Arguments::Option explain =
+        arguments.AddSwitch("--explain", explain_,
+                            "Tell of each source where it was found, and of each environment\n"
+                            "variable that is set without effect why it has none");
+    arguments
+        .AddSwitch("--path", path_,
+                   "Print the path of the file and nothing else, for other programs; the status is "
+                   "3\nwhen there is none that can be read")
+        .Excludes(explain)
+        .Excludes(DeclareFormat(arguments, format_, {"text", "json"}));
 }
 
 void Which::WriteAnswer(const VELDyadCtxFileChoice& choice, Output& output) const {

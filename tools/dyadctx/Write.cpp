@@ -6,8 +6,6 @@
 #include "tools/dyadctx/SystemServices.h"
 #include "tools/dyadctx/Target.h"
 
-#include <CLI/CLI.hpp>
-
 #include <filesystem>
 #include <fstream>
 #include <new>
@@ -26,7 +24,7 @@ public:
         return "[FILE] -o OUT [--force] [--type all|path|database|file] [--provider PROVIDER]...";
     }
     std::vector<Example> Examples() const override;
-    void Declare(CLI::App& arguments) override;
+    void Declare(Arguments& arguments) override;
     ExitStatus Run(Output& output) override;
 
 private:
@@ -41,15 +39,15 @@ std::vector<Example> Write::Examples() const {
              "All contexts as the library writes them; scenarios are left out"}};
 }
 
-void Write::Declare(CLI::App& arguments) {
+void Write::Declare(Arguments& arguments) {
     DeclareFile(arguments, file_);
     arguments
-        .add_option("-o,--output", target_,
-                    "The file to write; an existing one is replaced. - is standard output")
-        ->type_name("OUT")
-        ->required();
-    arguments.add_flag("--force", force_,
-                       "Write also over the FILE that is read when something of it would be lost");
+        .Add("-o,--output", target_,
+             "The file to write; an existing one is replaced. - is standard output")
+        .Takes("OUT")
+        .Required();
+    arguments.AddSwitch("--force", force_,
+                        "Write also over the FILE that is read when something of it would be lost");
     DeclareView(arguments, view_);
 }
 

@@ -1,8 +1,6 @@
 // `completion`: a script by which a shell completes the command line of the tool.
 #include "tools/dyadctx/completion/CompletionScript.h"
 
-#include <CLI/CLI.hpp>
-
 #include <utility>
 
 namespace dyadctx::tool {
@@ -19,7 +17,7 @@ public:
     }
     const char* Synopsis() const override { return "bash|zsh|fish|powershell"; }
     std::vector<Example> Examples() const override;
-    void Declare(CLI::App& arguments) override;
+    void Declare(Arguments& arguments) override;
     ExitStatus Run(Output& output) override;
 
 private:
@@ -32,14 +30,13 @@ std::vector<Example> Completion::Examples() const {
             {"dyadctx completion fish | source", "For this session of fish"}};
 }
 
-void Completion::Declare(CLI::App& arguments) {
-    OneOf(
-        arguments.add_option("SHELL", shell_,
-                             "The shell: bash, zsh, fish or powershell. An installed dyadctx "
-                             "brings the scripts of the first three with it. That of PowerShell is "
-                             "untested"),
-        KnownShells())
-        ->required();
+void Completion::Declare(Arguments& arguments) {
+    arguments
+        .Add("SHELL", shell_,
+             "The shell: bash, zsh, fish or powershell. An installed dyadctx brings the scripts of "
+             "the first three with it. That of PowerShell is untested")
+        .OneOf(KnownShells())
+        .Required();
 }
 
 ExitStatus Completion::Run(Output& output) {

@@ -3,7 +3,6 @@
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/explain/ExplanationPages.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 namespace dyadctx::tool {
@@ -18,7 +17,7 @@ public:
     }
     const char* Synopsis() const override { return "[KEY] [--format text|json|man]"; }
     std::vector<Example> Examples() const override;
-    void Declare(CLI::App& arguments) override;
+    void Declare(Arguments& arguments) override;
     ExitStatus Run(Output& output) override;
 
 private:
@@ -35,18 +34,19 @@ std::vector<Example> Explain::Examples() const {
             {"dyadctx explain", "All keys"}};
 }
 
-void Explain::Declare(CLI::App& arguments) {
+void Explain::Declare(Arguments& arguments) {
     arguments
-        .add_option("KEY", key_,
-                    "The key behind a finding, with its brackets or without; all keys are listed "
-                    "when it is left out. The message is shown in the language of the user, the "
-                    "explanation in English")
-        ->type_name("KEY");
-    OneOf(arguments.add_option("--format", format_,
-                               "How to write the answer: text for people, json for programs, man "
-                               "for the source of dyadctx-messages(7), which tells all keys"),
-          {"text", "json", "man"})
-        ->capture_default_str();
+        .Add("KEY", key_,
+             "The key behind a finding, with its brackets or without; all keys are listed when it "
+             "is left out. The message is shown in the language of the user, the explanation in "
+             "English")
+        .Takes("KEY");
+    arguments
+        .Add("--format", format_,
+             "How to write the answer: text for people, json for programs, man for the source of "
+             "dyadctx-messages(7), which tells all keys")
+        .OneOf({"text", "json", "man"})
+        .ShowPreset();
 }
 
 const Explanation& Explain::Wanted() const {

@@ -14,8 +14,6 @@
 #include "tools/dyadctx/graph/SvgWriter.h"
 #include "trace/VELDyadMessageKeys.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <array>
 
@@ -32,7 +30,7 @@ public:
                "[--renderer own|dot] [--type all|path|database|file] [--provider PROVIDER]...";
     }
     std::vector<Example> Examples() const override;
-    void Declare(CLI::App& arguments) override;
+    void Declare(Arguments& arguments) override;
     ExitStatus Run(Output& output) override;
 
 private:
@@ -92,36 +90,33 @@ bool IsSyntaxError(const Finding& finding) {
     return finding.id.AsView() == key::XMLSyntaxError;
 }
 
-void GraphCommand::Declare(CLI::App& arguments) {
-    DeclareFile(arguments, file_);
-    arguments.get_option("FILE")->description(
-        "The context file, - for standard input; without it, the one that `dyadctx which` tells. A "
-        "file with errors is "
-        "drawn as far as it can be read, with its errors marked; the exit status is then 4");
+void GraphCommand::Declare(Arguments& arguments) {
+    DeclareFile(arguments, file_,
+                ". A file with errors is drawn as far as it can be read, with its errors marked; "
+                "the exit status is then 4");
+    arguments.Add("-o,--output", target_, "The file to write; - or nothing: standard output")
+        .Takes("OUT");
     arguments
-        .add_option("-o,--output", target_, "The file to write; - or nothing: standard output")
-        ->type_name("OUT");
-    OneOf(arguments.add_option("--format", format_,
-                               "The language of the picture: svg is complete in itself, dot is for "
-                               "Graphviz, mermaid for Markdown. Default: by the ending of OUT "
-                               "(.svg, .dot, .gv, .mmd, .mermaid); svg without one"),
-          {"svg", "dot", "mermaid"});
-    CLI::Option* focus =
-        arguments.add_option("--focus", focus_, "Only the context NAME and those around it");
-    focus->type_name("NAME");
+        .Add("--format", format_,
+             "The language of the picture: svg is complete in itself, dot is for Graphviz, mermaid "
+             "for Markdown. Default: by the ending of OUT (.svg, .dot, .gv, .mmd, .mermaid); svg "
+             "without one")
+        .OneOf({"svg", "dot", "mermaid"});
+    Arguments::Option focus =
+        arguments.Add("--focus", focus_, "Only the context NAME and those around it");
+    focus.Takes("NAME");
     arguments
-        .add_option("--depth", depth_,
-                    "With --focus: how many links away from NAME, in both directions; 0 to 1000000")
-        ->check(CLI::Range(0, 1000000).description(""))
-        ->type_name("N")
-        ->needs(focus)
-        ->capture_default_str();
-    OneOf(
-        arguments.add_option("--renderer", renderer_,
-                             "What draws the svg: own, the tool itself; dot, Graphviz where it is "
-                             "installed"),
-        {"own", "dot"})
-        ->capture_default_str();
+        .Add("--depth", depth_,
+             "With --focus: how many links away from NAME, in both directions; 0 to 1000000")
+        .Between(0, 1000000)
+        .Takes("N")
+        .Needs(focus)
+        .ShowPreset();
+    arguments
+        .Add("--renderer", renderer_,
+             "What draws the svg: own, the tool itself; dot, Graphviz where it is installed")
+        .OneOf({"own", "dot"})
+        .ShowPreset();
     DeclareView(arguments, view_);
 }
 

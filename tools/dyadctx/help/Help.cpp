@@ -3,8 +3,6 @@
 #include "tools/dyadctx/Suggestion.h"
 #include "tools/dyadctx/help/HelpText.h"
 
-#include <CLI/CLI.hpp>
-
 #include <utility>
 
 namespace dyadctx::tool {
@@ -21,10 +19,10 @@ public:
     std::vector<Example> Examples() const override {
         return {{"dyadctx help check", "What check takes, and what it answers"}};
     }
-    void Declare(CLI::App& arguments) override {
-        arguments.add_option("COMMAND", path_,
-                             "The command, with the one below it where there is one; without any, "
-                             "the tool as a whole");
+    void Declare(Arguments& arguments) override {
+        arguments.Add("COMMAND", path_,
+                      "The command, with the one below it where there is one; without any, the "
+                      "tool as a whole");
     }
     ExitStatus Run(Output& output) override;
 

@@ -4,8 +4,6 @@
 #include "tools/dyadctx/help/HelpText.h"
 #include "tools/dyadctx/help/Roff.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -23,7 +21,7 @@ public:
     const char* Summary() const override { return "Fill the frame of the manual page"; }
     const char* Synopsis() const override { return "FRAME"; }
     bool IsInternal() const override { return true; }
-    void Declare(CLI::App& arguments) override;
+    void Declare(Arguments& arguments) override;
     ExitStatus Run(Output& output) override;
 
 private:
@@ -143,8 +141,8 @@ std::string ReadFrame(const std::string& file) {
     return text;
 }
 
-void ManPage::Declare(CLI::App& arguments) {
-    arguments.add_option("FRAME", frame_, "The page without its generated pieces")->required();
+void ManPage::Declare(Arguments& arguments) {
+    arguments.Add("FRAME", frame_, "The page without its generated pieces").Required();
 }
 
 ExitStatus ManPage::Run(Output& output) {
