@@ -46,7 +46,7 @@ std::unique_ptr<dyadctx::DomDocument> Parse(std::string_view bytes) {
     std::unique_ptr<dyadctx::DomDocument> document = dyadctx::ParseXml(source, failure);
     if (document == nullptr)
         dyadctx::DiagnoseXml(source, failure);
-    Require((document == nullptr) == (*failure.Words() != '\0'));
+    Require((document == nullptr) == (*failure.reason != '\0'));
     return document;
 }
 

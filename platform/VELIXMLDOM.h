@@ -145,7 +145,8 @@ private:
 };
 
 // Called with why and where reading failed. Line and column as in VELIDOMNode, 0 when the reason
-// has no place in the file. Exceptions are ignored.
+// has no place in the file. The reason is in the language of the messages and valid during the
+// call. Exceptions are ignored.
 class VELDYADCTX_EXPORT VELISAXErrorHandler {
 public:
     virtual ~VELISAXErrorHandler();

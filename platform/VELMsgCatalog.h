@@ -25,6 +25,10 @@ public:
 
 class VELDYADCTX_EXPORT VELMsgCatalog {
 public:
+    // The name of the catalog of what the check and the tool say beyond the library's messages; the
+    // id of a finding is the key of its text.
+    static constexpr const char* OwnCatalog = "dyadctx";
+
     // The text of `key` with {0} to {9} replaced by `parameters`; `defaultText` when the catalog or
     // the key is unknown. A parameter is inserted verbatim; a missing one is empty; a count without
     // parameters leaves the placeholders. Empty when memory runs out. The last argument is not

@@ -16,19 +16,6 @@ VELUnicodeString CatalogText(const char* key, const VELUnicodeString* parameters
     }
 }
 
-VELUnicodeString OwnText(const char* key, const VELUnicodeString* parameters, int count) {
-    try {
-        const VELString catalog(key::OwnCatalog);
-        VELUnicodeString text =
-            VELMsgCatalog::BuildMessage(catalog, VELString(key), parameters, count, {}, nullptr);
-        if (text.IsEmpty())
-            VELMsgCatalog::BuiltInSource().Build(catalog, VELString(key), parameters, count, text);
-        return text;
-    } catch (const std::exception&) {
-        return {};
-    }
-}
-
 void AppendCatalogText(VELUnicodeString& message, const char* key,
                        const VELUnicodeString* parameters, int count, int newLine) {
     // Built first, then appended: a parameter may be `message`, and a failure must not leave half.

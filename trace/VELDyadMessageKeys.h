@@ -5,8 +5,6 @@ namespace dyadctx::key {
 
 // The catalog they belong to.
 inline constexpr const char* Catalog = "VELDyadCtxDlgSelection";
-// The words of the check of a file and of the tool; the id of a finding is the key of its text.
-inline constexpr const char* OwnCatalog = "dyadctx";
 
 // Validation, no parameter.
 inline constexpr const char* NoCtxDefined = "Ctx.Check.NoCtxDefined";

@@ -61,13 +61,13 @@ std::unique_ptr<DomDocument> ParseFile(const VELUnicodeString& path, bool isTold
     try {
         dyadctx::FileReader file;
         if (!file.Open(path)) {
-            failure.reason = dyadctx::UnreadableReason;
+            failure.reason = dyadctx::reason::Unreadable;
             return nullptr;
         }
         FileSource source(file);
         return ParseSource(source, isTold, failure);
     } catch (...) {
-        failure.reason = dyadctx::NoMemoryReason;
+        failure.reason = dyadctx::reason::NoMemory;
         return nullptr;
     }
 }
@@ -80,8 +80,10 @@ VELResult TellUnlessParsed(const VELIDOMDocument& document, const dyadctx::XmlFa
     if (errors == nullptr)
         return E_FAIL;
     try {
+        const VELUnicodeString text = dyadctx::TextOfReason(failure.reason, failure.parameters);
         errors->FatalError(static_cast<int>(failure.position.line),
-                           static_cast<int>(failure.position.column), failure.Words());
+                           static_cast<int>(failure.position.column),
+                           text.IsEmpty() ? dyadctx::reason::NoMemory : text.ConvertToChar());
         return E_FAIL;
     } catch (...) {
         return E_FAIL;

@@ -5,6 +5,7 @@
 #include "platform/detail/MessageLanguage.h"
 #include "platform/detail/MessagePlaceholders.h"
 #include "platform/detail/MessageTexts.h"
+#include "platform/detail/OwnText.h"
 
 #include <atomic>
 #include <exception>
@@ -66,6 +67,7 @@ std::optional<VELUnicodeString> BuildFromHost(VELMsgCatalogSource& source, const
 }
 
 class BuiltInCatalog final : public VELMsgCatalogSource {
+public:
     VELResult Build(const VELString& catalog, const VELString& key,
                     const VELUnicodeString* parameters, int count,
                     VELUnicodeString& text) override {
@@ -129,5 +131,19 @@ bool VELMsgCatalog::HasLanguage(const char* tag) {
         return !MessageTexts(dyadctx::OwnLanguagesOf(tag), OverridingFolder()).IsEmpty();
     } catch (const std::exception&) {
         return false;
+    }
+}
+
+VELUnicodeString dyadctx::OwnText(const char* key, const VELUnicodeString* parameters,
+                                  int count) noexcept {
+    try {
+        const VELString catalog(VELMsgCatalog::OwnCatalog);
+        VELUnicodeString text =
+            VELMsgCatalog::BuildMessage(catalog, VELString(key), parameters, count, {});
+        if (text.IsEmpty())
+            builtInCatalog.Build(catalog, VELString(key), parameters, count, text);
+        return text;
+    } catch (const std::exception&) {
+        return {};
     }
 }

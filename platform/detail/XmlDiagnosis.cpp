@@ -1,6 +1,5 @@
 #include "platform/detail/XmlDiagnosis.h"
 
-#include "platform/detail/MessagePlaceholders.h"
 #include "platform/detail/Utf8.h"
 #include "platform/detail/XmlCharacterReader.h"
 #include "platform/detail/XmlCharacters.h"
@@ -90,7 +89,7 @@ private:
     bool IsPredefined(std::size_t reference) const noexcept;
     std::string NameAt(std::size_t index) const;
     void SayOpenValue();
-    void Say(const char* words, const XmlCharacter& where,
+    void Say(const char* reason, const XmlCharacter& where,
              std::initializer_list<std::string> parameters = {});
 
     const XmlFault& fault_;
@@ -363,11 +362,10 @@ void Diagnosis::SayOpenValue() {
         {NameAt(attribute_), std::to_string(begin.line), std::to_string(begin.column)});
 }
 
-void Diagnosis::Say(const char* words, const XmlCharacter& where,
+void Diagnosis::Say(const char* reason, const XmlCharacter& where,
                     std::initializer_list<std::string> parameters) {
-    const std::vector<VELUnicodeString> texts(parameters.begin(), parameters.end());
-    failure_.words =
-        FillPlaceholders(words, texts.data(), static_cast<int>(texts.size())).ConvertToChar();
+    failure_.parameters = std::vector<VELUnicodeString>(parameters.begin(), parameters.end());
+    failure_.reason = reason;
     failure_.position = reader_.PositionAt(where.offset);
 }
 

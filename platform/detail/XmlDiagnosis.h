@@ -8,9 +8,8 @@
 
 namespace dyadctx {
 
-// Adds words, and the place of the faulty character, to a failure from ParseXml. Leaves it
-// unchanged if there are no better words, if the source cannot be rewound or read, and without
-// memory.
+// Gives a failure from ParseXml a better reason and the place of the faulty character. Leaves it
+// unchanged if there is none, if the source cannot be rewound or read, and without memory.
 void DiagnoseXml(XmlSource& source, XmlFailure& failure) noexcept;
 
 } // namespace dyadctx

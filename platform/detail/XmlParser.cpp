@@ -71,7 +71,7 @@ private:
         try {
             action(reading);
         } catch (...) {
-            reading.Stop(NoMemoryReason);
+            reading.Stop(reason::NoMemory);
         }
     }
 
@@ -139,10 +139,10 @@ bool Reading::Run() {
     for (;;) {
         void* buffer = XML_GetBuffer(parser_.get(), static_cast<int>(size));
         if (buffer == nullptr)
-            return Refuse(NoMemoryReason, {});
+            return Refuse(reason::NoMemory, {});
         const std::size_t got = Fill(static_cast<char*>(buffer), size);
         if (isUnreadable_)
-            return Refuse(UnreadableReason, {});
+            return Refuse(reason::Unreadable, {});
         positions_.Add(static_cast<const char*>(buffer), got);
         const std::uint64_t before = Offset();
         const bool isLast = got < size;
@@ -175,7 +175,7 @@ bool Reading::ParsePiece(std::size_t size, bool isLast) {
         return false;
     const XML_Error error = XML_GetErrorCode(parser_.get());
     const bool isUnfinished = error == XML_ERROR_NO_ELEMENTS && builder_.Depth() > 0;
-    Refuse(isUnfinished ? UnfinishedReason : ReasonFor(error), positions_.At(Offset()));
+    Refuse(isUnfinished ? reason::Unfinished : ReasonFor(error), positions_.At(Offset()));
     fault_.error = error;
     fault_.offset = Offset();
     if (builder_.Depth() > 0) {
@@ -188,7 +188,7 @@ bool Reading::ParsePiece(std::size_t size, bool isLast) {
 
 void Reading::Start(const char* name, const char* const* attributes) {
     if (builder_.Depth() == DomTreeBuilder::DeepestNesting)
-        return Stop(TooDeepReason);
+        return Stop(reason::TooDeep);
     attributes_.clear();
     for (const char* const* pair = attributes; *pair != nullptr; pair += 2)
         attributes_.push_back({builder_.Intern(pair[0]), pair[1]});
@@ -245,7 +245,7 @@ std::unique_ptr<DomDocument> ParseXml(XmlSource& source, XmlFailure& failure) no
             if (auto plain = ScanPlainXml(source); plain != nullptr)
                 return plain;
             if (!source.Rewind()) {
-                failure.reason = UnreadableReason;
+                failure.reason = reason::Unreadable;
                 return nullptr;
             }
         }
@@ -255,7 +255,7 @@ std::unique_ptr<DomDocument> ParseXml(XmlSource& source, XmlFailure& failure) no
             return document;
         failure = reading.Failure();
     } catch (...) {
-        failure.reason = NoMemoryReason;
+        failure.reason = reason::NoMemory;
     }
     return nullptr;
 }

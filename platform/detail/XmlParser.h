@@ -5,6 +5,7 @@
 // proportion.
 #pragma once
 
+#include "platform/VELUnicodeString.h"
 #include "platform/detail/DomDocument.h"
 
 #include <cstddef>
@@ -12,6 +13,7 @@
 #include <expat.h>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace dyadctx {
 
@@ -46,12 +48,10 @@ struct XmlFault {
 // Why and where reading stopped; line and column from 1, 0 if it has no place in the file.
 struct XmlFailure {
     DomPosition position;
+    // One of XmlReasons.h, with its parameters; empty while nothing failed.
     const char* reason = "";
-    // A reason specific to this text, if DiagnoseXml found one.
-    std::string words;
+    std::vector<VELUnicodeString> parameters;
     XmlFault fault;
-
-    const char* Words() const noexcept { return words.empty() ? reason : words.c_str(); }
 };
 
 // Null, with `failure` set, if the source is not a document. Plain documents are read by a scanner

@@ -1,40 +1,45 @@
-// Why a file is not a document, in words for its author.
+// Why a file is not a document, by keys of the catalog of own texts.
 #pragma once
 
+#include "platform/VELUnicodeString.h"
+
 #include <expat.h>
+#include <vector>
 
 namespace dyadctx {
 
 const char* ReasonFor(XML_Error error) noexcept;
 
-// Faults the parser has no name for; {0} and so on are filled in.
 namespace reason {
-inline constexpr const char* BareAmpersand =
-    "\"&\" begins a reference such as \"&amp;\"; the character itself is written \"&amp;\"";
-inline constexpr const char* OpenValue =
-    "the value of \"{0}\" that begins at line {1}, column {2} has no closing quote";
-inline constexpr const char* LessThanInValue =
-    "\"<\" is not allowed in a value; it is written \"&lt;\"";
-inline constexpr const char* NotUtf8 =
-    "the byte {0} is not UTF-8; save the file as UTF-8 or declare its encoding";
-inline constexpr const char* NulCharacter = "the file contains a NUL character here";
-inline constexpr const char* ForbiddenCharacter = "XML does not allow the character {0}";
-inline constexpr const char* DashesInComment = "\"--\" is not allowed inside a comment";
-inline constexpr const char* TypographicQuote =
-    "this is a typographic quote; values are put in \" or '";
-inline constexpr const char* MissingBlank = "a blank is missing after the value of \"{0}\"";
-inline constexpr const char* MissingEquals =
-    "\"=\" and a value in quotes are missing after the attribute \"{0}\"";
-inline constexpr const char* MissingQuotes = "the value of \"{0}\" is not in quotes";
-inline constexpr const char* UndeclaredEntity = "the entity \"{0}\" is not declared";
-inline constexpr const char* WrongEndTag =
-    "the end tag \"{0}\" does not belong to the open element \"{1}\", which begins at line {2}, "
-    "column {3}";
+// Faults the parser has no name for; those with parameters tell them.
+inline constexpr const char* BareAmpersand = "xml.bare-ampersand";
+// Attribute, line, column.
+inline constexpr const char* OpenValue = "xml.open-value";
+inline constexpr const char* LessThanInValue = "xml.less-than-in-value";
+// The byte.
+inline constexpr const char* NotUtf8 = "xml.not-utf-8";
+inline constexpr const char* NulCharacter = "xml.nul";
+// The character.
+inline constexpr const char* ForbiddenCharacter = "xml.forbidden-character";
+inline constexpr const char* DashesInComment = "xml.dashes-in-comment";
+inline constexpr const char* TypographicQuote = "xml.typographic-quote";
+// Attribute.
+inline constexpr const char* MissingBlank = "xml.missing-blank";
+inline constexpr const char* MissingEquals = "xml.missing-equals";
+inline constexpr const char* MissingQuotes = "xml.missing-quotes";
+// Entity.
+inline constexpr const char* UndeclaredEntity = "xml.undeclared-entity";
+// End tag, open element, line, column.
+inline constexpr const char* WrongEndTag = "xml.wrong-end-tag";
+
+inline constexpr const char* Unreadable = "xml.unreadable";
+inline constexpr const char* Unfinished = "xml.unfinished";
+inline constexpr const char* TooDeep = "xml.too-deep";
+// No key: its text must need no memory.
+inline constexpr const char* NoMemory = "there is not enough memory to read the file";
 } // namespace reason
 
-inline constexpr const char* UnreadableReason = "the file cannot be read";
-inline constexpr const char* NoMemoryReason = "there is not enough memory to read the file";
-inline constexpr const char* UnfinishedReason = "the file ends while an element is still open";
-inline constexpr const char* TooDeepReason = "the elements are nested more than 5000 deep";
+// In the language of the messages. Empty for NoMemory, and without memory.
+VELUnicodeString TextOfReason(const char* reason, const std::vector<VELUnicodeString>& parameters);
 
 } // namespace dyadctx

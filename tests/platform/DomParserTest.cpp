@@ -1,6 +1,7 @@
 // The parser fed by a source of the test's own.
 #include "platform/detail/XmlParser.h"
 
+#include "platform/detail/XmlReasons.h"
 #include "platform/detail/XmlSerializer.h"
 
 #include <algorithm>
@@ -71,7 +72,7 @@ std::string Reread(XmlSource& source) {
     XmlFailure failure;
     const std::unique_ptr<DomDocument> document = ParseXml(source, failure);
     if (document == nullptr)
-        return std::string("(") + failure.reason + ")";
+        return "(" + std::string(TextOfReason(failure.reason, failure.parameters).AsView()) + ")";
     std::string text;
     EXPECT_TRUE(SerializeXml(*document, XmlLayout::OneLine, text));
     return text;

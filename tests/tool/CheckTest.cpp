@@ -1,6 +1,8 @@
 // `check`: the verdict on files, as text and as JSON.
 #include "tool/ToolTest.h"
 
+#include <filesystem>
+
 namespace dyadctx::test {
 
 namespace {
@@ -130,12 +132,38 @@ TEST_F(Check, PrintsTheReasonWhereTheLibraryIsSilent) {
     EXPECT_EQ(document["findings"][0]["key"], "option-without-name");
 }
 
+TEST_F(Check, SaysWhyAFileCannotBeRead) {
+    folder_.Write("folder.xml/file", "");
+    folder_.Write("site.txt", "");
+    for (const auto& [file, note] : std::map<std::string, std::string>{
+             {"missing.xml", "missing.xml: note: there is no such file\n"},
+             {"none/a.xml", "none/a.xml: note: there is no folder none\n"},
+             {"folder.xml", "folder.xml: note: it is a folder\n"},
+             {"site.txt", "site.txt: note: the name does not end in .xml, in lower case\n"}}) {
+        const ChildResult result = Run({"check", file});
+        EXPECT_EQ(result.status, 3);
+        EXPECT_NE(result.standardOutput.find("[Ctx.Collector.XMLFileNotValid]\n" + note),
+                  std::string::npos)
+            << result.standardOutput;
+    }
+    const ChildResult chosen = Run({"check"}, {{"VELDyadCtxInit", "./missing.xml"}});
+    EXPECT_NE(chosen.standardOutput.find("./missing.xml: note: there is no such file\n"),
+              std::string::npos)
+        << chosen.standardOutput;
+    folder_.Write("secret.xml", "<DyAdDescription/>");
+    std::filesystem::permissions(folder_.PathOf("secret.xml"), std::filesystem::perms::none);
+    const std::string output = RunAsOrdinaryUser({"check", "secret.xml"}).standardOutput;
+    EXPECT_NE(output.find("secret.xml: note: the file may not be read\n"), std::string::npos)
+        << output;
+}
+
 TEST_F(Check, AFileThatCannotBeReadIsAFindingWithAStatusOfItsOwn) {
     const Json document = VerdictOn({"check", "missing.xml"}, 3);
     EXPECT_EQ(document["file"], "missing.xml");
     EXPECT_EQ(document["valid"], false);
     EXPECT_EQ(document["findings"][0]["key"], "Ctx.Collector.XMLFileNotValid");
     EXPECT_EQ(document["findings"][0]["parameters"], Json({"./missing.xml"}));
+    EXPECT_EQ(document["findings"][0]["related"][0]["text"], "there is no such file");
     EXPECT_EQ(document["findings"][0]["context"], nullptr);
 }
 

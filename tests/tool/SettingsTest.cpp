@@ -229,6 +229,22 @@ TEST_F(Settings, SetSaysWhatTheLibraryWillSayOfTheValue) {
     }
 }
 
+TEST_F(Settings, AMisspeltAttributeIsNotedWhereAValueIsLookedFor) {
+    folder_.Write(File, "DYAD_Ctx_XmlFiel = './site.xml'\nother = 'x'\n");
+    const std::string note =
+        "note: the library reads no attribute 'DYAD_Ctx_XmlFiel'; did you mean "
+        "'DYAD_Ctx_XmlFile'?\n";
+    EXPECT_EQ(RunHere({"get"}).standardError, note);
+    EXPECT_EQ(RunHere({"get", "other"}).standardError, "");
+    for (const std::vector<std::string>& which :
+         {std::vector<std::string>{"which"}, {"which", "--explain"}}) {
+        const std::string remarks = Run(which, Here()).standardError;
+        EXPECT_NE(remarks.find(note), std::string::npos) << remarks;
+    }
+    folder_.Write(File, "DYAD_Ctx_XmlFile = './site.xml'\nother = 'x'\n");
+    EXPECT_EQ(RunHere({"get"}).standardError, "");
+}
+
 TEST_F(Settings, ChangesOfManyProcessesAreAllKept) {
     folder_.Write(File, "# shared\n");
     const ChildResult result =

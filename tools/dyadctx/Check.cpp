@@ -3,6 +3,7 @@
 #include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Suggestion.h"
+#include "tools/dyadctx/Words.h"
 #include "tools/dyadctx/report/Report.h"
 
 #include <nlohmann/json.hpp>
@@ -82,8 +83,8 @@ void Check::RefuseUnknownKinds() const {
     }
     for (const std::string& id : off_) {
         if (std::find(known.begin(), known.end(), id) == known.end())
-            throw Failure(ExitStatus::Usage, "there is no warning or note '" + Visible(id) + "'" +
-                                                 DidYouMean(id, known));
+            throw Failure(ExitStatus::Usage,
+                          Words("check.no-kind", {Visible(id)}) + DidYouMean(id, known));
     }
 }
 

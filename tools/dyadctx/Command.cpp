@@ -1,6 +1,7 @@
 #include "tools/dyadctx/Command.h"
 
 #include "tools/dyadctx/Source.h"
+#include "tools/dyadctx/Words.h"
 
 #include <array>
 
@@ -51,8 +52,7 @@ void SelectView(VELDyadCtxCollector& collector, const ViewChoice& choice, Output
     const std::string fallback = choice.providers.empty() ? Views[0] : Database;
     const std::string view = choice.type.value_or(fallback);
     if (!choice.providers.empty() && view != Database)
-        throw Failure(ExitStatus::Usage,
-                      "--provider narrows the database view and does not go with --type " + view);
+        throw Failure(ExitStatus::Usage, Words("view.provider", {view}));
     if (view == Views[1])
         collector.SetContextPathType();
     if (view == Views[2]) {
@@ -65,8 +65,7 @@ void SelectView(VELDyadCtxCollector& collector, const ViewChoice& choice, Output
     if (view == Views[3])
         collector.SetContextFileType();
     if (view != NameOfView(collector))
-        output.Note("the DB context environment is off, so there is no " + view +
-                    " view and all contexts are taken; add --db-context");
+        output.Note(Words("view.off", {view}));
 }
 
 const char* NameOfView(const VELDyadCtxCollector& collector) {

@@ -5,6 +5,7 @@
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Source.h"
 #include "tools/dyadctx/Suggestion.h"
+#include "tools/dyadctx/Words.h"
 #include "tools/dyadctx/help/HelpText.h"
 
 #include <string_view>
@@ -82,8 +83,8 @@ void CommandLine::DeclareCommonOptions() {
                      "associated contexts take part");
     common
         .Add("--lang", language_,
-             "Language of the library's messages: en, fr, de or ja; hints and remarks of the "
-             "tool are English. Default: that of the environment, else English")
+             "Language of messages and other texts: en, fr, de or ja; help and explanations are "
+             "English. Default: that of the environment, else English")
         .Takes("TAG");
     common.Add("--color", color_, "Colours; auto: on a terminal, unless NO_COLOR is set")
         .OneOf({"auto", "always", "never"})
@@ -173,6 +174,8 @@ bool CommandLine::Read(int argc, char** argv) {
         text_ = std::string(call.what()) + "\n";
         return false;
     } catch (const CLI::ParseError& error) {
+        // The language that was asked for, as far as it was read.
+        PutOptionsIntoForce();
         throw Failure(ExitStatus::Usage, UsageError(error));
     }
     PutOptionsIntoForce();
@@ -241,20 +244,21 @@ std::string CommandLine::UsageError(const CLI::ParseError& error) const {
     if (ChosenIndex() < 0) {
         for (const std::string& word : left) {
             if (word.starts_with('-'))
-                return "unknown option '" + Visible(word) + "'" + DidYouMean(word, KnownOptions());
+                return Words("usage.unknown-option", {Visible(word)}) +
+                       DidYouMean(word, KnownOptions());
             std::vector<std::string> names;
             for (const CommandNode& command : NodeOf(app_).commands)
                 names.push_back(command.name);
-            return "unknown command '" + Visible(word) + "'" + DidYouMean(word, names);
+            return Words("usage.unknown-command", {Visible(word)}) + DidYouMean(word, names);
         }
-        return Is(error, CLI::ExitCodes::RequiredError) ? "no command given"
+        return Is(error, CLI::ExitCodes::RequiredError) ? Words("usage.no-command")
                                                         : Visible(error.what());
     }
     if (Is(error, CLI::ExitCodes::ExtrasError) && !left.empty()) {
         const std::string& word = left.front();
-        const std::string kind = word.starts_with('-') ? "option" : "argument";
-        return "unexpected " + kind + " '" + Visible(word) + "'" +
-               (kind == "option" ? DidYouMean(word, KnownOptions()) : "");
+        if (!word.starts_with('-'))
+            return Words("usage.unexpected-argument", {Visible(word)});
+        return Words("usage.unexpected-option", {Visible(word)}) + DidYouMean(word, KnownOptions());
     }
     return Visible(error.what());
 }

@@ -2,6 +2,7 @@
 
 #include "platform/VELDbContextEnvironment.h"
 #include "tools/dyadctx/FileChoiceText.h"
+#include "tools/dyadctx/Words.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -11,7 +12,6 @@ namespace dyadctx::tool {
 namespace {
 
 constexpr const char* VariableKind = "variable-without-effect";
-constexpr const char* VariableText = "The variable {0} is set, but has no effect: {1}.";
 
 // The DB context environment, switched on as long as this lives.
 class DbContextEnvironment {
@@ -26,6 +26,13 @@ std::string IdentityAndPlace(const Finding& finding) {
     return PlacePrefix("-", finding.place) + IdentityOf(finding);
 }
 
+// The library's message does not say what is wrong with the path.
+void AddReason(const Source& source, Finding& finding) {
+    const std::string reason = IsAboutFileChoice(finding) ? ReasonAgainst(source.path) : "";
+    if (!reason.empty())
+        finding.related.Append({VELUnicodeString(reason), {}, {}});
+}
+
 } // namespace
 
 std::vector<VELDyadCtxFindingKind> FindingKinds() {
@@ -33,7 +40,9 @@ std::vector<VELDyadCtxFindingKind> FindingKinds() {
     const VELListVal<VELDyadCtxFindingKind> known = VELDyadCtxFileCheck::GetFindingKinds();
     for (int i = 1; i <= known.Size(); ++i)
         kinds.push_back(known[i]);
-    kinds.push_back({VariableKind, Severity::Note, VariableText});
+    // With its places as they are.
+    kinds.push_back(
+        {VariableKind, Severity::Note, VELUnicodeString(Words(VariableKind, {"{0}", "{1}"}))});
     return kinds;
 }
 
@@ -46,8 +55,10 @@ std::vector<Finding> Diagnose(const Source& source, const DiagnosisOptions& opti
         check.Silence(VELUnicodeString(id));
     RunCheck(check, source);
     std::vector<Finding> findings;
-    for (int i = 1; i <= check.GetNbFindings(); ++i)
+    for (int i = 1; i <= check.GetNbFindings(); ++i) {
         findings.push_back(check.GetFindingAt(i));
+        AddReason(source, findings.back());
+    }
     return findings;
 }
 
@@ -80,8 +91,7 @@ Finding ToFinding(const IdleVariable& variable) {
     finding.severity = Severity::Note;
     finding.parameters.Append(VELUnicodeString(variable.name));
     finding.parameters.Append(VELUnicodeString(variable.reason));
-    finding.text = VELUnicodeString("The variable " + variable.name +
-                                    " is set, but has no effect: " + variable.reason + ".");
+    finding.text = VELUnicodeString(Words(VariableKind, {variable.name, variable.reason}));
     return finding;
 }
 

@@ -3,6 +3,7 @@
 #include "tools/dyadctx/ContextFacts.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Source.h"
+#include "tools/dyadctx/Words.h"
 
 #include <nlohmann/json.hpp>
 
@@ -15,8 +16,6 @@
 namespace dyadctx::tool {
 
 namespace {
-
-constexpr const char* PasswordDiffers = " (a password differs)";
 
 std::string RawText(const Json& json) {
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
@@ -57,15 +56,15 @@ std::string Quoted(const std::string& text) {
 }
 
 std::string TextOf(const std::optional<std::string>& name) {
-    return name ? Quoted(*name) : "none";
+    return name ? Quoted(*name) : Words("diff.none");
 }
 
 std::string TextOf(const std::vector<std::string>& names) {
-    return names.empty() ? "none" : Joined(names);
+    return names.empty() ? Words("diff.none") : Joined(names);
 }
 
 std::string TextOf(const std::optional<ProviderFacts>& provider) {
-    return provider ? Describe(*provider) : "none";
+    return provider ? Describe(*provider) : Words("diff.none");
 }
 
 std::string TextOf(const SiteFacts& site) {
@@ -76,7 +75,7 @@ std::string TextOf(const std::vector<SiteFacts>& sites) {
     std::string text;
     for (const SiteFacts& site : sites)
         text += (text.empty() ? "" : ", ") + TextOf(site);
-    return text.empty() ? "none" : text;
+    return text.empty() ? Words("diff.none") : text;
 }
 
 Json ToJson(const std::vector<SiteFacts>& sites) {
@@ -197,9 +196,8 @@ Json DocumentOf(const std::string& from, const std::string& to, const Difference
 }
 
 std::string TextOf(const ScenarioFacts& row) {
-    return "scenario " + Quoted(row.scenario) + " of " + Quoted(row.channel) + ", profile " +
-           Quoted(row.profile) + ", option " + Quoted(row.optionName) + " = " +
-           Quoted(row.optionValue);
+    return Words("diff.scenario", {Quoted(row.scenario), Quoted(row.channel), Quoted(row.profile),
+                                   Quoted(row.optionName), Quoted(row.optionValue)});
 }
 
 // A row that is told by the same words as one of the other file differs in what is masked.
@@ -210,7 +208,7 @@ void WriteRows(const std::vector<ScenarioFacts>& rows, const std::vector<Scenari
         otherTexts.insert(TextOf(row));
     for (const ScenarioFacts& row : rows) {
         const std::string text = TextOf(row);
-        const std::string remark = otherTexts.contains(text) ? PasswordDiffers : "";
+        const std::string remark = otherTexts.contains(text) ? Words("diff.password") : "";
         output.Write(output.Painted(paint, sign + text + remark) + "\n");
     }
 }
@@ -232,7 +230,7 @@ void WriteText(const Difference& difference, Output& output) {
         for (const Change& change : context.changes)
             line(Paint::Changed, "~ " + Visible(context.name) + ": " + change.what + " " +
                                      change.fromText + " -> " + change.toText +
-                                     (change.HasOtherSecrets() ? PasswordDiffers : ""));
+                                     (change.HasOtherSecrets() ? Words("diff.password") : ""));
     }
     WriteRows(difference.scenariosRemoved, difference.scenariosAdded, "- ", Paint::Bad, output);
     WriteRows(difference.scenariosAdded, difference.scenariosRemoved, "+ ", Paint::Good, output);

@@ -1,7 +1,9 @@
 #include "tools/dyadctx/FileChoiceText.h"
 
 #include "platform/VELFileSystem.h"
+#include "platform/VELSysSettingRepository.h"
 #include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/Suggestion.h"
 #include "tools/dyadctx/Words.h"
 
 #include <new>
@@ -158,6 +160,22 @@ std::string FaultOf(const Candidate& candidate) {
 std::string ReasonAgainst(std::string_view file) {
     const VELUnicodeString path(file);
     return TextOf(VELDyadCtxFileChoice::CheckPath(path), path);
+}
+
+std::string RemarkOnUnreadAttribute(std::string_view name) {
+    return Words("settings.not-read", {Visible(name)}) + DidYouMean(name, {FileAttribute});
+}
+
+std::vector<std::string> RemarksOnMisspeltAttributes() {
+    VELListVal<VELSetting> settings;
+    VELSysSettingRepository::ListAttrs(SettingsRepository, settings);
+    std::vector<std::string> remarks;
+    for (int i = 1; i <= settings.Size(); ++i) {
+        const std::string_view name = settings[i].name.AsView();
+        if (name != FileAttribute && !Nearest(name, {FileAttribute}).empty())
+            remarks.push_back(RemarkOnUnreadAttribute(name));
+    }
+    return remarks;
 }
 
 } // namespace dyadctx::tool

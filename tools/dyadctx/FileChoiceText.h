@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace dyadctx::tool {
 
@@ -27,5 +28,10 @@ std::string FaultOf(const VELDyadCtxFileCandidate& candidate);
 
 // Why the library would not open this file; empty when it would.
 std::string ReasonAgainst(std::string_view file);
+
+// What to say of an attribute of the settings that the library does not read, and of all those in
+// the settings file whose name is near to that of the one it reads.
+std::string RemarkOnUnreadAttribute(std::string_view name);
+std::vector<std::string> RemarksOnMisspeltAttributes();
 
 } // namespace dyadctx::tool

@@ -1,6 +1,7 @@
 #include "tools/dyadctx/FindingRecorder.h"
 
 #include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/Words.h"
 #include "trace/VELDyadMessageKeys.h"
 
 #include <algorithm>
@@ -96,7 +97,8 @@ std::string IdentityOf(const Finding& finding) {
 }
 
 std::string MarkedText(const Finding& finding) {
-    return (finding.cause > 0 ? "consequence: " : "") + std::string(finding.text.AsView());
+    const std::string text(finding.text.AsView());
+    return finding.cause > 0 ? Words("finding.consequence", {text}) : text;
 }
 
 std::string FindingLine(const std::string& file, const std::string& severity,

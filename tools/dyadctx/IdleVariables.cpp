@@ -145,7 +145,7 @@ std::string AgainstLanguage(const std::string& value) {
 
 bool IsCatalog(const std::string& fileName) {
     const bool isOfOne = fileName.starts_with(std::string(key::Catalog) + ".") ||
-                         fileName.starts_with(std::string(key::OwnCatalog) + ".");
+                         fileName.starts_with(std::string(VELMsgCatalog::OwnCatalog) + ".");
     return isOfOne && fileName.ends_with(".mo");
 }
 
@@ -220,7 +220,7 @@ std::vector<IdleVariable> IdleVariablesOfChoice(const VELDyadCtxFileChoice& choi
     CheckVariableUnlessEmpty(idle, RootsVariable,
                              [&](const std::string&) { return AgainstRoots(choice); });
     CheckVariableUnlessEmpty(idle, "VELDyadCtxOut", [&](const std::string&) -> std::string {
-        return choice.IsUsable() ? "" : "no context file can be read, so none is written";
+        return choice.IsUsable() ? "" : Words("idle.no-output");
     });
     return idle;
 }
@@ -241,9 +241,8 @@ std::vector<IdleVariable> IdleVariablesOfReading() {
 
 std::vector<IdleVariable> IdleExchangeChannel() {
     std::vector<IdleVariable> idle;
-    CheckVariableUnlessEmpty(idle, "ExchangeChannel", [](const std::string&) {
-        return "only CreateExchangeChannelCollector reads it, CreateCollector does not";
-    });
+    CheckVariableUnlessEmpty(idle, "ExchangeChannel",
+                             [](const std::string&) { return Words("idle.exchange-channel"); });
     return idle;
 }
 

@@ -4,6 +4,7 @@
 #include "tools/dyadctx/ContextFindings.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Source.h"
+#include "tools/dyadctx/Words.h"
 #include "tools/dyadctx/graph/GraphModel.h"
 #include "trace/VELDyadMessageKeys.h"
 
@@ -51,6 +52,7 @@ struct State {
         return finding == nullptr || finding->severity != VELDyadCtxSeverity::Error;
     }
     const char* Name() const { return IsValid() ? "valid" : "error"; }
+    std::string Label() const { return Words(IsValid() ? "check.valid.one" : "kind.error"); }
     std::string Text() const {
         return finding != nullptr
                    ? Visible(finding->text.AsView()) + " [" + Visible(finding->id.AsView()) + "]"
@@ -96,11 +98,12 @@ std::string SitesToShow(const ContextFacts& context) {
 }
 
 void WriteTable(const std::vector<Row>& rows, bool withStates, Output& output) {
-    Table table({"#", "NAME", "STATE", "TYPE", "PARAMETER", "PROVIDER", "SITES", "FRIENDS",
-                 "ASSOCIATED", "FIRST FINDING"});
+    Table table({"#", Words("heading.name"), Words("heading.state"), Words("heading.type"),
+                 Words("heading.parameter"), Words("heading.provider"), Words("heading.sites"),
+                 Words("heading.friends"), Words("heading.associated"), Words("heading.finding")});
     for (const auto& [context, state] : rows) {
         table.AddRow({std::to_string(context.position), Visible(context.name),
-                      withStates ? state.Name() : "", TypeLabel(context),
+                      withStates ? state.Label() : "", TypeLabel(context),
                       Visible(context.parameter),
                       context.provider ? Visible(context.provider->name) : "", SitesToShow(context),
                       Joined(context.friends), Visible(context.associated.value_or("")),
@@ -171,9 +174,7 @@ int CountOfLeftOut(const VELDyadCtxFileCheck& check) {
 void NoteLeftOut(const VELDyadCtxFileCheck& check, Output& output) {
     const int count = CountOfLeftOut(check);
     if (count > 0)
-        output.Note(std::to_string(count) +
-                    (count == 1 ? " database context is" : " database contexts are") +
-                    " left out, because the DB context environment is off; add --db-context");
+        output.Note(CountedWords(count, "list.left-out"));
 }
 
 bool IsSyntaxError(const VELDyadCtxFinding& finding) {
@@ -222,7 +223,7 @@ void List::Write(const Source& source, VELDyadCtxCollector& collector,
     else
         WriteTable(rows, all_, output);
     if (rows.empty())
-        output.Note("there is no context in this view");
+        output.Note(Words("list.empty"));
     if (check != nullptr)
         NoteLeftOut(*check, output);
 }
@@ -237,14 +238,14 @@ ExitStatus List::ListFaulty(const Source& source, Output& output) const {
             FailWith(source, output);
     }
     Write(source, *check.GetCollector(), &check, output);
-    output.Error(Visible(source.file) + " cannot be loaded; the list shows what could be read");
+    output.Error(Words("list.partial", {Visible(source.file)}));
     return ExitStatus::NotLoadable;
 }
 
 ExitStatus List::Run(Output& output) {
     const bool isWords = format_ == "names" || format_ == "providers";
     if (endWithNul_ && !isWords)
-        throw Failure(ExitStatus::Usage, "-0 goes with --format names or --format providers");
+        throw Failure(ExitStatus::Usage, Words("list.null"));
     const bool mayLeaveOut = !IsDbContextEnvironmentOn() && !output.IsQuiet();
     const bool needsCheck = all_ || format_ == "json" || mayLeaveOut;
     const Source source = LoadSource(file_, needsCheck ? Reading::WithPlaces : Reading::Contexts);

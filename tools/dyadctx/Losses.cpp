@@ -3,6 +3,7 @@
 #include "platform/VELEnvironment.h"
 #include "platform/VELIXMLDOM.h"
 #include "tools/dyadctx/Source.h"
+#include "tools/dyadctx/Words.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -13,7 +14,6 @@ namespace dyadctx::tool {
 namespace {
 
 constexpr const char* SitesVariable = "TE_MULTISITE_DBCONTEXT";
-constexpr const char* NeverWritten = "the library writes none";
 
 // What the markup of a file holds beside its elements.
 struct Markup {
@@ -95,7 +95,7 @@ Elements ElementsOf(std::string_view input) {
     CreateVELIXMLDOMDocumentBuilder(builder, CLSID_XML4C_DOM);
     if (builder.ParseText(VELUnicodeString(input), nullptr, document) < 0 ||
         document.GetDocumentElement(root) < 0)
-        throw Failure(ExitStatus::NoFile, "the input changed while it was being read");
+        throw Failure(ExitStatus::NoFile, Words("loss.input-changed"));
     Count(root, "", found);
     return found;
 }
@@ -119,13 +119,10 @@ int FindingsOf(const VELDyadCtxFileCheck& check, std::string_view id) {
 
 class LossList {
 public:
-    // `many` where the plural is more than an added s.
-    void Add(int count, const std::string& one, const std::string& why,
-             const std::string& many = "") {
-        if (count <= 0)
-            return;
-        const std::string noun = count == 1 ? one : many.empty() ? one + "s" : many;
-        losses_.push_back({std::to_string(count) + " " + noun, why});
+    // By the keys of their texts.
+    void Add(int count, const std::string& what, const std::string& why) {
+        if (count > 0)
+            losses_.push_back({CountedWords(count, what), Words(why)});
     }
     std::vector<Loss> Take() { return std::move(losses_); }
 
@@ -136,14 +133,13 @@ private:
 void AddDatabases(const VELDyadCtxFileCheck& check, const Elements& elements,
                   const VELDyadCtxCollector& collector, LossList& losses) {
     if (!IsDbContextEnvironmentOn()) {
-        const char* why = "the DB context environment is off; --db-context keeps them";
-        losses.Add(NumberIn(check, "database-left-out"), "database context", why);
-        losses.Add(NumberIn(check, "associated-left-out"), "associated context", why);
+        const char* why = "loss.environment-off";
+        losses.Add(NumberIn(check, "database-left-out"), "loss.database", why);
+        losses.Add(NumberIn(check, "associated-left-out"), "loss.associated", why);
         return;
     }
     if (VELGetEnv(SitesVariable) == nullptr)
-        losses.Add(elements.contexts - collector.GetAllNbCtxs(), "further server",
-                   "sites are off; the environment variable TE_MULTISITE_DBCONTEXT keeps them");
+        losses.Add(elements.contexts - collector.GetAllNbCtxs(), "loss.server", "loss.sites-off");
 }
 
 } // namespace
@@ -153,20 +149,18 @@ std::vector<Loss> LossesOf(std::string_view input, const VELDyadCtxFileCheck& ch
     LossList losses;
     const Markup markup = MarkupOf(input);
     const Elements elements = ElementsOf(input);
-    losses.Add(collector.GetAllNbCtxs() - collector.GetNbCtxs(), "context",
-               "outside the view; --type all without --provider keeps them");
+    losses.Add(collector.GetAllNbCtxs() - collector.GetNbCtxs(), "count.context",
+               "loss.outside-view");
     AddDatabases(check, elements, collector, losses);
-    losses.Add(elements.scenarios, "exchange scenario", NeverWritten);
-    losses.Add(markup.comments, "comment", NeverWritten);
-    losses.Add(markup.instructions, "processing instruction", NeverWritten);
-    losses.Add(markup.doctypes, "DOCTYPE", NeverWritten);
-    losses.Add(elements.attributesOfLinks, "attribute of friends and associated contexts",
-               "these are written by name alone", "attributes of friends and associated contexts");
-    const char* notRead = "the library does not read them";
+    losses.Add(elements.scenarios, "loss.scenario", "loss.never-written");
+    losses.Add(markup.comments, "loss.comment", "loss.never-written");
+    losses.Add(markup.instructions, "loss.instruction", "loss.never-written");
+    losses.Add(markup.doctypes, "loss.doctype", "loss.never-written");
+    losses.Add(elements.attributesOfLinks, "loss.link-attribute", "loss.name-alone");
     losses.Add(FindingsOf(check, "unknown-attribute") + FindingsOf(check, "unused-attribute"),
-               "attribute", notRead);
+               "loss.attribute", "loss.not-read");
     losses.Add(FindingsOf(check, "unknown-element") + FindingsOf(check, "misplaced-element"),
-               "element", notRead);
+               "loss.element", "loss.not-read");
     return losses.Take();
 }
 

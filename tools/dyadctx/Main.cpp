@@ -1,6 +1,7 @@
 // The command-line tool: see `dyadctx --help`.
 #include "tools/dyadctx/CommandLine.h"
 #include "tools/dyadctx/Output.h"
+#include "tools/dyadctx/Words.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -20,7 +21,7 @@ int Status(ExitStatus status) {
 int Finish(Output& output, ExitStatus status) {
     if (output.Finish())
         return Status(status);
-    output.Error("the answer could not be written to standard output: " + output.WhyFailed());
+    output.Error(Words("failure.answer", {output.WhyFailed()}));
     return Status(ExitStatus::NotWritten);
 }
 

@@ -4,6 +4,7 @@
 #include "tools/dyadctx/ContextFacts.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Source.h"
+#include "tools/dyadctx/Words.h"
 
 #include <nlohmann/json.hpp>
 
@@ -57,7 +58,10 @@ void AddPairs(Answer& answer, const VELListValVELUnicodeString& first,
 }
 
 Answer ChannelsFor(VELDyadCtxCollector& collector, const std::vector<std::string>& ids) {
-    Answer answer{"channels", {"CHANNEL", "CONTEXT"}, {"channel", "channelContext"}, {}};
+    Answer answer{"channels",
+                  {Words("heading.channel"), Words("heading.context")},
+                  {"channel", "channelContext"},
+                  {}};
     VELListValVELUnicodeString channels;
     VELListValVELUnicodeString contexts;
     collector.GetExchangeChannelfromScenario(ListOf(ids), channels, contexts);
@@ -67,7 +71,10 @@ Answer ChannelsFor(VELDyadCtxCollector& collector, const std::vector<std::string
 
 Answer ProfilesFor(VELDyadCtxCollector& collector, const std::string& channel,
                    const std::vector<std::string>& ids) {
-    Answer answer{"profiles", {"PROFILE", "SCENARIO"}, {"profile", "scenario"}, {}};
+    Answer answer{"profiles",
+                  {Words("heading.profile"), Words("heading.scenario")},
+                  {"profile", "scenario"},
+                  {}};
     VELListValVELUnicodeString matched;
     VELListValVELUnicodeString profiles;
     collector.GetProfilefromExchangeChannel(VELUnicodeString(channel), ListOf(ids), matched,
@@ -78,7 +85,10 @@ Answer ProfilesFor(VELDyadCtxCollector& collector, const std::string& channel,
 
 Answer OptionsFor(VELDyadCtxCollector& collector, const std::string& channel,
                   const std::string& profile) {
-    Answer answer{"options", {"OPTION", "VALUE"}, {"optionName", "optionValue"}, {}};
+    Answer answer{"options",
+                  {Words("heading.option"), Words("heading.value")},
+                  {"optionName", "optionValue"},
+                  {}};
     VELListValVELUnicodeString names;
     VELListValVELUnicodeString values;
     collector.GetOptionsfromExchangeProfile(VELUnicodeString(channel), VELUnicodeString(profile),
@@ -89,7 +99,8 @@ Answer OptionsFor(VELDyadCtxCollector& collector, const std::string& channel,
 
 Answer AllRows(const VELDyadCtxCollector& collector) {
     Answer answer{"scenarios",
-                  {"CHANNEL", "CONTEXT", "PROFILE", "SCENARIO", "OPTION", "VALUE"},
+                  {Words("heading.channel"), Words("heading.context"), Words("heading.profile"),
+                   Words("heading.scenario"), Words("heading.option"), Words("heading.value")},
                   {"channel", "channelContext", "profile", "scenario", "optionName", "optionValue"},
                   {}};
     for (const ScenarioFacts& row : FactsOfScenarios(collector))
@@ -149,11 +160,11 @@ void Scenarios::Declare(Arguments& arguments) {
 
 void Scenarios::RefuseOddQuery() const {
     if (profile_ && !channel_)
-        throw Failure(ExitStatus::Usage, "--profile needs --channel");
+        throw Failure(ExitStatus::Usage, Words("scenarios.profile-alone"));
     if (profile_ && !ids_.empty())
-        throw Failure(ExitStatus::Usage, "--profile does not go with --id");
+        throw Failure(ExitStatus::Usage, Words("scenarios.profile-with-id"));
     if (channel_ && !profile_ && ids_.empty())
-        throw Failure(ExitStatus::Usage, "--channel needs --id or --profile");
+        throw Failure(ExitStatus::Usage, Words("scenarios.channel-alone"));
 }
 
 ExitStatus Scenarios::Run(Output& output) {
@@ -169,7 +180,7 @@ ExitStatus Scenarios::Run(Output& output) {
     else
         WriteTable(answer, output);
     if (answer.rows.empty())
-        output.Note("no " + answer.kind + " found");
+        output.Note(Words("scenarios.no-" + answer.kind));
     return ExitStatus::Done;
 }
 

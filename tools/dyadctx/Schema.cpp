@@ -3,6 +3,7 @@
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/EmbeddedFiles.h"
 #include "tools/dyadctx/Suggestion.h"
+#include "tools/dyadctx/Words.h"
 
 namespace dyadctx::tool {
 
@@ -44,9 +45,8 @@ Failure NoSuchSchema(const std::string& command) {
     std::string list;
     for (const std::string& name : known)
         list += (list.empty() ? "" : ", ") + name;
-    return Failure(ExitStatus::NotFound, "there is no JSON schema for '" + Visible(command) + "'" +
-                                             DidYouMean(command, known) +
-                                             "; the commands with one are " + list);
+    return Failure(ExitStatus::NotFound,
+                   Words("schema.none", {Visible(command), DidYouMean(command, known), list}));
 }
 
 std::string_view JsonSchemaText(const std::string& command) {
@@ -78,7 +78,7 @@ void Schema::Declare(Arguments& arguments) {
 
 ExitStatus Schema::Run(Output& output) {
     if (kind_ != JsonKind && command_)
-        throw Failure(ExitStatus::Usage, "'" + Visible(*command_) + "' goes with json only");
+        throw Failure(ExitStatus::Usage, Words("schema.not-json", {Visible(*command_)}));
     if (kind_ != JsonKind) {
         output.Write(ContextSchemaText(kind_));
     } else if (command_) {

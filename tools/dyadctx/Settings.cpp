@@ -4,6 +4,7 @@
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/FileChoiceText.h"
 #include "tools/dyadctx/Suggestion.h"
+#include "tools/dyadctx/Words.h"
 
 #include <nlohmann/json.hpp>
 
@@ -42,8 +43,7 @@ private:
 std::string SettingsFile() {
     VELUnicodeString file;
     if (VELSysSettingRepository::GetRepositoryFile(SettingsRepository, file) < 0)
-        throw Failure(ExitStatus::NoFile, "the environment names no folder for settings; "
-                                          "set VELSettingPath");
+        throw Failure(ExitStatus::NoFile, Words("settings.no-folder"));
     return std::string(file.AsView());
 }
 
@@ -62,8 +62,9 @@ Failure NoSuchAttribute(const std::string& name, const std::string& file) {
     std::vector<std::string> names{FileAttribute};
     for (int i = 1; i <= settings.Size(); ++i)
         names.emplace_back(settings[i].name.AsView());
-    return Failure(ExitStatus::NotFound, "there is no attribute '" + Visible(name) + "' in " +
-                                             Visible(file) + DidYouMean(name, names));
+    return Failure(ExitStatus::NotFound,
+                   Words("settings.no-attribute", {Visible(name), Visible(file)}) +
+                       DidYouMean(name, names));
 }
 
 // "FILE:LINE:COLUMN: REASON", as far as known.
@@ -87,28 +88,28 @@ void Require(const VELSettingRefusal& refusal, const std::string& file, const st
         throw NoSuchAttribute(name, file);
     case Kind::NoFolder:
     case Kind::NotReadable:
-        throw Failure(ExitStatus::NoFile, Visible(file) + " cannot be read: " + reason);
+        throw Failure(ExitStatus::NoFile, Words("failure.not-readable", {Visible(file), reason}));
     case Kind::NotToml:
     case Kind::NotText:
         throw Failure(ExitStatus::NotLoadable, WithPlace(file, refusal));
     case Kind::BadValue:
-        throw Failure(ExitStatus::Usage, "'" + Visible(name) + "' or its value: " + reason);
+        throw Failure(ExitStatus::Usage, Words("settings.bad-value", {Visible(name), reason}));
     case Kind::NoMemory:
         throw std::bad_alloc();
     default:
-        throw Failure(ExitStatus::NotWritten, Visible(file) + " could not be written: " + reason);
+        throw Failure(ExitStatus::NotWritten,
+                      Words("failure.not-written", {Visible(file), reason}));
     }
 }
 
 // What the library will say of the value; empty when it takes it.
 std::string RemarkOn(const std::string& name, const std::string& value) {
     if (name != FileAttribute)
-        return "the library reads no attribute '" + Visible(name) + "'" +
-               DidYouMean(name, {FileAttribute});
+        return RemarkOnUnreadAttribute(name);
     if (value.empty())
-        return "an empty value names no file; the library then takes the installation's";
+        return Words("settings.empty-value");
     const std::string reason = ReasonAgainst(value);
-    return reason.empty() ? "" : "the library will refuse " + Visible(value) + ": " + reason;
+    return reason.empty() ? "" : Words("settings.refused", {Visible(value), reason});
 }
 
 Json DocumentFor(const std::string& file) {
@@ -184,7 +185,7 @@ void Settings::WriteAll(const std::string& file, Output& output) const {
     Require(refusal, file, "");
     Json document = DocumentFor(file);
     document["attributes"] = Json::object();
-    Table table({"NAME", "VALUE"});
+    Table table({Words("heading.name"), Words("heading.value")});
     for (int i = 1; i <= settings.Size(); ++i) {
         const std::string_view name = settings[i].name.AsView();
         const std::string_view value = settings[i].value.AsView();
@@ -195,6 +196,8 @@ void Settings::WriteAll(const std::string& file, Output& output) const {
         output.WriteJson(document);
     else
         output.Write(table.Render(output));
+    for (const std::string& remark : RemarksOnMisspeltAttributes())
+        output.Note(remark);
 }
 
 void Settings::Change(const std::string& file, Output& output) const {

@@ -4,6 +4,7 @@
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Source.h"
 #include "tools/dyadctx/Suggestion.h"
+#include "tools/dyadctx/Words.h"
 
 #include <nlohmann/json.hpp>
 
@@ -40,16 +41,11 @@ struct ContextReport {
     std::vector<std::string> associatedOf;
 };
 
-Failure NoSuchContext(const std::string& name, const Source& source,
-                      const std::vector<ContextFacts>& contexts) {
+std::vector<std::string> NamesOf(const std::vector<ContextFacts>& contexts) {
     std::vector<std::string> names;
     for (const ContextFacts& context : contexts)
         names.push_back(context.name);
-    std::string text = "there is no context '" + Visible(name) + "' in " + Visible(source.file) +
-                       DidYouMean(name, names);
-    if (!IsDbContextEnvironmentOn())
-        text += " (database contexts are left out without --db-context)";
-    return Failure(ExitStatus::NotFound, text);
+    return names;
 }
 
 ContextReport ContextReportOf(const std::string& name, const Source& source) {
@@ -57,7 +53,7 @@ ContextReport ContextReportOf(const std::string& name, const Source& source) {
     const auto found = std::find_if(contexts.begin(), contexts.end(),
                                     [&](const ContextFacts& one) { return one.name == name; });
     if (found == contexts.end())
-        throw NoSuchContext(name, source, contexts);
+        throw NoSuchContext(name, source.file, NamesOf(contexts));
     ContextReport report{*found, {}, {}};
     for (const ContextFacts& other : contexts) {
         if (std::find(other.friends.begin(), other.friends.end(), name) != other.friends.end())
@@ -84,24 +80,26 @@ Json DocumentOf(const Source& source, const ContextReport& report) {
 
 void WriteText(const ContextReport& report, Output& output) {
     const ContextFacts& context = report.context;
-    const auto line = [&output](const std::string& label, const std::string& value) {
-        const std::string padded = label + std::string(16 - label.size(), ' ');
+    const auto line = [&output](const char* label, const std::string& value) {
+        const std::string text = Words(label);
+        const int gap = std::max(1, 16 - DisplayWidth(text));
+        const std::string padded = text + std::string(static_cast<std::size_t>(gap), ' ');
         if (!value.empty())
             output.Write(output.Painted(Paint::Heading, padded) + value + "\n");
     };
-    line("Name", Visible(context.name));
-    line("Position", std::to_string(context.position));
-    line("Type", TypeLabel(context));
-    line("Parameter", Visible(context.parameter));
+    line("show.name", Visible(context.name));
+    line("show.position", std::to_string(context.position));
+    line("show.type", TypeLabel(context));
+    line("show.parameter", Visible(context.parameter));
     if (context.provider)
-        line("Provider", Describe(*context.provider));
+        line("show.provider", Describe(*context.provider));
     for (const SiteFacts& site : context.sites)
-        line("Site", (site.site.empty() ? "(no details)" : Visible(site.site)) +
-                         (site.provider ? ": " + Describe(*site.provider) : ""));
-    line("Friends", Joined(context.friends));
-    line("Associated", Visible(context.associated.value_or("")));
-    line("Friend of", Joined(report.friendOf));
-    line("Associated of", Joined(report.associatedOf));
+        line("show.site", (site.site.empty() ? Words("show.no-details") : Visible(site.site)) +
+                              (site.provider ? ": " + Describe(*site.provider) : ""));
+    line("show.friends", Joined(context.friends));
+    line("show.associated", Visible(context.associated.value_or("")));
+    line("show.friend-of", Joined(report.friendOf));
+    line("show.associated-of", Joined(report.associatedOf));
 }
 
 // ---- One field ---------------------------------------------------------------------------------
@@ -161,7 +159,7 @@ Failure NoSuchField(const std::string& name) {
     for (const Detail& detail : Details)
         known.push_back(std::string(ProviderPrefix) + std::string(detail.name));
     return Failure(ExitStatus::Usage,
-                   "there is no field '" + Visible(name) + "'" + DidYouMean(name, known));
+                   Words("show.no-field", {Visible(name)}) + DidYouMean(name, known));
 }
 
 // A detail by its short name, or as the provider calls it.
@@ -204,7 +202,7 @@ void WriteField(const ContextReport& report, const std::string& name, Output& ou
     const std::optional<Values> values = ValuesOf(report, name);
     if (!values)
         throw Failure(ExitStatus::NotFound,
-                      "the context '" + Visible(report.context.name) + "' has no " + Visible(name));
+                      Words("show.no-value", {Visible(report.context.name), Visible(name)}));
     for (const std::string& value : *values)
         output.Write(Masked(value) + "\n");
 }

@@ -7,6 +7,7 @@
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/FileChoiceText.h"
 #include "tools/dyadctx/SystemServices.h"
+#include "tools/dyadctx/Words.h"
 
 #include <algorithm>
 #include <new>
@@ -41,11 +42,11 @@ bool IsOutputNamed() {
 std::string ReasonNotWritten(VELDyadCtxCollector& collector) {
     VELUnicodeString content;
     if (collector.StreamText(content) < 0)
-        return "a context cannot be put into a file";
+        return Words("failure.not-storable");
     VELFileRefusal refusal;
     if (VELReplaceFile(VELUnicodeString(VELGetEnv(OutputVariable)), content.AsView(), &refusal) >=
         0)
-        return "it could be written at the second attempt";
+        return Words("source.second-attempt");
     return Visible(refusal.reason.AsView());
 }
 
@@ -120,12 +121,11 @@ bool LoadWithPlaces(Source& source) {
 std::string TextOfStandardInput() {
     static bool isRead = false;
     if (std::exchange(isRead, true))
-        throw Failure(ExitStatus::Usage, "standard input can be read only once");
+        throw Failure(ExitStatus::Usage, Words("source.once"));
     try {
         return ReadStandardInput();
     } catch (const std::system_error& error) {
-        throw Failure(ExitStatus::NoFile,
-                      std::string("standard input cannot be read: ") + error.what());
+        throw Failure(ExitStatus::NoFile, Words("source.input-unreadable", {error.what()}));
     }
 }
 
@@ -149,15 +149,12 @@ Source LoadStandardInput() {
     return source;
 }
 
-std::string Subject(const Source& source) {
-    return source.file.empty() ? "no context file" : Visible(source.file);
-}
-
 std::string Advice(const Source& source) {
     if (source.file.empty())
-        return "no context file could be chosen; name one, or see `dyadctx which`";
+        return Words("source.none");
     const std::string reason = ReasonAgainst(source.path);
-    return Visible(source.file) + " cannot be read" + (reason.empty() ? "" : ": " + reason);
+    return reason.empty() ? Words("choice.settings-unreadable", {Visible(source.file)})
+                          : Words("failure.not-readable", {Visible(source.file), reason});
 }
 
 // As a shell takes it.
@@ -185,9 +182,10 @@ std::string FailureText(const Source& source) {
     case ExitStatus::NotWritten:
         return ReasonOfSilentFailure(source);
     default:
-        return Subject(source) + " cannot be loaded" +
-               (source.findings.empty() ? ": " + ReasonOfSilentFailure(source) : "") + "; see " +
-               CheckCommand(source);
+        if (!source.findings.empty())
+            return Words("source.not-loadable", {Visible(source.file), CheckCommand(source)});
+        return Words("source.not-loadable-because",
+                     {Visible(source.file), ReasonOfSilentFailure(source), CheckCommand(source)});
     }
 }
 
@@ -227,7 +225,7 @@ void RunCheck(VELDyadCtxFileCheck& check, const Source& source) {
 
 Source LoadSource(const std::optional<std::string>& file, Reading reading) {
     if (file && file->empty())
-        throw Failure(ExitStatus::NoFile, "the name of the file is empty");
+        throw Failure(ExitStatus::NoFile, Words("source.empty-name"));
     if (file == StandardInput)
         return LoadStandardInput();
     Source source = file ? NamedSource(*file) : ChosenSource();
@@ -257,10 +255,10 @@ void FailWith(const Source& source, Output& output) {
 std::string ReasonOfSilentFailure(const Source& source) {
     if (source.status == ExitStatus::NotWritten) {
         const char* target = VELGetEnv(OutputVariable);
-        return Visible(target != nullptr ? target : "") + ", which " + OutputVariable +
-               " names, could not be written: " + source.whyNotWritten;
+        return Words("source.output",
+                     {Visible(target != nullptr ? target : ""), source.whyNotWritten});
     }
-    return "the library gives no reason; look for an Option without a name";
+    return Words("source.silent");
 }
 
 bool IsDbContextEnvironmentOn() {

@@ -2,6 +2,8 @@
 
 #include "check/VELDyadCtxFileCheck.h"
 #include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/Source.h"
+#include "tools/dyadctx/Words.h"
 
 namespace dyadctx::tool {
 
@@ -16,7 +18,15 @@ std::string Nearest(std::string_view word, const std::vector<std::string>& known
 
 std::string DidYouMean(std::string_view word, const std::vector<std::string>& known) {
     const std::string nearest = Nearest(word, known);
-    return nearest.empty() ? "" : "; did you mean '" + Visible(nearest) + "'?";
+    return nearest.empty() ? "" : Words("did-you-mean", {Visible(nearest)});
+}
+
+Failure NoSuchContext(const std::string& name, const std::string& file,
+                      const std::vector<std::string>& known) {
+    return Failure(ExitStatus::NotFound,
+                   Words("show.no-context", {Visible(name), Visible(file)}) +
+                       DidYouMean(name, known) +
+                       (IsDbContextEnvironmentOn() ? "" : Words("show.without-databases")));
 }
 
 } // namespace dyadctx::tool

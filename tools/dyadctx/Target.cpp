@@ -2,6 +2,7 @@
 
 #include "platform/VELFileSystem.h"
 #include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/Words.h"
 
 #include <new>
 
@@ -22,8 +23,8 @@ void WriteTarget(const std::string& target, std::string_view content, Output& ou
     if (refusal.kind == VELFileRefusal::Kind::NoMemory)
         throw std::bad_alloc();
     throw Failure(ExitStatus::NotWritten,
-                  (target.empty() ? "''" : Visible(target)) +
-                      " could not be written: " + Visible(refusal.reason.AsView()));
+                  Words("failure.not-written", {target.empty() ? "''" : Visible(target),
+                                                Visible(refusal.reason.AsView())}));
 }
 
 } // namespace dyadctx::tool

@@ -230,6 +230,8 @@ void Which::WriteAnswer(const VELDyadCtxFileChoice& choice, Output& output) cons
         WriteExplanation(choice, output);
     else
         WriteTable(choice, output);
+    for (const std::string& remark : RemarksOnMisspeltAttributes())
+        output.Note(remark);
     if (choice.IsUsable())
         output.Write("\n" + output.Painted(Paint::Good, Visible(FileOf(choice))) + "\n");
 }

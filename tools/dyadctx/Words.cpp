@@ -1,7 +1,6 @@
 #include "tools/dyadctx/Words.h"
 
 #include "platform/VELMsgCatalog.h"
-#include "trace/VELDyadMessageKeys.h"
 
 #include <new>
 
@@ -13,12 +12,17 @@ std::string Words(std::string_view key, const std::vector<std::string>& paramete
         values.emplace_back(parameter);
     const std::string name(key);
     const VELUnicodeString text =
-        VELMsgCatalog::BuildMessage(key::OwnCatalog, name.c_str(), values.data(),
+        VELMsgCatalog::BuildMessage(VELMsgCatalog::OwnCatalog, name.c_str(), values.data(),
                                     static_cast<int>(values.size()), VELUnicodeString(name));
     // No text of the catalog is empty.
     if (text.IsEmpty())
         throw std::bad_alloc();
     return std::string(text.AsView());
+}
+
+std::string CountedWords(std::ptrdiff_t count, const std::string& key,
+                         const std::string& parameter) {
+    return Words(key + (count == 1 ? ".one" : ".many"), {std::to_string(count), parameter});
 }
 
 } // namespace dyadctx::tool

@@ -5,6 +5,7 @@
 #include "tools/dyadctx/Source.h"
 #include "tools/dyadctx/SystemServices.h"
 #include "tools/dyadctx/Target.h"
+#include "tools/dyadctx/Words.h"
 
 #include <filesystem>
 #include <fstream>
@@ -66,9 +67,9 @@ bool IsSameFile(const std::string& one, const std::string& other) {
 std::string ViewAsText(VELDyadCtxCollector& collector, const std::string& target) {
     VELUnicodeString text;
     if (collector.StreamText(text) < 0)
-        throw Failure(ExitStatus::NotWritten,
-                      Visible(target) +
-                          " could not be written: a context cannot be put into a file");
+        throw Failure(
+            ExitStatus::NotWritten,
+            Words("failure.not-written", {Visible(target), Words("failure.not-storable")}));
     return std::string(text.AsView());
 }
 
@@ -87,8 +88,8 @@ void NoteFaultsOf(const std::string& result, Output& output) {
     for (int i = 1; i <= check.GetNbFindings(); ++i) {
         const VELDyadCtxFinding& finding = check.GetFindingAt(i);
         if (finding.severity == VELDyadCtxSeverity::Error)
-            output.Note("`dyadctx check` will refuse the result: " +
-                        Visible(finding.text.AsView()) + " [" + Visible(finding.id.AsView()) + "]");
+            output.Note(Words("write.refused",
+                              {Visible(finding.text.AsView()), Visible(finding.id.AsView())}));
     }
 }
 
@@ -102,18 +103,14 @@ ExitStatus Write::Run(Output& output) {
     const std::vector<Loss> losses = LossesOf(
         source.text ? std::string(source.text->AsView()) : BytesOf(source.path), check, collector);
     for (const Loss& loss : losses)
-        output.Note("not written: " + loss.what + " (" + loss.why + ")");
+        output.Note(Words("write.left-out", {loss.what, loss.why}));
     NoteFaultsOf(text, output);
     if (!losses.empty() && !force_ && !source.text && IsSameFile(source.path, target_))
         throw Failure(ExitStatus::NotWritten,
-                      Visible(target_) + " is the file that is read and would lose " +
-                          Enumerated(losses) +
-                          "; nothing is written. Choose another OUT, or add --force");
+                      Words("write.would-lose", {Visible(target_), Enumerated(losses)}));
     WriteTarget(target_, text, output);
-    const int count = collector.GetNbCtxs();
     if (!IsStandardOutput(target_))
-        output.Note(std::to_string(count) + (count == 1 ? " context" : " contexts") +
-                    " written to " + Visible(target_));
+        output.Note(CountedWords(collector.GetNbCtxs(), "write.done", Visible(target_)));
     return ExitStatus::Done;
 }
 

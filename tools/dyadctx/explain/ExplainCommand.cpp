@@ -1,6 +1,7 @@
 // `explain`: what a message means, and what to do about it.
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/Words.h"
 #include "tools/dyadctx/explain/ExplanationPages.h"
 
 #include <nlohmann/json.hpp>
@@ -54,10 +55,9 @@ const Explanation& Explain::Wanted() const {
     if (found != nullptr)
         return *found;
     const std::string nearest = NearestKey(*key_);
-    throw Failure(ExitStatus::NotFound,
-                  "there is no message with the key '" + Visible(*key_) + "'" +
-                      (nearest.empty() ? "; `dyadctx explain` lists all keys"
-                                       : "; did you mean '" + nearest + "'?"));
+    throw Failure(ExitStatus::NotFound, Words("explain.no-key", {Visible(*key_)}) +
+                                            (nearest.empty() ? Words("explain.all-keys")
+                                                             : Words("did-you-mean", {nearest})));
 }
 
 void Explain::WriteAll(Output& output) const {
@@ -75,7 +75,7 @@ ExitStatus Explain::Run(Output& output) {
         return ExitStatus::Done;
     }
     if (format_ == "man")
-        throw Failure(ExitStatus::Usage, "--format man writes the page of all keys; name none");
+        throw Failure(ExitStatus::Usage, Words("explain.man"));
     const Explanation& explanation = Wanted();
     if (format_ == "json")
         output.WriteJson(ExplanationAsJson(explanation));

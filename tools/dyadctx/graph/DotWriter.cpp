@@ -1,5 +1,6 @@
 #include "tools/dyadctx/graph/DotWriter.h"
 
+#include "tools/dyadctx/Words.h"
 #include "tools/dyadctx/graph/PictureStyle.h"
 #include "tools/dyadctx/graph/PictureText.h"
 
@@ -82,7 +83,7 @@ std::string Statement(const Graph& graph, const GraphLink& link) {
 }
 
 // Both ends have the same width, so the line is upright.
-std::string LegendLine(const std::string& id, const char* words, const GraphLink& link) {
+std::string LegendLine(const std::string& id, const std::string& words, const GraphLink& link) {
     const std::string start = id + "_from";
     const std::string end = id + "_to";
     return "    " + start +
@@ -91,36 +92,36 @@ std::string LegendLine(const std::string& id, const char* words, const GraphLink
            start + " -> " + end + " [" + LookOf(link) + "];\n";
 }
 
-std::string LegendBox(const std::string& id, const char* words, const std::string& look) {
+std::string LegendBox(const std::string& id, const std::string& words, const std::string& look) {
     return "    " + id + " [label=" + DotQuoted(words) + ", " + look + "];\n";
 }
 
 std::string LegendText(const Legend& legend) {
     std::string text;
     for (const NodeKind kind : legend.kinds)
-        text += LegendBox("legend_"s + StyleOf(kind).name, StyleOf(kind).title,
+        text += LegendBox("legend_"s + StyleOf(kind).name, TitleOf(kind),
                           LookOf(kind, StyleOf(kind).line));
     if (legend.hasUnresolved)
-        text += LegendBox("legend_unresolved", UnresolvedWords, LookOfUnresolved(UnresolvedColor));
+        text += LegendBox("legend_unresolved", Words("picture.undeclared"),
+                          LookOfUnresolved(UnresolvedColor));
     if (legend.hasFaults)
-        text += LegendBox("legend_faulty", FaultWords, LookOfFaulty());
+        text += LegendBox("legend_faulty", Words("picture.faulty"), LookOfFaulty());
     GraphLink sample;
     if (legend.hasFriends)
-        text += LegendLine("legend_friend", FriendWords, sample);
+        text += LegendLine("legend_friend", Words("picture.friend"), sample);
     if (legend.hasAssociated) {
         sample.kind = LinkKind::Associated;
-        text += LegendLine("legend_associated", AssociatedWords, sample);
+        text += LegendLine("legend_associated", Words("picture.associated"), sample);
     }
     if (legend.hasCycles) {
         sample.kind = LinkKind::Friend;
         sample.isOnCycle = true;
-        text += LegendLine("legend_cycle", CycleWords, sample);
+        text += LegendLine("legend_cycle", Words("picture.cycle"), sample);
     }
     if (text.empty())
         return text;
-    return "  subgraph cluster_legend {\n    graph [label=\"Legend\", fontsize=11, "
-           "color=\"#c4cad2\"];\n    node [fontsize=9];\n" +
-           text + "  }\n";
+    return "  subgraph cluster_legend {\n    graph [label=" + DotQuoted(Words("picture.legend")) +
+           ", fontsize=11, color=\"#c4cad2\"];\n    node [fontsize=9];\n" + text + "  }\n";
 }
 
 } // namespace

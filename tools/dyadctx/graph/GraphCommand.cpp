@@ -6,6 +6,7 @@
 #include "tools/dyadctx/Source.h"
 #include "tools/dyadctx/Suggestion.h"
 #include "tools/dyadctx/Target.h"
+#include "tools/dyadctx/Words.h"
 #include "tools/dyadctx/graph/DotWriter.h"
 #include "tools/dyadctx/graph/GraphFaults.h"
 #include "tools/dyadctx/graph/GraphModel.h"
@@ -130,10 +131,7 @@ std::string GraphCommand::FormatToWrite() const {
         if (ending == known.ending)
             return known.format;
     }
-    throw Failure(ExitStatus::Usage, "no picture format goes with the ending " + Visible(ending) +
-                                         " of " + Visible(*target_) +
-                                         "; end the name in .svg (svg), .dot or .gv (dot), .mmd or "
-                                         ".mermaid (mermaid), or choose one with --format");
+    throw Failure(ExitStatus::Usage, Words("graph.ending", {Visible(ending), Visible(*target_)}));
 }
 
 // The part of the view, cut out of the whole: what a context is called and whether it is on a cycle
@@ -154,11 +152,7 @@ void GraphCommand::FocusOn(Graph& graph, const std::string& file) const {
         std::vector<std::string> names;
         for (const GraphNode& node : graph.nodes)
             names.push_back(node.name);
-        std::string text = "there is no context '" + Visible(*focus_) + "' in " + Visible(file) +
-                           DidYouMean(*focus_, names);
-        if (!IsDbContextEnvironmentOn())
-            text += " (database contexts are left out without --db-context)";
-        throw Failure(ExitStatus::NotFound, text);
+        throw NoSuchContext(*focus_, file, names);
     }
     graph = PartOf(graph, near);
     MarkFocus(graph, *focus_);
@@ -169,8 +163,7 @@ std::string GraphCommand::Drawn(const Graph& graph, const std::string& title,
     const std::string format = FormatToWrite();
     if (format == "mermaid") {
         if (MermaidLinkCount(graph) > MermaidLinkLimit)
-            output.Note("Mermaid draws at most " + std::to_string(MermaidLinkLimit) +
-                        " links unless its maxEdges is raised; --focus or svg may help");
+            output.Note(Words("graph.too-many-links", {std::to_string(MermaidLinkLimit)}));
         return WriteMermaid(graph, title);
     }
     if (format == "dot")
@@ -185,8 +178,7 @@ std::string GraphCommand::Drawn(const Graph& graph, const std::string& title,
 
 ExitStatus GraphCommand::Run(Output& output) {
     if (renderer_ == "dot" && FormatToWrite() != "svg")
-        throw Failure(ExitStatus::Usage,
-                      "--renderer dot draws svg and does not go with --format " + FormatToWrite());
+        throw Failure(ExitStatus::Usage, Words("graph.renderer", {FormatToWrite()}));
     const Source source = LoadSource(file_);
     if (!source.collector)
         return DrawFaulty(source, output);
@@ -201,7 +193,7 @@ void GraphCommand::Draw(Graph graph, const std::string& file, Output& output) co
     const std::string target = target_.value_or("-");
     WriteTarget(target, picture, output);
     if (!IsStandardOutput(target))
-        output.Note("the picture is in " + Visible(target));
+        output.Note(Words("graph.done", {Visible(target)}));
 }
 
 // A picture may show best what is wrong, so a file with errors is drawn as far as it can be read.
@@ -216,7 +208,7 @@ ExitStatus GraphCommand::DrawFaulty(const Source& source, Output& output) const 
     for (const Finding& error : errors)
         output.Remark(FindingLine(source.file, "error", error));
     Draw(GraphToDraw(*check.GetCollector(), &check, output), source.file, output);
-    output.Error(Visible(source.file) + " cannot be loaded; the picture shows what could be read");
+    output.Error(Words("graph.partial", {Visible(source.file)}));
     return ExitStatus::NotLoadable;
 }
 

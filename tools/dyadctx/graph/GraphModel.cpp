@@ -1,5 +1,6 @@
 #include "tools/dyadctx/graph/GraphModel.h"
 
+#include "tools/dyadctx/Words.h"
 #include "tools/dyadctx/layout/StrongComponents.h"
 
 #include <algorithm>
@@ -113,9 +114,9 @@ void MarkCycles(Graph& graph) {
     }
 }
 
-// "1 friend", "2 friends"; empty for none.
-std::string Counted(std::ptrdiff_t count, const std::string& one, const std::string& many) {
-    return count == 0 ? "" : ", " + std::to_string(count) + " " + (count == 1 ? one : many);
+// ", 2 friends"; empty for none.
+std::string Counted(std::ptrdiff_t count, const std::string& key) {
+    return count == 0 ? "" : ", " + CountedWords(count, key);
 }
 
 } // namespace
@@ -211,12 +212,11 @@ std::string Summary(const Graph& graph) {
     const auto inCycles = std::count_if(graph.links.begin(), graph.links.end(),
                                         [](const GraphLink& link) { return link.isOnCycle; });
     const std::ptrdiff_t declared = std::ssize(graph.nodes) - unresolved;
-    return std::to_string(declared) + (declared == 1 ? " context" : " contexts") +
-           Counted(links(LinkKind::Friend), "friend", "friends") +
-           Counted(links(LinkKind::Associated), "associated", "associated") +
-           Counted(unresolved, "not declared", "not declared") +
-           Counted(faulty, "with errors", "with errors") +
-           Counted(inCycles, "link in a cycle", "links in cycles");
+    return CountedWords(declared, "count.context") +
+           Counted(links(LinkKind::Friend), "count.friend") +
+           Counted(links(LinkKind::Associated), "count.associated") +
+           Counted(unresolved, "count.undeclared") + Counted(faulty, "count.faulty") +
+           Counted(inCycles, "count.in-cycle");
 }
 
 } // namespace dyadctx::tool

@@ -1,5 +1,6 @@
 #include "tools/dyadctx/graph/MermaidWriter.h"
 
+#include "tools/dyadctx/Words.h"
 #include "tools/dyadctx/graph/PictureStyle.h"
 #include "tools/dyadctx/graph/PictureText.h"
 
@@ -88,7 +89,7 @@ public:
         const char* arrow = link.kind == LinkKind::Friend ? " --> " : " ==> ";
         return from + arrow + to + "\n";
     }
-    std::string AddSample(const std::string& id, const char* words, const GraphLink& link) {
+    std::string AddSample(const std::string& id, const std::string& words, const GraphLink& link) {
         Note(link);
         const char* arrow = link.kind == LinkKind::Friend ? " -->|" : " ==>|";
         return "    " + id + "_from[\" \"]:::sample" + arrow + words + "| " + id +
@@ -127,25 +128,28 @@ private:
 std::string LegendText(const Legend& legend, Links& links) {
     std::string text;
     for (const NodeKind kind : legend.kinds)
-        text += "    legend_"s + StyleOf(kind).name + Boxed(kind, StyleOf(kind).title) +
+        text += "    legend_"s + StyleOf(kind).name + Boxed(kind, TitleOf(kind)) +
                 ":::" + StyleOf(kind).name + "\n";
     if (legend.hasUnresolved)
-        text += "    legend_unresolved["s + MermaidQuoted(UnresolvedWords) + "]:::unresolved\n";
+        text += "    legend_unresolved["s + MermaidQuoted(Words("picture.undeclared")) +
+                "]:::unresolved\n";
     if (legend.hasFaults)
-        text += "    legend_faulty["s + MermaidQuoted(FaultWords) + "]:::faulty\n";
+        text += "    legend_faulty["s + MermaidQuoted(Words("picture.faulty")) + "]:::faulty\n";
     GraphLink sample;
     if (legend.hasFriends)
-        text += links.AddSample("legend_friend", FriendWords, sample);
+        text += links.AddSample("legend_friend", Words("picture.friend"), sample);
     if (legend.hasAssociated) {
         sample.kind = LinkKind::Associated;
-        text += links.AddSample("legend_associated", AssociatedWords, sample);
+        text += links.AddSample("legend_associated", Words("picture.associated"), sample);
     }
     if (legend.hasCycles) {
         sample.kind = LinkKind::Friend;
         sample.isOnCycle = true;
-        text += links.AddSample("legend_cycle", CycleWords, sample);
+        text += links.AddSample("legend_cycle", Words("picture.cycle"), sample);
     }
-    return text.empty() ? "" : "  subgraph legend [\"Legend\"]\n" + text + "  end\n";
+    return text.empty() ? ""
+                        : "  subgraph legend [" + MermaidQuoted(Words("picture.legend")) + "]\n" +
+                              text + "  end\n";
 }
 
 std::string ClassDefinition(const std::string& name, const std::string& style) {

@@ -1,5 +1,9 @@
 #include "tools/dyadctx/graph/PictureStyle.h"
 
+#include "platform/VELMsgCatalog.h"
+#include "tools/dyadctx/Words.h"
+#include "trace/VELDyadMessageKeys.h"
+
 #include <algorithm>
 #include <array>
 
@@ -11,7 +15,7 @@ constexpr std::array<KindStyle, 5> Styles{{{"default", "Default", "#e9edf3", "#6
                                            {"path", "Path", "#e1eefc", "#3173b8"},
                                            {"file", "File", "#e2f4e6", "#338450"},
                                            {"database", "Database", "#fcf0d2", "#a87412"},
-                                           {"other", "other type", "#f4e6f3", "#95508f"}}};
+                                           {"other", "", "#f4e6f3", "#95508f"}}};
 
 constexpr std::array<NodeKind, 5> Kinds{NodeKind::Default, NodeKind::Path, NodeKind::File,
                                         NodeKind::Database, NodeKind::Other};
@@ -20,6 +24,16 @@ constexpr std::array<NodeKind, 5> Kinds{NodeKind::Default, NodeKind::Path, NodeK
 
 const KindStyle& StyleOf(NodeKind kind) {
     return Styles[static_cast<std::size_t>(kind)];
+}
+
+std::string TitleOf(NodeKind kind) {
+    const std::string type = StyleOf(kind).type;
+    if (type.empty())
+        return Words("picture.other-type");
+    const std::string label = key::ParameterTypePrefix + type;
+    return std::string(
+        VELMsgCatalog::BuildMessage(key::Catalog, label.c_str(), nullptr, 0, VELUnicodeString(type))
+            .AsView());
 }
 
 const char* ColorOf(const GraphLink& link) {

@@ -1,8 +1,9 @@
-// What all kinds of pictures show alike: colours, words of the legend.
+// What all kinds of pictures show alike: colours and the entries of the legend.
 #pragma once
 
 #include "tools/dyadctx/graph/GraphModel.h"
 
+#include <string>
 #include <vector>
 
 namespace dyadctx::tool {
@@ -11,7 +12,8 @@ namespace dyadctx::tool {
 struct KindStyle {
     // Also the class of such a box: letters only.
     const char* name;
-    const char* title;
+    // The ParameterType; empty for all others.
+    const char* type;
     const char* fill;
     const char* line;
 };
@@ -40,10 +42,7 @@ struct Legend {
 
 Legend LegendOf(const Graph& graph);
 
-inline constexpr const char* FriendWords = "has the friend";
-inline constexpr const char* AssociatedWords = "is associated with";
-inline constexpr const char* CycleWords = "part of a cycle";
-inline constexpr const char* FaultWords = "has errors";
-inline constexpr const char* UnresolvedWords = "not declared";
+// The title of a kind of boxes in the legend.
+std::string TitleOf(NodeKind kind);
 
 } // namespace dyadctx::tool

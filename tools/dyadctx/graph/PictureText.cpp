@@ -1,6 +1,7 @@
 #include "tools/dyadctx/graph/PictureText.h"
 
 #include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/Words.h"
 
 #include <algorithm>
 #include <array>
@@ -70,12 +71,12 @@ double WidthOf(std::string_view character) {
     return letter >= 'A' && letter <= 'Z' ? 74 : 66;
 }
 
-std::string LineOf(const std::string& label, const std::string& value) {
-    return value.empty() ? "" : "\n" + label + ": " + Traceable(value);
+std::string LineOf(const char* label, const std::string& value) {
+    return value.empty() ? "" : "\n" + Words(label) + ": " + Traceable(value);
 }
 
 std::string QuotedName(const GraphNode& node) {
-    return node.name.empty() ? "(no name)" : "'" + Traceable(node.name) + "'";
+    return node.name.empty() ? Words("picture.no-name") : "'" + Traceable(node.name) + "'";
 }
 
 } // namespace
@@ -115,45 +116,46 @@ std::string Shortened(const std::string& text, int columns) {
 }
 
 std::string HeadLine(const GraphNode& node) {
-    return node.name.empty() ? "(no name)" : Shortened(Traceable(node.name), HeadColumns);
+    return node.name.empty() ? Words("picture.no-name")
+                             : Shortened(Traceable(node.name), HeadColumns);
 }
 
 std::string SubLine(const GraphNode& node) {
     if (node.isUnresolved)
-        return "not declared";
+        return Words("picture.undeclared");
     if (!node.parameter.empty())
         return Shortened(Traceable(node.parameter), SubColumns);
-    return node.type.empty() ? "no type" : Shortened(Traceable(node.type), SubColumns);
+    return node.type.empty() ? Words("picture.no-type")
+                             : Shortened(Traceable(node.type), SubColumns);
 }
 
 std::string FaultLine(const GraphNode& node) {
     if (node.faults.empty())
         return "";
-    return std::to_string(node.faults.size()) + (node.faults.size() == 1 ? " error" : " errors");
+    return CountedWords(std::ssize(node.faults), "count.error");
 }
 
 std::string FullText(const GraphNode& node) {
-    std::string text = node.name.empty() ? "(no name)" : Traceable(node.name);
+    std::string text = node.name.empty() ? Words("picture.no-name") : Traceable(node.name);
     if (node.isUnresolved)
-        return text + "\nnot declared";
-    text += LineOf("Type", node.type) + LineOf("Parameter", node.parameter);
+        return text + "\n" + Words("picture.undeclared");
+    text += LineOf("show.type", node.type) + LineOf("show.parameter", node.parameter);
     if (node.isOnCycle)
-        text += "\non a cycle";
+        text += "\n" + Words("picture.on-cycle");
     for (const std::string& fault : node.faults)
-        text += LineOf("Error", fault);
+        text += LineOf("picture.error", fault);
     return text;
 }
 
 std::string FullText(const Graph& graph, const GraphLink& link) {
     const GraphNode& from = graph.nodes[static_cast<std::size_t>(link.from)];
     const GraphNode& to = graph.nodes[static_cast<std::size_t>(link.to)];
-    std::string text =
-        QuotedName(from) +
-        (link.kind == LinkKind::Friend ? " has the friend " : " is associated with ") +
-        QuotedName(to);
+    const bool isFriend = link.kind == LinkKind::Friend;
+    std::string text = Words(isFriend ? "picture.friend-link" : "picture.associated-link",
+                             {QuotedName(from), QuotedName(to)});
     if (link.isUnresolved)
-        text += ", which is not declared";
-    return link.isOnCycle ? text + " (part of a cycle)" : text;
+        text += Words("picture.to-undeclared");
+    return link.isOnCycle ? text + Words("picture.in-cycle") : text;
 }
 
 double TextWidth(std::string_view text, double fontSize) {

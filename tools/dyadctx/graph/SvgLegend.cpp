@@ -1,5 +1,6 @@
 #include "tools/dyadctx/graph/SvgLegend.h"
 
+#include "tools/dyadctx/Words.h"
 #include "tools/dyadctx/graph/PictureStyle.h"
 #include "tools/dyadctx/graph/PictureText.h"
 #include "tools/dyadctx/graph/SvgShapes.h"
@@ -21,7 +22,7 @@ class Entries {
 public:
     explicit Entries(double width) : width_(width) {}
 
-    void Add(const std::string& sample, double sampleWidth, const char* words) {
+    void Add(const std::string& sample, double sampleWidth, const std::string& words) {
         const double wordsAt = sampleWidth + GapToWords;
         const double width = wordsAt + TextWidth(words, WordSize);
         if (x_ > 0 && x_ + width > width_) {
@@ -46,7 +47,7 @@ Rectangle SampleBox() {
     return {0, (RowHeight - SampleHeight) / 2, SampleWidth, SampleHeight};
 }
 
-void AddLink(Entries& entries, const GraphLink& link, const char* words) {
+void AddLink(Entries& entries, const GraphLink& link, const std::string& words) {
     const double width = 12;
     Route route;
     route.points = {{width / 2, 4}, {width / 2, RowHeight - 4}};
@@ -66,20 +67,20 @@ SvgLegend MakeSvgLegend(const Graph& graph, double width) {
     for (const NodeKind kind : legend.kinds)
         entries.Add(std::string("<g class=\"node ") + StyleOf(kind).name + "\">" +
                         SvgOutline(kind, SampleBox()) + "</g>",
-                    SampleWidth, StyleOf(kind).title);
+                    SampleWidth, TitleOf(kind));
     if (legend.hasUnresolved)
         entries.Add("<g class=\"node unresolved\">" + SvgPlainOutline(SampleBox()) + "</g>",
-                    SampleWidth, UnresolvedWords);
+                    SampleWidth, Words("picture.undeclared"));
     if (legend.hasFaults)
         entries.Add("<g class=\"node plain faulty\">" + SvgPlainOutline(SampleBox()) +
                         SvgBadge(SampleBox(), "1") + "</g>",
-                    SampleWidth + 4, FaultWords);
+                    SampleWidth + 4, Words("picture.faulty"));
     if (legend.hasFriends)
-        AddLink(entries, {}, FriendWords);
+        AddLink(entries, {}, Words("picture.friend"));
     if (legend.hasAssociated)
-        AddLink(entries, {0, 0, LinkKind::Associated, false, false}, AssociatedWords);
+        AddLink(entries, {0, 0, LinkKind::Associated, false, false}, Words("picture.associated"));
     if (legend.hasCycles)
-        AddLink(entries, {0, 0, LinkKind::Friend, false, true}, CycleWords);
+        AddLink(entries, {0, 0, LinkKind::Friend, false, true}, Words("picture.cycle"));
     return entries.Take();
 }
 

@@ -1,5 +1,6 @@
 #include "tools/dyadctx/graph/SvgWriter.h"
 
+#include "tools/dyadctx/Words.h"
 #include "tools/dyadctx/graph/PictureStyle.h"
 #include "tools/dyadctx/graph/PictureText.h"
 #include "tools/dyadctx/graph/SvgLegend.h"
@@ -138,7 +139,7 @@ private:
         return "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\" "
                "aria-labelledby=\"picture-title picture-description\" " +
                size + "\" viewBox=\"0 0 " + SvgNumber(width) + " " + SvgNumber(height) +
-               "\">\n<title id=\"picture-title\">Contexts of " + XmlEscaped(title_) +
+               "\">\n<title id=\"picture-title\">" + Words("picture.title", {XmlEscaped(title_)}) +
                "</title>\n<desc id=\"picture-description\">" + XmlEscaped(summary_) +
                "</desc>\n<style>" + SvgStyle() +
                "</style>\n<rect class=\"background\" width=\"100%\" height=\"100%\"/>\n";

@@ -1,6 +1,7 @@
 // `help`: the same as --help.
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Suggestion.h"
+#include "tools/dyadctx/Words.h"
 #include "tools/dyadctx/help/HelpText.h"
 
 #include <utility>
@@ -40,8 +41,9 @@ Failure NoSuchCommand(const CommandNode& root, const std::vector<std::string>& p
             std::vector<std::string> names;
             for (const CommandNode& command : node->commands)
                 names.push_back(command.name);
-            return Failure(ExitStatus::Usage, "unknown command '" + known + Visible(word) + "'" +
-                                                  DidYouMean(word, names));
+            return Failure(ExitStatus::Usage,
+                           Words("usage.unknown-command", {known + Visible(word)}) +
+                               DidYouMean(word, names));
         }
         known += word + " ";
         node = below;

@@ -1,4 +1,5 @@
 #include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/Words.h"
 #include "tools/dyadctx/report/Report.h"
 
 #include <algorithm>
@@ -45,36 +46,33 @@ void WriteFindings(const CheckedFile& file, Severity failOn, Output& output) {
                      ReasonOfSilentFailure(source) + "\n");
 }
 
-std::string Counted(std::size_t count, const std::string& noun) {
-    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
-
 // "2 errors, 1 warning", without what there is none of.
 std::string CountedFindings(const std::vector<CheckedFile>& files) {
     std::string text;
     for (const Severity severity : {Severity::Error, Severity::Warning, Severity::Note}) {
-        std::size_t count = 0;
+        std::ptrdiff_t count = 0;
         for (const CheckedFile& file : files)
-            count += CountOf(file, severity);
+            count += static_cast<std::ptrdiff_t>(CountOf(file, severity));
         if (count > 0)
-            text += ", " + Counted(count, NameOf(severity));
+            text += ", " + CountedWords(count, std::string("count.") + NameOf(severity));
     }
     return text;
 }
 
 void WriteSummary(const std::vector<CheckedFile>& files, Output& output) {
-    std::size_t invalid = 0;
+    std::ptrdiff_t invalid = 0;
     for (const CheckedFile& file : files) {
         const Source& source = file.source;
-        invalid += source.collector ? 0U : 1U;
+        invalid += source.collector ? 0 : 1;
         if (source.collector)
-            output.Write(
-                Visible(source.file) + ": " + output.Painted(Paint::Good, "valid") + ", " +
-                Counted(static_cast<std::size_t>(source.collector->GetAllNbCtxs()), "context") +
-                "\n");
+            output.Write(Visible(source.file) + ": " +
+                         output.Painted(Paint::Good, Words("check.valid.one")) + ", " +
+                         CountedWords(source.collector->GetAllNbCtxs(), "count.context") + "\n");
     }
-    output.Write(Counted(files.size(), "file") + " checked, " +
-                 (invalid > 0 ? std::to_string(invalid) + " not valid" : "valid") +
+    const std::ptrdiff_t count = std::ssize(files);
+    output.Write(CountedWords(count, "check.files") + ", " +
+                 (invalid > 0 ? CountedWords(invalid, "check.not-valid")
+                              : CountedWords(count, "check.valid")) +
                  CountedFindings(files) + "\n");
 }
 
@@ -93,11 +91,11 @@ void WriteTextReport(const std::vector<CheckedFile>& files, Severity failOn, Out
     if (output.IsQuiet())
         return;
     WriteSummary(files, output);
-    std::size_t vanishing = 0;
+    std::ptrdiff_t vanishing = 0;
     for (const CheckedFile& file : files)
-        vanishing += file.vanishing;
+        vanishing += static_cast<std::ptrdiff_t>(file.vanishing);
     if (vanishing > 0)
-        output.Write(std::to_string(vanishing) + " of these vanish with --db-context\n");
+        output.Write(CountedWords(vanishing, "check.vanishing") + "\n");
 }
 
 } // namespace dyadctx::tool

@@ -1,4 +1,5 @@
 #include "tools/dyadctx/graph/Graphviz.h"
+#include "tools/dyadctx/Words.h"
 
 #include <array>
 #include <cerrno>
@@ -21,8 +22,8 @@ struct Closer {
 };
 using File = std::unique_ptr<std::FILE, Closer>;
 
-std::string SystemFault(const std::string& what, int code) {
-    return what + ": " + std::strerror(code);
+std::string SystemFault(const char* key, int code) {
+    return Words(key) + ": " + std::strerror(code);
 }
 
 // Starts `dot -Tsvg` with these descriptors as its standard input and output; 0 or an error number.
@@ -73,19 +74,19 @@ GraphvizAnswer DrawWithGraphviz(const std::string& dot) {
     const File input = MakeTemporaryFile();
     const File output = MakeTemporaryFile();
     if (input == nullptr || output == nullptr)
-        return {"", SystemFault("there is no room for a temporary file", errno)};
+        return {"", SystemFault("graphviz.no-room", errno)};
     if (std::fwrite(dot.data(), 1, dot.size(), input.get()) != dot.size() ||
         std::fflush(input.get()) != 0)
-        return {"", SystemFault("a temporary file could not be written", errno)};
+        return {"", SystemFault("graphviz.not-written", errno)};
     std::rewind(input.get());
     pid_t child = 0;
     const int code = Start(fileno(input.get()), fileno(output.get()), child);
     if (code == ENOENT)
-        return {"", "the program 'dot' of Graphviz is not installed; leave out --renderer dot"};
+        return {"", Words("graphviz.missing")};
     if (code != 0)
-        return {"", SystemFault("the program 'dot' of Graphviz could not be started", code)};
+        return {"", SystemFault("graphviz.not-started", code)};
     if (!EndsWell(child))
-        return {"", "the program 'dot' of Graphviz failed"};
+        return {"", Words("graphviz.failed")};
     return {ContentOf(output.get()), ""};
 }
 

@@ -1,4 +1,5 @@
 #include "tools/dyadctx/graph/Graphviz.h"
+#include "tools/dyadctx/Words.h"
 
 #include <array>
 #include <cstdio>
@@ -50,17 +51,16 @@ private:
 GraphvizAnswer DrawWithGraphviz(const std::string& dot) {
     const TemporaryFile input(dot);
     if (!input.IsWritten())
-        return {"", "a temporary file could not be written"};
+        return {"", Words("graphviz.not-written")};
     std::FILE* pipe = _wpopen((L"dot -Tsvg \"" + input.Path().wstring() + L"\"").c_str(), L"rb");
     if (pipe == nullptr)
-        return {"", "the program 'dot' of Graphviz could not be started"};
+        return {"", Words("graphviz.not-started")};
     std::string svg;
     std::array<char, 16384> buffer{};
     while (const std::size_t size = std::fread(buffer.data(), 1, buffer.size(), pipe))
         svg.append(buffer.data(), size);
     if (_pclose(pipe) != 0 || svg.empty())
-        return {"", "the program 'dot' of Graphviz is not installed or failed; leave out "
-                    "--renderer dot"};
+        return {"", Words("graphviz.missing-or-failed")};
     return {svg, ""};
 }
 
