@@ -4,6 +4,7 @@
 #include "collector/detail/CollectorAccess.h"
 #include "collector/detail/CollectorInternals.h"
 #include "collector/detail/LinkRun.h"
+#include "collector/detail/LookAhead.h"
 #include "context/detail/ContextAccess.h"
 #include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
@@ -34,7 +35,12 @@ public:
     // after the next context whose associated context could be, or at an empty position.
     bool Link(int count) {
         for (int pos = 1; pos <= count; ++pos) {
-            Prefetch(pos);
+            dyadctx::LookAhead(
+                declared_, pos,
+                [this](const VELDyadContext& one) { index_.Prefetch(one.GetName()); },
+                [this](const VELDyadContext& one) {
+                    index_.PrefetchContext(declared_, one.GetName());
+                });
             VELDyadContext* context = declared_[pos];
             const AssociatedLink link =
                 context == nullptr ? AssociatedLink::Made : LinkOne(*context, pos);
@@ -47,33 +53,6 @@ public:
 
 private:
     enum class AssociatedLink { NothingToDo, Made, Failed };
-
-    // Most of the time is spent on cache misses for names and contexts.
-    void Prefetch(int pos) const {
-        constexpr int Ahead = 8;
-        ContextAccess::Prefetch(declared_[pos + 4 * Ahead]);
-        if (const VELDyadContext* context = declared_[pos + 3 * Ahead])
-            ContextAccess::PrefetchFriends(context);
-        ForEachName(pos + 2 * Ahead,
-                    [this](const VELUnicodeString& name) { index_.Prefetch(name); });
-        ForEachName(pos + Ahead, [this](const VELUnicodeString& name) {
-            index_.PrefetchContext(declared_, name);
-        });
-    }
-
-    // The names the context at a position refers to.
-    template<class Visit>
-    void ForEachName(int pos, Visit visit) const {
-        const VELDyadContext* context = declared_[pos];
-        if (context == nullptr)
-            return;
-        for (const VELDyadContext* placeholder : ContextAccess::Friends(*context)) {
-            if (placeholder != nullptr)
-                visit(placeholder->GetName());
-        }
-        if (ContextAccess::Associated(*context) != nullptr)
-            visit(ContextAccess::Associated(*context)->GetName());
-    }
 
     bool MustEnd(AssociatedLink link) const {
         return link == AssociatedLink::Failed || (link == AssociatedLink::Made && !friendsLinked_);

@@ -6,6 +6,7 @@
 #include "collector/detail/CollectorAccess.h"
 #include "collector/detail/CollectorInternals.h"
 #include "collector/detail/CollectorState.h"
+#include "collector/detail/LookAhead.h"
 #include "context/detail/ContextAccess.h"
 #include "context/detail/DbEnvironment.h"
 #include "platform/detail/HostCode.h"
@@ -119,6 +120,7 @@ void CheckRun::ReportNullFriend(const RuleSubject& subject) {
 
 using dyadctx::CheckExtent;
 using dyadctx::CheckRun;
+using dyadctx::ContextAccess;
 using dyadctx::MessageReporter;
 
 namespace {
@@ -141,7 +143,9 @@ VELResult VELDyadCtxCollector::Check(VELUnicodeString& message) {
     CheckRun run(*this, CheckExtent::AllContexts, reporter);
     bool valid = true;
     for (int pos = 1; valid && pos <= count; ++pos) {
-        run.Prefetch(pos);
+        dyadctx::LookAhead(
+            _MainContexts, pos, [](const VELDyadContext& one) { ContextAccess::Prefetch(&one); },
+            [](const VELDyadContext& one) { ContextAccess::PrefetchFriends(&one); });
         VELDyadContext* context = std::as_const(_MainContexts)[pos];
         if (context == nullptr)
             LogError(dyadctx::CheckMethod, dyadctx::key::InternalError, message, nullptr, 0, 1);

@@ -14,8 +14,6 @@ public:
     // With CheckExtent::AllContexts each context is passed with its own position.
     CheckRun(VELDyadCtxCollector& collector, CheckExtent extent, FaultReporter& reporter);
 
-    // Prefetches what checking the declared context at a position needs.
-    void Prefetch(int pos) const noexcept { lookups_.Prefetch(pos); }
     // Whether the context keeps all rules. False without report for a null context or an index
     // outside the current view; index 0 means not registered.
     bool CheckContext(VELDyadContext* context, int index);

@@ -8,8 +8,6 @@
 #include "trace/detail/TraceLine.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <vector>
 
 namespace dyadctx {
 
@@ -41,8 +39,6 @@ VELDyadContext* FindOnSameDatabase(const VELListPtrVELDyadContext& declared,
     }
     return nullptr;
 }
-
-constexpr int Ahead = 8;
 
 const InMemoryDbProvider* ProviderOf(const VELDyadContext* context) {
     return context == nullptr ? nullptr
@@ -85,46 +81,21 @@ DatabaseMatches::InPlaceOfSearch(const VELListPtrVELDyadContext& declared) {
 }
 
 bool DatabaseMatches::AppendAll() {
-    // By position; 0 where there is nothing to compare. All are computed first, so that their slots
-    // can be prefetched.
-    std::vector<std::uint64_t> hashes(static_cast<std::size_t>(declared_.Size()) + Ahead + 1);
-    int compared = 0;
+    chains_.Reserve(declared_.Size(), 0);
     for (int pos = 1; pos <= declared_.Size(); ++pos) {
-        Prefetch(pos);
         const VELDyadContext* context = declared_[pos];
         const InMemoryDbProvider* provider = ProviderOf(context);
         if (provider == nullptr && context != nullptr &&
             !ContextAccess::KeptProvider(*context).IsNull())
             return false;
         if (provider == nullptr || provider->Name() == UncomparedProviderType)
-            continue;
-        hashes[static_cast<std::size_t>(pos)] = provider->IdentityHash(&HashOfText) | 1;
-        ++compared;
-    }
-    chains_.Reserve(declared_.Size(), compared);
-    for (int pos = 1; pos <= declared_.Size(); ++pos) {
-        const auto at = static_cast<std::size_t>(pos);
-        chains_.Prefetch(hashes[at + Ahead]);
-        Append(pos, hashes[at]);
+            chains_.AppendWithoutKey();
+        else
+            chains_.Append(provider->IdentityHash(&HashOfText), [&](int earlier) {
+                return provider->IsSameAs(*ProviderOf(declared_[earlier]));
+            });
     }
     return true;
-}
-
-void DatabaseMatches::Append(int pos, std::uint64_t hash) {
-    if (hash == 0)
-        return chains_.AppendWithoutKey();
-    chains_.Append(hash, [this, pos](int earlier) {
-        return ProviderOf(declared_[pos])->IsSameAs(*ProviderOf(declared_[earlier]));
-    });
-}
-
-// Contexts, their providers and the providers' data are separate blocks of memory.
-void DatabaseMatches::Prefetch(int pos) const noexcept {
-    ContextAccess::Prefetch(declared_[pos + 3 * Ahead]);
-    if (const VELDyadContext* context = declared_[pos + 2 * Ahead])
-        dyadctx::Prefetch(ContextAccess::KeptProvider(*context).Get());
-    if (const InMemoryDbProvider* provider = ProviderOf(declared_[pos + Ahead]))
-        provider->PrefetchData();
 }
 
 VELDyadContext* DatabaseMatches::LaterOnSameDatabase(int index) const {

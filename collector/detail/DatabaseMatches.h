@@ -36,8 +36,6 @@ private:
 
     // False at a provider that is not built in.
     bool AppendAll();
-    void Append(int pos, std::uint64_t hash);
-    void Prefetch(int pos) const noexcept;
 
     const VELListPtrVELDyadContext& declared_;
     // The positions of each database that is compared.

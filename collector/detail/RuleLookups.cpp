@@ -46,16 +46,6 @@ bool RuleLookups::IsKnownType(const VELUnicodeString& parameterType) {
     return known;
 }
 
-void RuleLookups::Prefetch(int pos) const noexcept {
-    constexpr int Ahead = 8;
-    ContextAccess::Prefetch(declared_[pos + 4 * Ahead]);
-    ContextAccess::PrefetchFriends(declared_[pos + 3 * Ahead]);
-    for (const VELDyadContext* other : ContextAccess::FriendsOf(declared_[pos + 2 * Ahead]))
-        ContextAccess::Prefetch(other);
-    for (const VELDyadContext* other : ContextAccess::FriendsOf(declared_[pos + Ahead]))
-        ContextAccess::PrefetchFriends(other);
-}
-
 VELDyadContext* RuleLookups::LaterNamesake(const VELUnicodeString& name, int after) {
     if (after >= declared_.Size())
         return nullptr;

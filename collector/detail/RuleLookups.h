@@ -24,8 +24,6 @@ public:
                 ContextWatches& watches, CheckExtent extent)
         : declared_(declared), index_(index), watches_(watches), extent_(extent) {}
 
-    // Prefetches what examining the declared context at a position needs.
-    void Prefetch(int pos) const noexcept;
     // Whether contexts may have that parameter type now.
     static bool IsKnownType(const VELUnicodeString& parameterType);
     // The first declared context of that name after position `after`, or null. With AllContexts,

@@ -5,7 +5,6 @@
 #pragma once
 
 #include "platform/VELIDyadDbProvider.h"
-#include "platform/detail/Prefetch.h"
 
 #include <cstdint>
 #include <memory>
@@ -49,7 +48,6 @@ public:
     using HashOfBytes = std::uint64_t(std::string_view bytes) noexcept;
     std::uint64_t IdentityHash(HashOfBytes* hashOf) const noexcept;
     std::string_view Name() const noexcept;
-    void PrefetchData() const noexcept { Prefetch(data_.get()); }
 
 private:
     explicit InMemoryDbProvider(std::shared_ptr<const ProviderData> data) noexcept
