@@ -55,10 +55,6 @@ void Views::Enter(int pos, std::string_view type) {
         AppendTo(database, pos);
 }
 
-VELResult NameOf(const VELIDyadDbProvider_var& provider, VELUnicodeString& name) noexcept {
-    return CodeOf([&] { return provider->GetName(name); });
-}
-
 // The contexts of a view; a host's providers may run while they are walked.
 struct ServedContexts {
     const VELListPtrVELDyadContext& declared;
@@ -66,13 +62,13 @@ struct ServedContexts {
     dyadctx::ContextWatches& watches;
 };
 
-// Adds to `narrowed` the positions of the contexts of these providers and of the Path contexts.
-VELResult Narrow(const ServedContexts& served, const VELListValVELUnicodeString& providerNames,
-                 VELRawCollint& narrowed) {
-    const dyadctx::TextSet wanted = dyadctx::SetOf(providerNames);
+// Passes each context of a view and what its provider is called to `take`, up to the first failure.
+// The name is null for a context without provider, the context null once it is deleted.
+template<class Take>
+VELResult ForEachServed(const ServedContexts& served, Take take) {
     VELResult result = S_OK;
     const int count = served.positions.Size();
-    for (int place = 1; place <= count; ++place) {
+    for (int place = 1; result >= 0 && place <= count; ++place) {
         const int pos = served.positions[place];
         VELDyadContext* context = served.declared[pos];
         const ContextWatch watch(served.watches, context);
@@ -80,49 +76,39 @@ VELResult Narrow(const ServedContexts& served, const VELListValVELUnicodeString&
             continue;
         VELIDyadDbProvider_var provider;
         result = context->GetDyadDbProvider(provider);
-        if (result < 0)
-            return result;
-        if (!provider.IsNull()) {
-            VELUnicodeString name;
-            result = NameOf(provider, name);
-            if (result < 0)
-                return result;
-            if (name.IsEmpty())
-                continue;
-            if (wanted.contains(name.AsView()))
-                AppendTo(narrowed, pos);
-        }
-        const bool isPath =
-            context != nullptr && context->GetParameterType().AsView() == dyadctx::PathType;
-        if (isPath && IsDbEnvironmentOn())
-            AppendTo(narrowed, pos);
+        VELUnicodeString name;
+        if (result >= 0 && !provider.IsNull())
+            result = CodeOf([&] { return provider->GetName(name); });
+        if (result >= 0)
+            take(pos, context, provider.IsNull() ? nullptr : &name);
     }
     return result;
 }
 
+// Adds to `narrowed` the positions of the contexts of these providers and of the Path contexts.
+VELResult Narrow(const ServedContexts& served, const VELListValVELUnicodeString& providerNames,
+                 VELRawCollint& narrowed) {
+    const dyadctx::TextSet wanted = dyadctx::SetOf(providerNames);
+    return ForEachServed(
+        served, [&](int pos, VELDyadContext*& context, const VELUnicodeString* name) {
+            if (name != nullptr && name->IsEmpty())
+                return;
+            if (name != nullptr && wanted.contains(name->AsView()))
+                AppendTo(narrowed, pos);
+            const bool isPath =
+                context != nullptr && context->GetParameterType().AsView() == dyadctx::PathType;
+            if (isPath && IsDbEnvironmentOn())
+                AppendTo(narrowed, pos);
+        });
+}
+
 VELResult FindByProviderName(const ServedContexts& served, const VELUnicodeString& providerName,
                              VELListPtrVELDyadContext& contexts) {
-    VELResult result = S_OK;
-    const int count = served.positions.Size();
-    for (int place = 1; place <= count; ++place) {
-        VELDyadContext* context = served.declared[served.positions[place]];
-        const ContextWatch watch(served.watches, context);
-        if (context == nullptr)
-            continue;
-        VELIDyadDbProvider_var provider;
-        result = context->GetDyadDbProvider(provider);
-        if (result < 0)
-            return result;
-        if (provider.IsNull())
-            continue;
-        VELUnicodeString name;
-        result = NameOf(provider, name);
-        if (result < 0)
-            return result;
-        if (context != nullptr && name == providerName && contexts.Append(context) == 0)
-            return E_FAIL;
-    }
-    return result;
+    return ForEachServed(served, [&](int, VELDyadContext*& context, const VELUnicodeString* name) {
+        if (context != nullptr && name != nullptr && *name == providerName &&
+            contexts.Append(context) == 0)
+            throw std::bad_alloc();
+    });
 }
 
 } // namespace
@@ -133,12 +119,10 @@ VELResult VELDyadCtxCollector::SetCtxTypeList() {
     const int pathSize = _PathCtxIndexes.Size();
     const int databaseSize = _DatabaseCtxIndexes.Size();
     const int fileSize = _FileCtxIndexes.Size();
-    constexpr int Ahead = 16;
     const VELListPtrVELDyadContext& declared = _MainContexts;
     Views views{_PathCtxIndexes, _DatabaseCtxIndexes, _FileCtxIndexes};
     try {
         for (int pos = 1; pos <= _NbCtxs; ++pos) {
-            dyadctx::ContextAccess::Prefetch(declared[pos + Ahead]);
             const VELDyadContext* context = declared[pos];
             if (context != nullptr)
                 views.Enter(pos, context->GetParameterType().AsView());
