@@ -1,5 +1,6 @@
 // Chains of friends that lead back to their start.
 #include "check/detail/FileHints.h"
+#include "check/detail/StrongComponents.h"
 
 #include "collector/detail/CollectorAccess.h"
 #include "context/detail/ContextAccess.h"
@@ -59,6 +60,17 @@ public:
         }
         return 0;
     }
+    // From position to position.
+    std::vector<Arc> Arcs() const {
+        std::vector<Arc> arcs;
+        for (int pos = 1; pos <= Size(); ++pos) {
+            for (int slot = 1; slot <= FriendCount(pos); ++slot) {
+                if (Friend(pos, slot) != 0)
+                    arcs.push_back({pos, Friend(pos, slot)});
+            }
+        }
+        return arcs;
+    }
     const VELUnicodeString& Name(int pos) const { return declared_[pos]->GetName(); }
 
 private:
@@ -81,101 +93,22 @@ private:
     std::vector<int> sorted_;
 };
 
-// The strongly connected component of each context. Does not recurse, so deep graphs are safe.
-class Components {
-public:
-    explicit Components(const FriendGraph& graph)
-        : graph_(graph), order_(Slots(graph)), low_(Slots(graph)), component_(Slots(graph)) {
-        for (int pos = 1; pos <= graph.Size(); ++pos) {
-            if (Get(order_, pos) == 0)
-                Explore(pos);
-        }
-    }
-
-    int Of(int pos) const noexcept { return component_[static_cast<std::size_t>(pos)]; }
-
-private:
-    struct Step {
-        int pos;
-        int slot;
-    };
-
-    static std::size_t Slots(const FriendGraph& graph) {
-        return static_cast<std::size_t>(graph.Size()) + 1;
-    }
-    static int& Get(std::vector<int>& values, int pos) {
-        return values[static_cast<std::size_t>(pos)];
-    }
-
-    void Enter(int pos) {
-        Get(order_, pos) = Get(low_, pos) = ++lastOrder_;
-        open_.push_back(pos);
-        steps_.push_back({pos, 0});
-    }
-
-    void Explore(int start) {
-        Enter(start);
-        while (!steps_.empty()) {
-            Step& step = steps_.back();
-            if (step.slot < graph_.FriendCount(step.pos)) {
-                const int target = graph_.Friend(step.pos, ++step.slot);
-                Follow(step.pos, target);
-            } else {
-                Leave();
-            }
-        }
-    }
-
-    void Follow(int from, int to) {
-        if (to == 0)
-            return;
-        if (Get(order_, to) == 0)
-            Enter(to);
-        else if (Get(component_, to) == 0)
-            Get(low_, from) = std::min(Get(low_, from), Get(order_, to));
-    }
-
-    void Leave() {
-        const int pos = steps_.back().pos;
-        steps_.pop_back();
-        if (!steps_.empty()) {
-            int& above = Get(low_, steps_.back().pos);
-            above = std::min(above, Get(low_, pos));
-        }
-        if (Get(low_, pos) != Get(order_, pos))
-            return;
-        ++lastComponent_;
-        int member = 0;
-        do {
-            member = open_.back();
-            open_.pop_back();
-            Get(component_, member) = lastComponent_;
-        } while (member != pos);
-    }
-
-    const FriendGraph& graph_;
-    std::vector<int> order_;
-    std::vector<int> low_;
-    std::vector<int> component_;
-    std::vector<int> open_;
-    std::vector<Step> steps_;
-    int lastOrder_ = 0;
-    int lastComponent_ = 0;
-};
-
 // The contexts on a shortest path from `from` to `to` within their component, both included.
-std::vector<int> ShortestWay(const FriendGraph& graph, const Components& components, int from,
+std::vector<int> ShortestWay(const FriendGraph& graph, const std::vector<int>& component, int from,
                              int to, std::vector<int>& cameFrom) {
     std::vector<int> reached{from};
     const auto at = [&cameFrom](int pos) -> int& {
         return cameFrom[static_cast<std::size_t>(pos)];
+    };
+    const auto componentOf = [&component](int pos) {
+        return component[static_cast<std::size_t>(pos)];
     };
     at(from) = from;
     for (std::size_t i = 0; i < reached.size() && at(to) == 0; ++i) {
         const int pos = reached[i];
         for (int slot = 1; slot <= graph.FriendCount(pos); ++slot) {
             const int next = graph.Friend(pos, slot);
-            if (next == 0 || at(next) != 0 || components.Of(next) != components.Of(from))
+            if (next == 0 || at(next) != 0 || componentOf(next) != componentOf(from))
                 continue;
             at(next) = pos;
             reached.push_back(next);
@@ -238,19 +171,22 @@ private:
 void HintAtFriendRings(VELDyadCtxCollector& collector, const ReferencePlaces& references,
                        const ContextPlaces& places, FindingList& findings) {
     const FriendGraph graph(collector);
-    const Components components(graph);
+    // By position.
+    const std::vector<int> component = StrongComponents(graph.Size() + 1, graph.Arcs());
+    const auto componentOf = [&component](int pos) {
+        return static_cast<std::size_t>(component[static_cast<std::size_t>(pos)]);
+    };
     RingHints hints(graph, references, places, findings);
-    std::vector<bool> isTold(static_cast<std::size_t>(graph.Size()) + 1);
-    std::vector<int> cameFrom(isTold.size());
+    std::vector<bool> isTold(component.size());
+    std::vector<int> cameFrom(component.size());
     for (int pos = 1; pos <= graph.Size(); ++pos) {
-        const auto component = static_cast<std::size_t>(components.Of(pos));
-        for (int slot = 1; !isTold[component] && slot <= graph.FriendCount(pos); ++slot) {
+        for (int slot = 1; !isTold[componentOf(pos)] && slot <= graph.FriendCount(pos); ++slot) {
             const int next = graph.Friend(pos, slot);
-            if (next == 0 || next == pos || components.Of(next) != components.Of(pos) ||
+            if (next == 0 || next == pos || componentOf(next) != componentOf(pos) ||
                 graph.HasFriend(next, pos))
                 continue;
-            isTold[component] = true;
-            std::vector<int> ring = ShortestWay(graph, components, next, pos, cameFrom);
+            isTold[componentOf(pos)] = true;
+            std::vector<int> ring = ShortestWay(graph, component, next, pos, cameFrom);
             std::rotate(ring.begin(), ring.end() - 1, ring.end());
             hints.Report(ring);
         }

@@ -30,6 +30,8 @@ class CheckLayers(unittest.TestCase):
             "context/A.cpp": '// getenv and _WIN32 may be talked about\n#include <vector>\n',
             "collector/A.cpp": '#include "collector/detail/CollectorInternals.h"\n',
             "tests/collector/B.cpp": '#include "collector/detail/CollectorInternals.h"\n',
+            "tools/dyadctx/Text.cpp": '#include "platform/detail/Utf8.h"\n',
+            "tools/dyadctx/layout/B.cpp": '#include "check/detail/StrongComponents.h"\n',
             "tests/collector/A.cpp": '#include "collector/detail/CollectorIndex.h"\n'
                                      "#include <gtest/gtest.h>\n",
         })

@@ -1,7 +1,7 @@
 // Contexts as a graph: what becomes a node, what a link, what is marked.
 #include "tools/dyadctx/graph/GraphModel.h"
+#include "check/detail/StrongComponents.h"
 #include "support/ContextFile.h"
-#include "tools/dyadctx/layout/StrongComponents.h"
 
 #include <gtest/gtest.h>
 

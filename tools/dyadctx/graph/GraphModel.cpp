@@ -1,7 +1,7 @@
 #include "tools/dyadctx/graph/GraphModel.h"
 
+#include "check/detail/StrongComponents.h"
 #include "tools/dyadctx/Words.h"
-#include "tools/dyadctx/layout/StrongComponents.h"
 
 #include <algorithm>
 #include <set>

@@ -1,7 +1,7 @@
 // Which row each box of a layered picture stands in.
 #pragma once
 
-#include "tools/dyadctx/layout/StrongComponents.h"
+#include "check/detail/StrongComponents.h"
 
 #include <vector>
 

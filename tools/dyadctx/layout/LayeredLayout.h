@@ -4,7 +4,7 @@
 // arcs in a grid below them. The same input always gives the same picture.
 #pragma once
 
-#include "tools/dyadctx/layout/StrongComponents.h"
+#include "check/detail/StrongComponents.h"
 
 #include <vector>
 
