@@ -1,5 +1,7 @@
 #include "check/detail/SourceReader.h"
 
+#include "platform/detail/Utf8.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <utility>
@@ -14,10 +16,6 @@ constexpr char32_t FirstLowSurrogate = 0xDC00;
 constexpr char32_t BehindSurrogates = 0xE000;
 constexpr char32_t FirstSupplementary = 0x10000;
 
-char Byte(char32_t value) {
-    return static_cast<char>(static_cast<unsigned char>(value));
-}
-
 bool BeginsCharacter(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
 }
@@ -28,24 +26,6 @@ bool BeginsSupplementary(char byte) {
 
 bool EndsLine(char byte) {
     return byte == '\n' || byte == '\r';
-}
-
-void AppendUtf8(std::string& text, char32_t character) {
-    if (character < 0x80) {
-        text += Byte(character);
-        return;
-    }
-    if (character < 0x800) {
-        text += Byte(0xC0U | (character >> 6U));
-    } else if (character < FirstSupplementary) {
-        text += Byte(0xE0U | (character >> 12U));
-        text += Byte(0x80U | ((character >> 6U) & 0x3FU));
-    } else {
-        text += Byte(0xF0U | (character >> 18U));
-        text += Byte(0x80U | ((character >> 12U) & 0x3FU));
-        text += Byte(0x80U | ((character >> 6U) & 0x3FU));
-    }
-    text += Byte(0x80U | (character & 0x3FU));
 }
 
 // Whether the XML declaration names the encoding in which each byte is a character.
@@ -145,14 +125,8 @@ bool SourceReader::ReadPiece() {
 std::string_view SourceReader::ReadBytes() {
     if (!isFile_)
         return std::exchange(unread_, {});
-    std::size_t filled = 0;
-    while (filled < buffer_.size()) {
-        const std::int64_t count = file_.Read(buffer_.data() + filled, buffer_.size() - filled);
-        if (count <= 0)
-            break;
-        filled += static_cast<std::size_t>(count);
-    }
-    return {buffer_.data(), filled};
+    bool failed = false;
+    return {buffer_.data(), ReadFull(file_, buffer_.data(), buffer_.size(), failed)};
 }
 
 // The number of bytes of the byte order mark.
@@ -183,7 +157,7 @@ void SourceReader::Decode(std::string_view bytes) {
     decoded_.clear();
     if (encoding_ == Encoding::Latin1) {
         for (const char byte : bytes)
-            AppendUtf8(decoded_, static_cast<unsigned char>(byte));
+            AppendCharacter(static_cast<unsigned char>(byte), decoded_);
     } else {
         const std::size_t high = encoding_ == Encoding::Utf16BigEndian ? 0 : 1;
         const auto byteAt = [bytes](std::size_t at) {
@@ -200,10 +174,11 @@ void SourceReader::DecodeUnit(char32_t unit) {
     if (unit >= FirstHighSurrogate && unit < FirstLowSurrogate) {
         highSurrogate_ = unit;
     } else if (high != 0 && unit >= FirstLowSurrogate && unit < BehindSurrogates) {
-        AppendUtf8(decoded_, FirstSupplementary + ((high - FirstHighSurrogate) << 10U) +
-                                 (unit - FirstLowSurrogate));
+        AppendCharacter(FirstSupplementary + ((high - FirstHighSurrogate) << 10U) +
+                            (unit - FirstLowSurrogate),
+                        decoded_);
     } else {
-        AppendUtf8(decoded_, unit);
+        AppendCharacter(unit, decoded_);
     }
 }
 

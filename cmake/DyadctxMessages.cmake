@@ -40,20 +40,23 @@ endfunction()
 #   Compiles each catalog in each language and adds all of them to the library as bytes.
 function(dyadctx_embed_catalogs)
   cmake_parse_arguments(ARG "" "" "CATALOGS;LANGUAGES" ${ARGN})
+  set(names)
   set(mo_files)
   foreach(catalog IN LISTS ARG_CATALOGS)
     foreach(language IN LISTS ARG_LANGUAGES)
       dyadctx_compile_catalog(${catalog} ${language} mo)
+      list(APPEND names ${catalog}.${language})
       list(APPEND mo_files ${mo})
     endforeach()
   endforeach()
-  set(script ${PROJECT_SOURCE_DIR}/cmake/EmbedCatalogs.cmake)
+  set(script ${PROJECT_SOURCE_DIR}/cmake/Embed.cmake)
   set(source ${CMAKE_CURRENT_BINARY_DIR}/EmbeddedCatalogs.cpp)
   add_custom_command(
     OUTPUT ${source}
     COMMAND ${CMAKE_COMMAND}
-      -D "CATALOGS=${ARG_CATALOGS}" -D "LANGUAGES=${ARG_LANGUAGES}"
-      -D FOLDER=${CMAKE_CURRENT_BINARY_DIR} -D SOURCE=${source} -P ${script}
+      -D "FILES=${mo_files}" -D "NAMES=${names}" -D SOURCE=${source}
+      -D FUNCTION=EmbeddedCatalogs -D NAMESPACE=dyadctx -D HEADER=platform/detail/MessageTexts.h
+      -P ${script}
     DEPENDS ${mo_files} ${script}
     COMMENT "Embedding the message catalogs"
     VERBATIM)

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 namespace dyadctx {
 
@@ -43,5 +44,34 @@ private:
     std::uint64_t size_ = 0;
     int failure_ = 0;
 };
+
+// Reads from a file, or another source with such a Read, until the buffer is full or the source
+// ends. Returns how many bytes; `failed` is set on an error.
+template<class Source>
+std::size_t ReadFull(Source& source, char* buffer, std::size_t size, bool& failed) {
+    std::size_t filled = 0;
+    while (filled < size) {
+        const std::int64_t got = source.Read(buffer + filled, size - filled);
+        failed = got < 0;
+        if (got <= 0)
+            break;
+        filled += static_cast<std::size_t>(got);
+    }
+    return filled;
+}
+
+// Reads a whole file, but little more than `most` bytes. False on an error.
+inline bool ReadWhole(FileReader& file, std::size_t most, std::string& text) {
+    constexpr std::size_t Piece = std::size_t{16} << 10U;
+    bool failed = false;
+    text.clear();
+    for (std::size_t got = Piece; got == Piece && text.size() <= most;) {
+        const std::size_t before = text.size();
+        text.resize(before + Piece);
+        got = ReadFull(file, text.data() + before, Piece, failed);
+        text.resize(before + got);
+    }
+    return !failed;
+}
 
 } // namespace dyadctx

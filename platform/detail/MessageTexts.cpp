@@ -1,6 +1,5 @@
 #include "platform/detail/MessageTexts.h"
 
-#include "platform/detail/EmbeddedCatalogs.h"
 #include "platform/detail/FileReader.h"
 
 #include <utility>
@@ -13,20 +12,24 @@ namespace {
 constexpr std::size_t LargestFile = std::size_t{1} << 20U;
 
 // The content of a file; empty if it cannot be read or is too large.
-std::vector<unsigned char> ReadSmallFile(const VELUnicodeString& path) {
+std::string ReadSmallFile(const VELUnicodeString& path) {
     FileReader file;
-    if (!file.Open(path) || file.Size() > LargestFile)
+    std::string bytes;
+    if (!file.Open(path) || !ReadWhole(file, LargestFile, bytes) || bytes.size() > LargestFile)
         return {};
-    std::vector<unsigned char> bytes(static_cast<std::size_t>(file.Size()));
-    std::size_t filled = 0;
-    while (filled < bytes.size()) {
-        const std::int64_t got = file.Read(bytes.data() + filled, bytes.size() - filled);
-        if (got <= 0)
-            break;
-        filled += static_cast<std::size_t>(got);
-    }
-    bytes.resize(filled);
     return bytes;
+}
+
+std::string_view CatalogOf(const EmbeddedFile& embedded) {
+    return embedded.name.substr(0, embedded.name.rfind('.'));
+}
+
+std::string_view LanguageOf(const EmbeddedFile& embedded) {
+    return embedded.name.substr(embedded.name.rfind('.') + 1);
+}
+
+std::span<const unsigned char> ImageOf(std::string_view bytes) {
+    return {reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()};
 }
 
 } // namespace
@@ -42,26 +45,25 @@ MessageTexts::MessageTexts(const std::vector<std::string>& languages,
 
 void MessageTexts::AddOverrides(const VELUnicodeString& folder, const std::string& language) {
     std::string_view catalog;
-    for (const EmbeddedCatalog& embedded : EmbeddedCatalogs()) {
-        if (embedded.catalog == catalog)
+    for (const EmbeddedFile& embedded : EmbeddedCatalogs()) {
+        if (CatalogOf(embedded) == catalog)
             continue;
-        catalog = embedded.catalog;
+        catalog = CatalogOf(embedded);
         VELUnicodeString path(folder);
         path.Append("/").Append(catalog);
         path.Append(".").Append(std::string_view(language)).Append(".mo");
-        std::vector<unsigned char> image = ReadSmallFile(path);
+        std::string image = ReadSmallFile(path);
         if (image.empty())
             continue;
-        // The bytes do not move with the vector that owns them.
         images_.push_back(std::move(image));
-        catalogs_.push_back({catalog, MoCatalog(images_.back())});
+        catalogs_.push_back({catalog, MoCatalog(ImageOf(images_.back()))});
     }
 }
 
 void MessageTexts::AddEmbedded(const std::string& language) {
-    for (const EmbeddedCatalog& embedded : EmbeddedCatalogs()) {
-        if (embedded.language == language)
-            catalogs_.push_back({embedded.catalog, MoCatalog(embedded.image)});
+    for (const EmbeddedFile& embedded : EmbeddedCatalogs()) {
+        if (LanguageOf(embedded) == language)
+            catalogs_.push_back({CatalogOf(embedded), MoCatalog(ImageOf(embedded.bytes))});
     }
 }
 

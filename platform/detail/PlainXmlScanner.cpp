@@ -1,6 +1,7 @@
 #include "platform/detail/PlainXmlScanner.h"
 
 #include "platform/detail/DomTreeBuilder.h"
+#include "platform/detail/FileReader.h"
 #include "platform/detail/Utf8.h"
 #include "platform/detail/XmlCharacters.h"
 #include "platform/detail/XmlPositions.h"
@@ -81,7 +82,6 @@ private:
     };
 
     bool Refill();
-    bool Fill(char* next);
     bool Start();
     bool Token();
     bool StartTag();
@@ -197,7 +197,7 @@ bool Scanner::Run() {
 // cannot be read or they fill the largest piece.
 bool Scanner::Refill() {
     const auto passed = static_cast<std::size_t>(kept_ - piece_.get());
-    const auto left = static_cast<std::size_t>(end_ - kept_);
+    auto left = static_cast<std::size_t>(end_ - kept_);
     if (left >= LargestPiece)
         return false;
     if (left == size_) {
@@ -211,20 +211,12 @@ bool Scanner::Refill() {
     offset_ += passed;
     lines_ = linesKept_;
     at_ = kept_ = piece_.get();
-    return Fill(piece_.get() + left);
-}
-
-bool Scanner::Fill(char* next) {
-    const char* limit = piece_.get() + size_;
-    while (next != limit && !isLast_) {
-        const std::int64_t got = source_.Read(next, static_cast<std::size_t>(limit - next));
-        if (got < 0)
-            return false;
-        next += got;
-        isLast_ = got == 0;
-    }
-    end_ = next;
-    return true;
+    bool failed = false;
+    if (!isLast_)
+        left += ReadFull(source_, piece_.get() + left, size_ - left, failed);
+    end_ = piece_.get() + left;
+    isLast_ = left < size_;
+    return !failed;
 }
 
 // Whether a line ends here; in CR LF, the CR ends it and the LF is part of that.

@@ -8,7 +8,6 @@
 #include "platform/detail/SettingsText.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -72,17 +71,11 @@ VELSettingRefusal ReadSettingsFile(const VELUnicodeString& path, std::string& te
     VELSettingRefusal refusal = OpenFile(path, file);
     if (refusal.IsRefusal())
         return refusal;
-    std::array<char, 16384> buffer;
-    for (;;) {
-        const std::int64_t got = file.Read(buffer.data(), buffer.size());
-        if (got < 0)
-            return RefusalOf(Kind::NotReadable, "", file.Failure());
-        if (got == 0)
-            return {};
-        text.append(buffer.data(), static_cast<std::size_t>(got));
-        if (text.size() > LargestFile)
-            return RefusalOf(Kind::NotToml, "it is too large for settings");
-    }
+    if (!ReadWhole(file, LargestFile, text))
+        return RefusalOf(Kind::NotReadable, "", file.Failure());
+    if (text.size() > LargestFile)
+        return RefusalOf(Kind::NotToml, "it is too large for settings");
+    return {};
 }
 
 VELSettingRefusal FindSetting(const VELUnicodeString& path, const char* attribute,

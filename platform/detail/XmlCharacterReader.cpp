@@ -1,5 +1,6 @@
 #include "platform/detail/XmlCharacterReader.h"
 
+#include "platform/detail/FileReader.h"
 #include "platform/detail/Utf8.h"
 
 #include <cstring>
@@ -11,16 +12,6 @@ namespace {
 
 constexpr std::size_t LongestCharacter = 4;
 constexpr std::uint32_t ByteOrderMark = 0xFEFF;
-
-std::uint32_t NumberOf(std::string_view character) noexcept {
-    const auto lead = static_cast<unsigned char>(character.front());
-    if (character.size() == 1)
-        return lead;
-    std::uint32_t number = lead & (0xFFU >> (character.size() + 1));
-    for (const char byte : character.substr(1))
-        number = number << 6U | (static_cast<unsigned char>(byte) & 0x3FU);
-    return number;
-}
 
 } // namespace
 
@@ -50,11 +41,10 @@ void XmlCharacterReader::Fill() {
     end_ -= next_;
     next_ = 0;
     const std::size_t before = end_;
-    while (end_ < PieceSize && !isAtEnd_) {
-        const std::int64_t got = source_.Read(piece_.get() + end_, PieceSize - end_);
-        isAtEnd_ = got <= 0;
-        end_ += got > 0 ? static_cast<std::size_t>(got) : 0;
-    }
+    // A second reading that fails is as good as the end: why the first one failed is known.
+    bool failed = false;
+    end_ += ReadFull(source_, piece_.get() + end_, PieceSize - end_, failed);
+    isAtEnd_ = end_ < PieceSize;
     positions_.Add(piece_.get() + before, end_ - before);
 }
 
@@ -63,7 +53,7 @@ std::size_t XmlCharacterReader::Decode(XmlCharacter& character) const noexcept {
         return DecodeUnit(character);
     const std::string_view rest(piece_.get() + next_, end_ - next_);
     const std::size_t length = isUtf8_ ? CharacterLength(rest) : 1;
-    character.number = NumberOf(rest.substr(0, length));
+    character.number = CharacterNumber(rest.substr(0, length));
     character.isUtf8 = !isUtf8_ || length > 1 || character.number < 0x80;
     return length;
 }

@@ -1,6 +1,7 @@
 #include "platform/detail/XmlParser.h"
 
 #include "platform/detail/DomTreeBuilder.h"
+#include "platform/detail/FileReader.h"
 #include "platform/detail/PlainXmlScanner.h"
 #include "platform/detail/XmlPositions.h"
 #include "platform/detail/XmlReasons.h"
@@ -50,7 +51,6 @@ public:
 
 private:
     void SetHandlers() noexcept;
-    std::size_t Fill(char* buffer, std::size_t size);
     bool ParsePiece(std::size_t size, bool isLast);
     void SetHandlersForFaults() noexcept;
     void Start(const char* name, const char* const* attributes);
@@ -82,7 +82,6 @@ private:
     // The attributes of the element being started.
     std::vector<DomReadAttribute> attributes_;
     bool isStopped_ = false;
-    bool isUnreadable_ = false;
     XmlFailure failure_;
     // Updated while reading, then moved into the failure. The offsets are those of the open
     // elements.
@@ -140,8 +139,9 @@ bool Reading::Run() {
         void* buffer = XML_GetBuffer(parser_.get(), static_cast<int>(size));
         if (buffer == nullptr)
             return Refuse(reason::NoMemory, {});
-        const std::size_t got = Fill(static_cast<char*>(buffer), size);
-        if (isUnreadable_)
+        bool failed = false;
+        const std::size_t got = ReadFull(source_, static_cast<char*>(buffer), size, failed);
+        if (failed)
             return Refuse(reason::Unreadable, {});
         positions_.Add(static_cast<const char*>(buffer), got);
         const std::uint64_t before = Offset();
@@ -154,18 +154,6 @@ bool Reading::Run() {
         // proportional to its length.
         size = Offset() == before ? std::min(2 * size, LargestBuffer) : UsualBuffer;
     }
-}
-
-std::size_t Reading::Fill(char* buffer, std::size_t size) {
-    std::size_t filled = 0;
-    while (filled < size) {
-        const std::int64_t got = source_.Read(buffer + filled, size - filled);
-        isUnreadable_ = got < 0;
-        if (got <= 0)
-            break;
-        filled += static_cast<std::size_t>(got);
-    }
-    return filled;
 }
 
 bool Reading::ParsePiece(std::size_t size, bool isLast) {

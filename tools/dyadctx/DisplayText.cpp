@@ -1,5 +1,7 @@
 #include "tools/dyadctx/DisplayText.h"
 
+#include "platform/detail/Utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -66,34 +68,12 @@ std::uint32_t ByteAt(std::string_view text, std::size_t pos) {
     return static_cast<unsigned char>(text[pos]);
 }
 
-std::size_t LengthByLeadByte(std::uint32_t lead) {
-    if (lead < 0x80)
-        return 1;
-    if (lead >= 0xC2 && lead <= 0xDF)
-        return 2;
-    if (lead >= 0xE0 && lead <= 0xEF)
-        return 3;
-    return lead >= 0xF0 && lead <= 0xF4 ? 4 : 0;
-}
-
 // The character at the start of a text that is not empty.
 Character FirstCharacter(std::string_view text) {
-    constexpr std::array<std::uint32_t, 5> leadMask{0, 0x7F, 0x1F, 0x0F, 0x07};
-    constexpr std::array<std::uint32_t, 5> smallest{0, 0, 0x80, 0x800, 0x10000};
-    const std::size_t length = LengthByLeadByte(ByteAt(text, 0));
-    if (length == 0 || length > text.size())
+    const std::size_t length = CharacterLength(text);
+    if (length == 1 && ByteAt(text, 0) >= 0x80)
         return {IllFormed, 1};
-    std::uint32_t code = ByteAt(text, 0) & leadMask[length];
-    for (std::size_t i = 1; i < length; ++i) {
-        const std::uint32_t byte = ByteAt(text, i);
-        if ((byte & 0xC0U) != 0x80U)
-            return {IllFormed, 1};
-        code = (code << 6U) | (byte & 0x3FU);
-    }
-    const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
-    if (code < smallest[length] || code > 0x10FFFF || surrogate)
-        return {IllFormed, 1};
-    return {code, length};
+    return {CharacterNumber(text.substr(0, length)), length};
 }
 
 std::string Escape(char mark, int digits, std::uint32_t value) {

@@ -1,5 +1,6 @@
 #include "tools/dyadctx/graph/PictureText.h"
 
+#include "platform/detail/Utf8.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Words.h"
 
@@ -28,13 +29,10 @@ constexpr std::array<InvisibleMark, 6> InvisibleMarks{{{"\u00AD", "\\u00ad"},
                                                        {"\u2060", "\\u2060"},
                                                        {"\uFEFF", "\\ufeff"}}};
 
-// Cuts well-formed UTF-8.
 std::vector<std::string_view> CharactersOf(std::string_view text) {
     std::vector<std::string_view> characters;
     while (!text.empty()) {
-        std::size_t length = 1;
-        while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U)
-            ++length;
+        const std::size_t length = CharacterLength(text);
         characters.push_back(text.substr(0, length));
         text.remove_prefix(length);
     }

@@ -1,5 +1,5 @@
-# Writes SOURCE, a C++ file in which FUNCTION of tools/dyadctx/EmbeddedFiles.h gives each of FILES as
-# bytes under its name of NAMES.
+# Writes SOURCE, a C++ file in which FUNCTION of HEADER, in NAMESPACE, returns each of FILES as bytes
+# under its name of NAMES. The header has the type EmbeddedFile for one.
 
 set(arrays "")
 set(rows "")
@@ -14,9 +14,9 @@ foreach(file name IN ZIP_LISTS FILES NAMES)
 endforeach()
 
 file(WRITE ${SOURCE} "// Generated from files of the project.
-#include \"tools/dyadctx/EmbeddedFiles.h\"
+#include \"${HEADER}\"
 
-namespace dyadctx::tool {
+namespace ${NAMESPACE} {
 
 namespace {
 
@@ -25,9 +25,9 @@ ${rows}};
 
 } // namespace
 
-EmbeddedFiles ${FUNCTION}() noexcept {
+std::span<const EmbeddedFile> ${FUNCTION}() noexcept {
     return files;
 }
 
-} // namespace dyadctx::tool
+} // namespace ${NAMESPACE}
 ")
