@@ -4,8 +4,8 @@
 #include "collector/detail/CollectorAccess.h"
 #include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/UserMessage.h"
-#include "xml/detail/ContextValues.h"
 #include "xml/detail/FormatNames.h"
+#include "xml/detail/ReadState.h"
 
 #include <algorithm>
 #include <array>

@@ -5,13 +5,11 @@
 #include "collector/detail/CheckRun.h"
 #include "collector/detail/CollectorAccess.h"
 #include "collector/detail/ContextFileSource.h"
-#include "collector/detail/LinkRun.h"
 #include "context/detail/ParameterTypes.h"
 #include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/FindingIds.h"
 #include "trace/detail/UserMessage.h"
 #include "xml/detail/FormatNames.h"
-#include "xml/detail/NodeLookup.h"
 #include "xml/detail/ReadState.h"
 #include "xml/detail/VELDyadCtxXml.h"
 

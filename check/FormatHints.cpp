@@ -2,7 +2,7 @@
 #include "check/detail/FileHints.h"
 
 #include "check/detail/NearestName.h"
-#include "context/detail/DbEnvironment.h"
+#include "context/detail/ParameterTypes.h"
 #include "trace/detail/FindingIds.h"
 #include "xml/detail/ContextFileFormat.h"
 #include "xml/detail/FormatNames.h"

@@ -1,11 +1,10 @@
 // What a context has more than once although once is enough.
 #include "check/detail/FileHints.h"
 
-#include "context/detail/DbEnvironment.h"
+#include "context/detail/ParameterTypes.h"
 #include "trace/detail/FindingIds.h"
 #include "trace/detail/UserMessage.h"
 #include "xml/detail/ContextFileFormat.h"
-#include "xml/detail/NodeLookup.h"
 #include "xml/detail/ReadState.h"
 
 #include <algorithm>

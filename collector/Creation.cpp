@@ -3,7 +3,6 @@
 #include "collector/VELDyadCtxCollector.h"
 
 #include "collector/detail/CollectorAccess.h"
-#include "collector/detail/CollectorState.h"
 #include "collector/detail/ContextFileSource.h"
 #include "collector/detail/Fault.h"
 #include "platform/VELDyadTrace.h"

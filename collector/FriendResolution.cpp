@@ -3,7 +3,6 @@
 
 #include "collector/detail/CollectorAccess.h"
 #include "collector/detail/CollectorInternals.h"
-#include "collector/detail/LinkRun.h"
 #include "collector/detail/LookAhead.h"
 #include "context/detail/ContextAccess.h"
 #include "trace/VELDyadMessageKeys.h"

@@ -2,7 +2,7 @@
 
 #include "collector/detail/CollectorInternals.h"
 #include "context/detail/ContextAccess.h"
-#include "context/detail/DbEnvironment.h"
+#include "context/detail/ParameterTypes.h"
 #include "platform/detail/HostCode.h"
 #include "trace/detail/ProcessSettings.h"
 #include "trace/detail/TraceLine.h"

@@ -1,6 +1,6 @@
 #include "collector/VELDyadCtxCollector.h"
 
-#include "collector/detail/CollectorState.h"
+#include "collector/detail/CollectorAccess.h"
 #include "context/detail/GuardedCall.h"
 #include "context/detail/TextHash.h"
 #include "trace/detail/TraceLine.h"

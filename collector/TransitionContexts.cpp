@@ -1,7 +1,6 @@
 #include "collector/VELDyadCtxCollector.h"
 
 #include "context/detail/ContextAccess.h"
-#include "context/detail/DbEnvironment.h"
 #include "context/detail/GuardedCall.h"
 #include "context/detail/ParameterTypes.h"
 #include "platform/VELDyadDbProviderServices.h"

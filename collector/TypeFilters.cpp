@@ -1,8 +1,7 @@
 #include "collector/VELDyadCtxCollector.h"
 
-#include "collector/detail/CollectorState.h"
+#include "collector/detail/CollectorAccess.h"
 #include "context/detail/ContextAccess.h"
-#include "context/detail/DbEnvironment.h"
 #include "context/detail/GuardedCall.h"
 #include "context/detail/ParameterTypes.h"
 #include "context/detail/TextHash.h"

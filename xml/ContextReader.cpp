@@ -1,7 +1,7 @@
 #include "xml/detail/ContextReader.h"
 
 #include "collector/detail/CollectorAccess.h"
-#include "context/detail/DbEnvironment.h"
+#include "context/detail/ParameterTypes.h"
 #include "platform/detail/DomAccess.h"
 #include "platform/detail/HostCode.h"
 #include "trace/VELDyadMessageKeys.h"

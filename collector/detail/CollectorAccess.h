@@ -1,10 +1,20 @@
-// What reader, writer and file check may do with a collector beyond its public operations.
+// What a collector keeps besides its fields, and what reader, writer and file check may do with it
+// beyond its public operations.
 #pragma once
 
 #include "collector/VELDyadCtxCollector.h"
-#include "collector/detail/CollectorState.h"
+#include "collector/detail/CollectorIndex.h"
+#include "collector/detail/ContextWatch.h"
+#include "collector/detail/Fault.h"
 
 namespace dyadctx {
+
+struct CollectorState {
+    // Derived from the collector's lists; rebuilt when it is out of date.
+    CollectorIndex index;
+    // Of the operations in progress.
+    ContextWatches watches;
+};
 
 struct CollectorAccess {
     using Collector = VELDyadCtxCollector;
@@ -44,5 +54,13 @@ struct CollectorAccess {
     // For contexts an operation still needs after a host's code has run.
     static ContextWatches& Watches(Collector& c) noexcept { return c.state_->watches; }
 };
+
+// How far to go when a name is not declared: as far as the collector does for its clients, or
+// through everything. What cannot be linked stays as it is.
+enum class LinkExtent { AsCollector, Everything };
+
+// Whether everything is linked. Considers the first `count` declared contexts.
+bool LinkFriendsAndAssociated(VELDyadCtxCollector& collector, int count, LinkExtent extent,
+                              FaultReporter& reporter);
 
 } // namespace dyadctx

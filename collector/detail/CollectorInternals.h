@@ -2,7 +2,7 @@
 #pragma once
 
 #include "collector/VELDyadCtxCollector.h"
-#include "collector/detail/CollectorState.h"
+#include "collector/detail/CollectorAccess.h"
 
 #include <tuple>
 

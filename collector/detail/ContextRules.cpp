@@ -1,6 +1,6 @@
 #include "collector/detail/ContextRules.h"
 
-#include "collector/detail/RuleLookups.h"
+#include "collector/detail/CheckRun.h"
 #include "context/detail/ContextAccess.h"
 #include "context/detail/ParameterTypes.h"
 #include "trace/VELDyadMessageKeys.h"

@@ -1,9 +1,16 @@
-// The parameter types a context may have, and the reserved name of the default context.
+// The parameter types a context may have, which depend on the DB context environment, and the
+// reserved name of the default context.
 #pragma once
 
-#include "context/detail/DbEnvironment.h"
+#include "platform/VELDbContextEnvironment.h"
 
 namespace dyadctx {
+
+// Whether the DB context environment is on now. Never cache the result: it may change between two
+// steps of one operation.
+inline bool IsDbEnvironmentOn() {
+    return IsDbContextEnvironmentActivated().AsView() == "1";
+}
 
 inline constexpr const char* DefaultType = "Default";
 inline constexpr const char* PathType = "Path";

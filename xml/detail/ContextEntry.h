@@ -5,13 +5,29 @@
 #include "context/detail/ContextAccess.h"
 #include "platform/VELIDyadDbProvider.h"
 #include "platform/VELIXMLDOM.h"
+#include "platform/VELListVal.h"
 #include "platform/VELResult.h"
-#include "xml/detail/ContextValues.h"
+#include "platform/VELUnicodeString.h"
 #include "xml/detail/ReadState.h"
 
 #include <memory>
 
 namespace dyadctx {
+
+// The attribute values of one Context element.
+struct ContextValues {
+    ContextTexts texts;
+    // The rest is only for database contexts.
+    VELUnicodeString connector;
+    // Parallel to the server details of the format.
+    VELListValVELUnicodeString detailValues;
+
+    // A sum of MissingValue.
+    unsigned int missing = 0;
+
+    // Prepares for the next element; the list keeps its storage.
+    void Clear();
+};
 
 class ContextEntry {
 public:

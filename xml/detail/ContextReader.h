@@ -10,7 +10,6 @@
 #include "platform/VELResult.h"
 #include "platform/VELUnicodeString.h"
 #include "xml/detail/ContextEntry.h"
-#include "xml/detail/NodeLookup.h"
 #include "xml/detail/ReadState.h"
 #include "xml/detail/ScenarioReader.h"
 

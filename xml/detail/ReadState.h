@@ -1,8 +1,10 @@
-// What the parts of the reader share while reading one file.
+// What the parts of the reader share while reading one file: the state, the levels of nesting, how
+// faults are reported and how elements are looked at.
 #pragma once
 
 #include "collector/VELDyadCtxCollector.h"
 #include "platform/VELIXMLDOM.h"
+#include "platform/VELResult.h"
 #include "platform/VELUnicodeString.h"
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/ReadObserver.h"
@@ -42,5 +44,35 @@ bool ReadAttribute(const VELIDOMElement& element, const VELUnicodeString& name,
 VELUnicodeString AttributeOrEmpty(const VELIDOMElement& element, std::uint32_t name);
 // The tag of an element as its number in FormatIds. False, and `tag` unchanged, for other nodes.
 bool ReadTag(const VELIDOMNode& node, std::uint32_t& tag);
+
+// How deep an element is nested in friends and in associated contexts; both 0 for a declared
+// context.
+struct ContextLevels {
+    int friendLevel = 0;
+    int associatedLevel = 0;
+};
+
+// Required values that an element lacks.
+enum MissingValue : unsigned int {
+    MissingName = 1,
+    MissingParameter = 2,
+    MissingParameterType = 4,
+    MissingConnector = 8
+};
+
+// All children of the container: `parent` itself, or for the outermost pass its only descendant
+// named `tag`. For an inner container that holds neither a Context nor `tag`: no nodes, and
+// success.
+VELResult GetNodeListByTagName(const VELIDOMElement& parent, const VELUnicodeString& tag,
+                               ContextLevels levels, VELIDOMNodeList& nodes, int& count,
+                               const ReadState& state);
+
+// Which walks below a Context element find something to read.
+struct WalksBelow {
+    bool associated = true;
+    bool friends = true;
+    bool scenarios = true;
+};
+WalksBelow FindWalksBelow(const VELIDOMElement& context, const FormatIds& ids);
 
 } // namespace dyadctx
