@@ -1,10 +1,9 @@
 // One check of one file: the implementation of VELDyadCtxFileCheck.
 #pragma once
 
-#include "check/detail/AttributePlaces.h"
 #include "check/detail/ContextPlaces.h"
 #include "check/detail/FindingList.h"
-#include "check/detail/ReferencePlaces.h"
+#include "check/detail/SourcePlaces.h"
 #include "collector/VELDyadCtxCollector.h"
 #include "collector/detail/Fault.h"
 #include "xml/detail/FormatNames.h"

@@ -3,7 +3,6 @@
 
 #include "check/detail/ContextPlaces.h"
 #include "check/detail/FindingList.h"
-#include "check/detail/ReferencePlaces.h"
 #include "collector/VELDyadCtxCollector.h"
 #include "platform/VELIXMLDOM.h"
 #include "xml/detail/FormatNames.h"
