@@ -22,13 +22,13 @@ struct Example {
     std::string meaning;
 };
 
-// Declares its arguments, which the command line then fills in, and gives the answer.
+// Declares its arguments, which the command line then fills in, and writes the answer.
 class Command {
 public:
     virtual ~Command();
     virtual const char* Name() const = 0;
     virtual const char* Summary() const = 0;
-    // What stands behind the name on the usage line.
+    // What follows the name on the usage line.
     virtual const char* Synopsis() const = 0;
     // One or two lines for the help.
     virtual std::vector<Example> Examples() const { return {}; }

@@ -16,7 +16,7 @@ public:
     CommandLine();
 
     // Reads the arguments and puts the common options into force. Throws a Failure for wrong usage;
-    // false when the user asked for help or the version, which then stands in Text().
+    // false when the user asked for help or the version, which is then in Text().
     bool Read(int argc, char** argv);
 
     // ---- After Read ----------------------------------------------------------------------------
@@ -34,7 +34,7 @@ private:
     void Declare();
     void DeclareCommonOptions();
     CommandNode Tree() const;
-    // What --help says about the tool, or about the command it stands with.
+    // What --help says about the tool, or about the command of the line.
     std::string Help() const;
     // --format belongs to each command, which knows its formats; the user may write it before the
     // command all the same.

@@ -3,8 +3,10 @@
 #include "platform/VELDbContextEnvironment.h"
 #include "tools/dyadctx/FileChoiceText.h"
 #include "tools/dyadctx/Words.h"
+#include "trace/VELDyadMessageKeys.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <unordered_set>
 
 namespace dyadctx::tool {
@@ -54,11 +56,9 @@ std::vector<Finding> Diagnose(const Source& source, const DiagnosisOptions& opti
     for (const std::string& id : options.silenced)
         check.Silence(VELUnicodeString(id));
     RunCheck(check, source);
-    std::vector<Finding> findings;
-    for (int i = 1; i <= check.GetNbFindings(); ++i) {
-        findings.push_back(check.GetFindingAt(i));
-        AddReason(source, findings.back());
-    }
+    std::vector<Finding> findings = FindingsOf(check);
+    for (Finding& finding : findings)
+        AddReason(source, finding);
     return findings;
 }
 
@@ -76,13 +76,32 @@ std::size_t CountVanishing(const Source& source, const std::vector<Finding>& fin
         }));
 }
 
+std::vector<Finding> FindingsOf(const VELDyadCtxFileCheck& check) {
+    std::vector<Finding> findings;
+    for (int i = 1; i <= check.GetNbFindings(); ++i)
+        findings.push_back(check.GetFindingAt(i));
+    return findings;
+}
+
 std::vector<Finding> ErrorsOf(const VELDyadCtxFileCheck& check) {
-    std::vector<Finding> errors;
-    for (int i = 1; i <= check.GetNbFindings(); ++i) {
-        if (check.GetFindingAt(i).severity == Severity::Error)
-            errors.push_back(check.GetFindingAt(i));
-    }
+    std::vector<Finding> errors = FindingsOf(check);
+    std::erase_if(errors, [](const Finding& one) { return one.severity != Severity::Error; });
     return errors;
+}
+
+bool FoundSyntaxError(const VELDyadCtxFileCheck& check) {
+    const std::vector<Finding> errors = ErrorsOf(check);
+    return std::any_of(errors.begin(), errors.end(),
+                       [](const Finding& one) { return one.id.AsView() == key::XMLSyntaxError; });
+}
+
+int CountInFinding(const VELDyadCtxFileCheck& check, std::string_view id) {
+    for (int i = 1; i <= check.GetNbFindings(); ++i) {
+        const Finding& finding = check.GetFindingAt(i);
+        if (finding.id.AsView() == id && finding.parameters.Size() > 0)
+            return std::atoi(finding.parameters[1].ConvertToChar());
+    }
+    return 0;
 }
 
 Finding ToFinding(const IdleVariable& variable) {

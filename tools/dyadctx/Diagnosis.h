@@ -9,6 +9,7 @@
 #include "tools/dyadctx/Source.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace dyadctx::tool {
@@ -33,11 +34,16 @@ std::vector<Finding> Diagnose(const Source& source, const DiagnosisOptions& opti
 std::size_t CountVanishing(const Source& source, const std::vector<Finding>& findings,
                            const DiagnosisOptions& options);
 
-// The errors among the findings of a check that has run.
+// The findings of a check that has run, and the errors among them.
+std::vector<Finding> FindingsOf(const VELDyadCtxFileCheck& check);
 std::vector<Finding> ErrorsOf(const VELDyadCtxFileCheck& check);
+// Whether it ended at text that is no XML.
+bool FoundSyntaxError(const VELDyadCtxFileCheck& check);
+// The number that the finding of this kind has as its first parameter; 0 without one.
+int CountInFinding(const VELDyadCtxFileCheck& check, std::string_view id);
 
-// Environment variables that are set and change nothing. `fileIsNamed` tells whether the user named
-// the file.
+// Environment variables that are set and change nothing. `fileIsNamed`: whether the user named the
+// file.
 std::vector<Finding> VariablesWithoutEffect(bool fileIsNamed);
 
 Finding ToFinding(const IdleVariable& variable);

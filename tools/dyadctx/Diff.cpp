@@ -200,7 +200,7 @@ std::string TextOf(const ScenarioFacts& row) {
                                    Quoted(row.optionName), Quoted(row.optionValue)});
 }
 
-// A row that is told by the same words as one of the other file differs in what is masked.
+// A row that looks like one of the other file differs in what is masked.
 void WriteRows(const std::vector<ScenarioFacts>& rows, const std::vector<ScenarioFacts>& others,
                const std::string& sign, Paint paint, Output& output) {
     std::set<std::string> otherTexts;

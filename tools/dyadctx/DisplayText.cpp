@@ -186,6 +186,15 @@ std::string Visible(std::string_view shown) {
     return visible;
 }
 
+std::string InSmallLetters(std::string_view text) {
+    std::string small(text);
+    for (char& letter : small) {
+        if (letter >= 'A' && letter <= 'Z')
+            letter = static_cast<char>(letter - 'A' + 'a');
+    }
+    return small;
+}
+
 int DisplayWidth(std::string_view text) {
     int width = 0;
     while (!text.empty()) {
@@ -194,17 +203,6 @@ int DisplayWidth(std::string_view text) {
         text.remove_prefix(character.length);
     }
     return width;
-}
-
-std::string VisibleLines(std::string_view text) {
-    std::string lines;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
-        if (end > 0)
-            lines += Visible(text.substr(0, end)) + "\n";
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return lines;
 }
 
 } // namespace dyadctx::tool

@@ -18,10 +18,10 @@ bool HaveOtherSecrets(std::string_view left, std::string_view right);
 // that it stays on its line and cannot steer the terminal.
 std::string Visible(std::string_view text);
 
+// With a to z instead of A to Z.
+std::string InSmallLetters(std::string_view text);
+
 // The number of columns a visible text takes: wide characters take two, combining ones none.
 int DisplayWidth(std::string_view text);
-
-// The text with each of its lines made visible and ended by a line feed; blank lines are left out.
-std::string VisibleLines(std::string_view text);
 
 } // namespace dyadctx::tool

@@ -10,7 +10,7 @@ namespace dyadctx::tool {
 
 struct EmbeddedFile {
     std::string_view name;
-    // The file as it stands, with the ending line feed.
+    // The whole file, with the ending line feed.
     std::string_view text;
 };
 using EmbeddedFiles = std::span<const EmbeddedFile>;
@@ -19,7 +19,7 @@ using EmbeddedFiles = std::span<const EmbeddedFile>;
 // its command, in alphabetical order.
 EmbeddedFiles JsonSchemas() noexcept;
 // The schemas of the context file: "rnc", from which the others are made, "rng" and "xsd";
-// "catalog" for the catalog that tells where they stand.
+// "catalog" for the catalog with their places.
 EmbeddedFiles ContextSchemas() noexcept;
 // The frames of the completion scripts, each under the name of its shell.
 EmbeddedFiles CompletionFrames() noexcept;

@@ -17,7 +17,7 @@ enum class ExitStatus {
     Internal = 70
 };
 
-// Ends a command. The text goes to standard error, behind "dyadctx: error: ".
+// Ends a command. The text goes to standard error, after "dyadctx: error: ".
 class Failure : public std::runtime_error {
 public:
     Failure(ExitStatus status, const std::string& text)

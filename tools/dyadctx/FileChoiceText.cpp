@@ -16,33 +16,36 @@ using Absence = VELDyadCtxFileAbsence;
 using Candidate = VELDyadCtxFileCandidate;
 using PathVerdict = VELDyadCtxPathVerdict;
 
+const char* KeyOf(PathVerdict verdict) {
+    switch (verdict) {
+    case PathVerdict::NoFolder:
+        return "path.no-folder";
+    case PathVerdict::FolderMissing:
+        return "path.folder-missing";
+    case PathVerdict::FolderUnreadable:
+        return "path.folder-unreadable";
+    case PathVerdict::NoName:
+        return "path.no-name";
+    case PathVerdict::WrongExtension:
+        return "path.wrong-extension";
+    case PathVerdict::Missing:
+        return "path.missing";
+    case PathVerdict::IsFolder:
+        return "path.is-folder";
+    case PathVerdict::NotRegular:
+        return "path.not-regular";
+    default:
+        return "path.unreadable";
+    }
+}
+
 std::string TextOf(PathVerdict verdict, const VELUnicodeString& path) {
+    if (verdict == PathVerdict::Usable)
+        return "";
     VELUnicodeString folder;
     VELUnicodeString name;
     VELSplitPath(path, folder, name);
-    switch (verdict) {
-    case PathVerdict::NoFolder:
-        return Words("path.no-folder");
-    case PathVerdict::FolderMissing:
-        return Words("path.folder-missing", {Visible(folder.AsView())});
-    case PathVerdict::FolderUnreadable:
-        return Words("path.folder-unreadable", {Visible(folder.AsView())});
-    case PathVerdict::NoName:
-        return Words("path.no-name");
-    case PathVerdict::WrongExtension:
-        return Words("path.wrong-extension");
-    case PathVerdict::Missing:
-        return Words("path.missing");
-    case PathVerdict::IsFolder:
-        return Words("path.is-folder");
-    case PathVerdict::NotRegular:
-        return Words("path.not-regular");
-    case PathVerdict::Unreadable:
-        return Words("path.unreadable");
-    case PathVerdict::Usable:
-        break;
-    }
-    return "";
+    return Words(KeyOf(verdict), {Visible(folder.AsView())});
 }
 
 // "FILE:LINE:COLUMN: ", as far as known.

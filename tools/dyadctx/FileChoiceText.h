@@ -13,7 +13,7 @@ inline constexpr const char* SettingsRepository = "DyadSettingsRep";
 // Names the context file.
 inline constexpr const char* FileAttribute = "DYAD_Ctx_XmlFile";
 
-// Asks every place. Throws std::bad_alloc.
+// Looks at every source. Throws std::bad_alloc.
 void MakeChoice(VELDyadCtxFileChoice& choice);
 
 // "VELDyadCtxInit", "settings" or "VELInstallPath".

@@ -149,11 +149,9 @@ bool IsCatalog(const std::string& fileName) {
     return isOfOne && fileName.ends_with(".mo");
 }
 
-std::string AgainstCatalogFolder(std::string value) {
-    // The library takes both separators on every system.
-    std::replace(value.begin(), value.end(), '\\', '/');
+std::string AgainstCatalogFolder(const std::string& value) {
     std::error_code failed;
-    std::filesystem::directory_iterator entry(value, failed);
+    std::filesystem::directory_iterator entry(NativePath(value), failed);
     if (failed)
         return Words("idle.catalog-folder");
     for (; entry != std::filesystem::directory_iterator(); entry.increment(failed)) {
@@ -167,14 +165,6 @@ std::string AgainstCatalogFolder(std::string value) {
 
 // What begins like this is likely to be meant for the library.
 constexpr std::array<std::string_view, 3> Prefixes{"vel", "te_multisite", "exchange"};
-
-std::string InSmallLetters(std::string_view text) {
-    std::string small(text);
-    std::transform(small.begin(), small.end(), small.begin(), [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    });
-    return small;
-}
 
 bool HasPrefix(std::string_view name) {
     const std::string lower = InSmallLetters(name);

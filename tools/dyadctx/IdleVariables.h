@@ -11,7 +11,7 @@ namespace dyadctx::tool {
 struct IdleVariable {
     std::string name;
     std::string value;
-    // Why it has no effect: a clause, to stand behind a colon.
+    // Why it has no effect: a clause, to follow a colon.
     std::string reason;
 };
 
@@ -21,8 +21,8 @@ std::vector<IdleVariable> IdleVariablesOfChoice(const VELDyadCtxFileChoice& choi
 // Those that have their say whichever file is read: what takes part, messages, traces, colours.
 std::vector<IdleVariable> IdleVariablesOfReading();
 
-// ExchangeChannel while it is set: it names a file, but not for CreateCollector. To be asked before
-// a file is loaded, which uses that variable.
+// ExchangeChannel while it is set: it names a file, but not for CreateCollector. To be called
+// before a file is loaded, which sets that variable.
 std::vector<IdleVariable> IdleExchangeChannel();
 
 } // namespace dyadctx::tool

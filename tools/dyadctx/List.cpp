@@ -2,11 +2,11 @@
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/ContextFacts.h"
 #include "tools/dyadctx/ContextFindings.h"
+#include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Source.h"
 #include "tools/dyadctx/Words.h"
 #include "tools/dyadctx/graph/GraphModel.h"
-#include "trace/VELDyadMessageKeys.h"
 
 #include <nlohmann/json.hpp>
 
@@ -16,8 +16,6 @@
 namespace dyadctx::tool {
 
 namespace {
-
-constexpr const char* LeftOutKind = "database-left-out";
 
 class List final : public Command {
 public:
@@ -89,7 +87,7 @@ std::vector<Row> RowsOf(VELDyadCtxCollector& collector, const VELDyadCtxFileChec
     return rows;
 }
 
-// What matters at a glance; `show` tells the rest. A single site is the context's own database.
+// What matters at a glance; `show` has the rest. A single site is the context's own database.
 std::string SitesToShow(const ContextFacts& context) {
     std::vector<std::string> names;
     for (const SiteFacts& site : context.sites)
@@ -161,24 +159,10 @@ std::vector<std::string> NamesOf(const std::vector<Row>& rows) {
     return names;
 }
 
-// The check notes their number once; 0 where it does not.
-int CountOfLeftOut(const VELDyadCtxFileCheck& check) {
-    for (int i = 1; i <= check.GetNbFindings(); ++i) {
-        const VELDyadCtxFinding& finding = check.GetFindingAt(i);
-        if (finding.id.AsView() == LeftOutKind)
-            return std::atoi(finding.parameters[1].ConvertToChar());
-    }
-    return 0;
-}
-
 void NoteLeftOut(const VELDyadCtxFileCheck& check, Output& output) {
-    const int count = CountOfLeftOut(check);
+    const int count = CountInFinding(check, "database-left-out");
     if (count > 0)
         output.Note(CountedWords(count, "list.left-out"));
-}
-
-bool IsSyntaxError(const VELDyadCtxFinding& finding) {
-    return finding.id.AsView() == key::XMLSyntaxError;
 }
 
 std::vector<Example> List::Examples() const {
@@ -233,10 +217,8 @@ ExitStatus List::ListFaulty(const Source& source, Output& output) const {
         FailWith(source, output);
     VELDyadCtxFileCheck check;
     RunCheck(check, source);
-    for (int i = 1; i <= check.GetNbFindings(); ++i) {
-        if (IsSyntaxError(check.GetFindingAt(i)))
-            FailWith(source, output);
-    }
+    if (FoundSyntaxError(check))
+        FailWith(source, output);
     Write(source, *check.GetCollector(), &check, output);
     output.Error(Words("list.partial", {Visible(source.file)}));
     return ExitStatus::NotLoadable;

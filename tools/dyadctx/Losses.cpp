@@ -2,11 +2,11 @@
 
 #include "platform/VELEnvironment.h"
 #include "platform/VELIXMLDOM.h"
+#include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/Source.h"
 #include "tools/dyadctx/Words.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <utility>
 
 namespace dyadctx::tool {
@@ -100,17 +100,7 @@ Elements ElementsOf(std::string_view input) {
     return found;
 }
 
-// The number that a finding of that kind counts up to in its first parameter.
-int NumberIn(const VELDyadCtxFileCheck& check, std::string_view id) {
-    for (int i = 1; i <= check.GetNbFindings(); ++i) {
-        const VELDyadCtxFinding& finding = check.GetFindingAt(i);
-        if (finding.id.AsView() == id && finding.parameters.Size() > 0)
-            return std::atoi(finding.parameters[1].ConvertToChar());
-    }
-    return 0;
-}
-
-int FindingsOf(const VELDyadCtxFileCheck& check, std::string_view id) {
+int NumberOf(const VELDyadCtxFileCheck& check, std::string_view id) {
     int count = 0;
     for (int i = 1; i <= check.GetNbFindings(); ++i)
         count += check.GetFindingAt(i).id.AsView() == id ? 1 : 0;
@@ -134,8 +124,8 @@ void AddDatabases(const VELDyadCtxFileCheck& check, const Elements& elements,
                   const VELDyadCtxCollector& collector, LossList& losses) {
     if (!IsDbContextEnvironmentOn()) {
         const char* why = "loss.environment-off";
-        losses.Add(NumberIn(check, "database-left-out"), "loss.database", why);
-        losses.Add(NumberIn(check, "associated-left-out"), "loss.associated", why);
+        losses.Add(CountInFinding(check, "database-left-out"), "loss.database", why);
+        losses.Add(CountInFinding(check, "associated-left-out"), "loss.associated", why);
         return;
     }
     if (VELGetEnv(SitesVariable) == nullptr)
@@ -157,9 +147,9 @@ std::vector<Loss> LossesOf(std::string_view input, const VELDyadCtxFileCheck& ch
     losses.Add(markup.instructions, "loss.instruction", "loss.never-written");
     losses.Add(markup.doctypes, "loss.doctype", "loss.never-written");
     losses.Add(elements.attributesOfLinks, "loss.link-attribute", "loss.name-alone");
-    losses.Add(FindingsOf(check, "unknown-attribute") + FindingsOf(check, "unused-attribute"),
+    losses.Add(NumberOf(check, "unknown-attribute") + NumberOf(check, "unused-attribute"),
                "loss.attribute", "loss.not-read");
-    losses.Add(FindingsOf(check, "unknown-element") + FindingsOf(check, "misplaced-element"),
+    losses.Add(NumberOf(check, "unknown-element") + NumberOf(check, "misplaced-element"),
                "loss.element", "loss.not-read");
     return losses.Take();
 }

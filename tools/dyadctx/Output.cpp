@@ -54,7 +54,7 @@ std::string InColor(Paint paint, const std::string& text) {
     return paint == Paint::None || text.empty() ? text : StartOf(paint) + text + "\x1b[0m";
 }
 
-// The library's own message is told word by word.
+// The library's own message stays as it is.
 void Mask(Json& json, std::string_view key = {}) {
     if (json.is_string() && key != "message") {
         const std::string& text = json.get_ref<const std::string&>();

@@ -24,7 +24,7 @@ public:
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
 
-    // A piece of the answer, as it stands.
+    // A piece of the answer, unchanged.
     void Write(std::string_view text);
     // A document as the whole answer, with passwords in URLs masked.
     void WriteJson(Json document);

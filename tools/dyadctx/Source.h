@@ -53,7 +53,7 @@ void SetStandardInputName(const std::string& name);
 // run, and always with places. Of a file that cannot be loaded there are no places.
 Source LoadSource(const std::optional<std::string>& file, Reading reading = Reading::Contexts);
 
-// The same for a command that has no answer without contexts: tells the findings on standard error
+// The same for a command that needs the contexts: otherwise writes the findings to standard error
 // and throws a Failure.
 Source LoadSourceOrFail(const std::optional<std::string>& file, Output& output,
                         Reading reading = Reading::Contexts);

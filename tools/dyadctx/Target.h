@@ -1,4 +1,4 @@
-// Where an answer goes that the user sends to OUT.
+// Writing to OUT.
 #pragma once
 
 #include "tools/dyadctx/Output.h"
@@ -11,7 +11,7 @@ namespace dyadctx::tool {
 // "-" and the system's own names for it.
 bool IsStandardOutput(const std::string& target);
 
-// Puts the content in the place of the file, or into the answer for standard output. Throws a
+// Replaces the file, or writes the content to standard output. Throws a
 // Failure that names the path and the system's reason.
 void WriteTarget(const std::string& target, std::string_view content, Output& output);
 

@@ -1,5 +1,6 @@
 // `write`: a view of a file, written as a context file.
 #include "tools/dyadctx/Command.h"
+#include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Losses.h"
 #include "tools/dyadctx/Source.h"
@@ -85,12 +86,9 @@ void NoteFaultsOf(const std::string& result, Output& output) {
     VELDyadCtxFileCheck check;
     if (check.Run("./result.xml", VELUnicodeString(result)) < 0)
         throw std::bad_alloc();
-    for (int i = 1; i <= check.GetNbFindings(); ++i) {
-        const VELDyadCtxFinding& finding = check.GetFindingAt(i);
-        if (finding.severity == VELDyadCtxSeverity::Error)
-            output.Note(Words("write.refused",
-                              {Visible(finding.text.AsView()), Visible(finding.id.AsView())}));
-    }
+    for (const Finding& error : ErrorsOf(check))
+        output.Note(
+            Words("write.refused", {Visible(error.text.AsView()), Visible(error.id.AsView())}));
 }
 
 ExitStatus Write::Run(Output& output) {

@@ -24,7 +24,7 @@ struct OfferedCommand {
     std::string meaning;
 };
 
-// What may stand behind one command.
+// What may follow one command.
 struct CompletionRow {
     // The names of the command and of those above it: "settings set"; empty for the tool itself.
     std::string path;

@@ -2,6 +2,7 @@
 
 #include "platform/VELMsgCatalog.h"
 #include "tools/dyadctx/Diagnosis.h"
+#include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/EmbeddedFiles.h"
 #include "tools/dyadctx/Suggestion.h"
 #include "trace/VELDyadMessageKeys.h"
@@ -15,16 +16,6 @@ namespace {
 
 // How the keys of the catalog begin; the other ids have no capital letters.
 constexpr std::string_view CatalogPrefix = "Ctx.";
-
-char Lower(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-std::string Lower(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](char one) { return Lower(one); });
-    return lower;
-}
 
 std::string_view WithoutBrackets(std::string_view key) {
     if (key.size() > 2 && key.starts_with('[') && key.ends_with(']'))
@@ -98,19 +89,20 @@ const std::vector<Explanation>& Explanations() {
 }
 
 const Explanation* FindExplanation(std::string_view key) {
-    const std::string wanted = Lower(WithoutBrackets(key));
+    const std::string wanted = InSmallLetters(WithoutBrackets(key));
     const std::vector<Explanation>& all = Explanations();
-    const auto found = std::find_if(
-        all.begin(), all.end(), [&](const Explanation& one) { return Lower(one.key) == wanted; });
+    const auto found = std::find_if(all.begin(), all.end(), [&](const Explanation& one) {
+        return InSmallLetters(one.key) == wanted;
+    });
     return found != all.end() ? &*found : nullptr;
 }
 
 std::string NearestKey(std::string_view key) {
     const std::string_view word = WithoutBrackets(key);
-    const std::string ending = "." + Lower(word);
+    const std::string ending = "." + InSmallLetters(word);
     std::vector<std::string> keys;
     for (const Explanation& explanation : Explanations()) {
-        if (Lower(explanation.key).ends_with(ending))
+        if (InSmallLetters(explanation.key).ends_with(ending))
             return explanation.key;
         keys.push_back(explanation.key);
     }

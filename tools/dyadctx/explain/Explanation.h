@@ -1,7 +1,7 @@
 // What a message or another finding means, and what to do about it.
 //
-// The texts are the files of resources/explanations, whose README tells how they are written. Code
-// in them stands in backquotes.
+// The texts are the files of resources/explanations, whose README says how they are written. Code
+// in them is in backquotes.
 #pragma once
 
 #include <string>
@@ -20,7 +20,7 @@ struct ExplanationExample {
     std::string language;
     // Of a context file: the options of `dyadctx check`.
     std::vector<std::string> options;
-    // Of a context file: whether the program checks it in place of the tool.
+    // Of a context file: whether the program checks it instead of the tool.
     bool byProgram = false;
     // Each line with its line feed.
     std::string text;
@@ -54,7 +54,7 @@ Explanation ParseExplanation(std::string_view key, std::string_view text);
 // All there are, in alphabetical order of the keys.
 const std::vector<Explanation>& Explanations();
 
-// The one for that key, letter case aside; "[KEY]", as it stands behind a finding, will do as well.
+// The one for that key, letter case aside; "[KEY]", as after a finding, will do as well.
 // Null when there is none.
 const Explanation* FindExplanation(std::string_view key);
 

@@ -104,7 +104,7 @@ private:
         paragraph += (paragraph.empty() ? "" : " ") + line_;
     }
 
-    // Behind the fence stand the language and the options.
+    // The language and the options follow the fence.
     void TakeExample(const std::string& information) {
         Require(!explanation_.examples.empty() && explanation_.examples.back().text.empty(),
                 "the example belongs to nothing");

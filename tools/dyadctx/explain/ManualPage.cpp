@@ -35,7 +35,7 @@ constexpr const char* Tail = ".SH SEE ALSO\n"
                              ".BR dyadctx (1),\n"
                              ".BR dyadctx-context (5)\n";
 
-// Code, which stands in backquotes, becomes bold.
+// Code, which is in backquotes, becomes bold.
 std::string Prose(const std::string& paragraph) {
     std::istringstream pieces(paragraph);
     std::string text;

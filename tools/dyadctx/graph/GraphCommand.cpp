@@ -13,7 +13,6 @@
 #include "tools/dyadctx/graph/Graphviz.h"
 #include "tools/dyadctx/graph/MermaidWriter.h"
 #include "tools/dyadctx/graph/SvgWriter.h"
-#include "trace/VELDyadMessageKeys.h"
 
 #include <algorithm>
 #include <array>
@@ -72,12 +71,7 @@ std::string EndingOf(const std::string& name) {
     const std::size_t dot = name.rfind('.');
     if (dot == std::string::npos || dot == 0)
         return "";
-    std::string ending = name.substr(dot);
-    for (char& letter : ending) {
-        if (letter >= 'A' && letter <= 'Z')
-            letter = static_cast<char>(letter - 'A' + 'a');
-    }
-    return ending;
+    return InSmallLetters(name.substr(dot));
 }
 
 std::vector<Example> GraphCommand::Examples() const {
@@ -85,10 +79,6 @@ std::vector<Example> GraphCommand::Examples() const {
              "The whole file as a picture for a browser"},
             {"dyadctx graph site.xml --focus Design --depth 2 --format mermaid",
              "What is at most two links away from Design, for Markdown"}};
-}
-
-bool IsSyntaxError(const Finding& finding) {
-    return finding.id.AsView() == key::XMLSyntaxError;
 }
 
 void GraphCommand::Declare(Arguments& arguments) {
@@ -202,10 +192,9 @@ ExitStatus GraphCommand::DrawFaulty(const Source& source, Output& output) const 
     if (source.status != ExitStatus::NotLoadable)
         FailWith(source, output);
     RunCheck(check, source);
-    const std::vector<Finding> errors = ErrorsOf(check);
-    if (std::any_of(errors.begin(), errors.end(), IsSyntaxError))
+    if (FoundSyntaxError(check))
         FailWith(source, output);
-    for (const Finding& error : errors)
+    for (const Finding& error : ErrorsOf(check))
         output.Remark(FindingLine(source.file, "error", error));
     Draw(GraphToDraw(*check.GetCollector(), &check, output), source.file, output);
     output.Error(Words("graph.partial", {Visible(source.file)}));

@@ -70,7 +70,7 @@ const char* ClassOf(const GraphNode& node) {
     return node.isUnresolved ? "unresolved" : StyleOf(node.kind).name;
 }
 
-// The full name stands in a comment where the box has only a part of it.
+// The full name is in a comment if the box has only a part of it.
 std::string Statement(const GraphNode& node) {
     const std::string name = HeadLine(node);
     std::string text;

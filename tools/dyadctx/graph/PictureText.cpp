@@ -101,7 +101,7 @@ std::string Shortened(const std::string& text, int columns) {
         CountWithin(characters.begin(), characters.end(), columns - 1 - tailColumns);
     std::size_t tail = CountWithin(characters.rbegin(), characters.rend(), tailColumns);
     tail = std::min(tail, characters.size() - head);
-    // A mark that belongs to a letter does not stand at the cut.
+    // The cut is not between a letter and its mark.
     while (tail > 0 && DisplayWidth(characters[characters.size() - tail]) == 0)
         --tail;
     std::string shortened;

@@ -1,4 +1,4 @@
-// The texts of a picture: what stands in a box, what a tooltip says, and how much room it takes.
+// The texts of a picture: in boxes and tooltips, and how much room they take.
 #pragma once
 
 #include "tools/dyadctx/graph/GraphModel.h"

@@ -12,7 +12,7 @@ namespace dyadctx::tool {
 // The text as content of an element or of a quoted attribute. What XML cannot hold is replaced.
 std::string XmlEscaped(std::string_view text);
 
-// With at most one digit behind the point.
+// With at most one digit after the point.
 std::string SvgNumber(double value);
 
 struct Rectangle {

@@ -66,7 +66,7 @@ CommandNode NodeOf(const CLI::App& app) {
     node.name = app.get_name();
     node.summary = app.get_description();
     for (const CLI::Option* option : app.get_options()) {
-        // Every command takes it; it is told once, at the top.
+        // Every command takes it; it is listed once, at the top.
         if (option == app.get_help_ptr() && app.get_parent() != nullptr)
             continue;
         std::vector<Argument>& kind = option->get_positional() ? node.values : node.options;

@@ -18,7 +18,7 @@ struct Argument {
     // Those words; empty where any text goes.
     std::vector<std::string> words;
     std::string meaning;
-    // What holds without it; empty where the meaning tells.
+    // What holds without it; empty if the meaning says so.
     std::string preset;
     bool isRequired = false;
     bool isRepeatable = false;
@@ -27,7 +27,7 @@ struct Argument {
 struct CommandNode {
     std::string name;
     std::string summary;
-    // What stands behind the name on the usage line.
+    // What follows the name on the usage line.
     std::string synopsis;
     std::vector<Argument> values;
     std::vector<Argument> options;

@@ -42,7 +42,7 @@ std::vector<std::string> WordsIn(const std::string& text) {
     return words;
 }
 
-// The pieces of a synopsis that are not torn apart: words, and what stands in brackets.
+// The pieces of a synopsis that are not torn apart: words, and what is in brackets.
 std::vector<std::string> PiecesOf(const std::string& synopsis) {
     std::vector<std::string> pieces;
     int depth = 0;

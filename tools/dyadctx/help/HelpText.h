@@ -19,13 +19,13 @@ struct StatusMeaning {
 std::span<const StatusMeaning> StatusMeanings() noexcept;
 
 // "dyadctx list [FILE] ...", broken so that it fits a terminal; a continued line is indented.
-// `heading` stands before it.
+// `heading` comes before it.
 std::string UsageLine(const std::string& heading, const std::string& command,
                       const std::string& synopsis);
 
-// What stands on the left of an option or a value: "-o, --output OUT".
+// The left side of an option or a value: "-o, --output OUT".
 std::string LabelOf(const Argument& argument);
-// Its meaning, with what the parser knows besides: the default, and whether it can stand again.
+// Its meaning, with what the parser knows besides: the default, and whether it can be repeated.
 std::string MeaningOf(const Argument& argument);
 
 // The help of the tool for an empty path, else that of the command, each after the one it is below.

@@ -109,7 +109,7 @@ std::string StatusItems() {
     return text + ".El\n";
 }
 
-// In place of the line that is the mark.
+// Replaces the line that is the mark.
 void Put(std::string& page, const std::string& mark, const std::string& text) {
     const std::size_t at = page.find(mark + "\n");
     if (at == std::string::npos)
@@ -117,7 +117,7 @@ void Put(std::string& page, const std::string& mark, const std::string& text) {
     page.replace(at, mark.size() + 1, text);
 }
 
-// In place of every mark.
+// Replaces every mark.
 void PutEverywhere(std::string& page, const std::string& mark, const std::string& text) {
     for (std::size_t at = page.find(mark); at != std::string::npos;
          at = page.find(mark, at + text.size()))

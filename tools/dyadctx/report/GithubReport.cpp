@@ -10,16 +10,11 @@ namespace {
 
 // A command ends with its line, and "%" begins an escape; in a property "," and ":" mean something.
 std::string Escaped(std::string_view text, bool isProperty) {
-    constexpr std::string_view Hexadecimal = "0123456789ABCDEF";
     const std::string_view special = isProperty ? "%\r\n:," : "%\r\n";
     std::string escaped;
     for (const char letter : text) {
-        if (special.find(letter) == std::string_view::npos) {
-            escaped.push_back(letter);
-            continue;
-        }
-        const auto code = static_cast<unsigned char>(letter);
-        escaped += {'%', Hexadecimal[code / 16U], Hexadecimal[code % 16U]};
+        const bool isSpecial = special.find(letter) != std::string_view::npos;
+        escaped += isSpecial ? PercentEscape(letter) : std::string(1, letter);
     }
     return escaped;
 }
@@ -52,6 +47,12 @@ std::string CommandFor(const std::string& file, const Finding& finding) {
 }
 
 } // namespace
+
+std::string PercentEscape(char letter) {
+    constexpr std::string_view Hexadecimal = "0123456789ABCDEF";
+    const auto code = static_cast<unsigned char>(letter);
+    return {'%', Hexadecimal[code / 16U], Hexadecimal[code % 16U]};
+}
 
 std::string GithubReport(const std::vector<CheckedFile>& files) {
     std::string report;

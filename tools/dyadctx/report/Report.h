@@ -18,6 +18,9 @@ struct CheckedFile {
     std::size_t vanishing = 0;
 };
 
+// "%2F" for "/".
+std::string PercentEscape(char letter);
+
 // Without consequences, which do not count.
 std::size_t CountOf(const CheckedFile& file, Severity severity);
 

@@ -26,16 +26,11 @@ bool IsPlain(char letter) {
 
 // A relative reference for a relative path, so that the report means the same on another machine.
 std::string UriOf(std::string_view path) {
-    constexpr std::string_view Hexadecimal = "0123456789ABCDEF";
     std::string uri = path.starts_with('/') ? "file://" : "";
     for (char letter : path) {
         if (letter == '\\')
             letter = '/';
-        const auto code = static_cast<unsigned char>(letter);
-        if (IsPlain(letter))
-            uri.push_back(letter);
-        else
-            uri += {'%', Hexadecimal[code / 16U], Hexadecimal[code % 16U]};
+        uri += IsPlain(letter) ? std::string(1, letter) : PercentEscape(letter);
     }
     return uri;
 }

@@ -69,7 +69,7 @@ File MakeTemporaryFile() {
 
 } // namespace
 
-// Files in place of pipes: neither side ever waits for the other.
+// Files instead of pipes: neither side ever waits for the other.
 GraphvizAnswer DrawWithGraphviz(const std::string& dot) {
     const File input = MakeTemporaryFile();
     const File output = MakeTemporaryFile();
