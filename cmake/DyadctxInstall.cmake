@@ -25,6 +25,10 @@ install(FILES
   ${schema_folder}/dyadctx-context.xsd
   DESTINATION ${CMAKE_INSTALL_DATADIR}/dyadctx/schema)
 
+if(WIN32)
+  include(DyadctxPackage)
+endif()
+
 if(TARGET dyadctx_tool)
   install(TARGETS dyadctx_tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(FILES ${PROJECT_SOURCE_DIR}/resources/man/dyadctx-context.5

@@ -4,6 +4,8 @@
 #if defined(_WIN32)
 #if defined(DYADCTX_BUILDING)
 #define VELDYADCTX_EXPORT __declspec(dllexport)
+#elif defined(DYADCTX_LINKED_STATICALLY)
+#define VELDYADCTX_EXPORT
 #else
 #define VELDYADCTX_EXPORT __declspec(dllimport)
 #endif
@@ -19,7 +21,7 @@
 #endif
 
 // Lets the compiler check printf-like arguments against their format.
-#if defined(__MINGW32__)
+#if defined(__MINGW32__) && !defined(__clang__)
 #define VELDYADCTX_PRINTF(formatPos, firstArgPos)                                                  \
     __attribute__((format(gnu_printf, formatPos, firstArgPos)))
 #elif defined(__GNUC__)
