@@ -1,16 +1,16 @@
 #include "platform/detail/FileRefusal.h"
 
+#include "platform/detail/SystemMessage.h"
+
 #include <exception>
 #include <string>
-#include <system_error>
 
 namespace dyadctx {
 
 namespace {
 
 std::string ReasonOf(const Refusal& result) {
-    std::string system =
-        result.code != 0 ? std::system_category().message(result.code) : std::string();
+    std::string system = result.code != 0 ? SystemMessage(result.code) : std::string();
     if (result.what == nullptr)
         return system;
     return system.empty() ? result.what : std::string(result.what) + " (" + system + ")";

@@ -6,6 +6,7 @@
 #include "platform/detail/NativePath.h"
 #include "platform/detail/SettingsLock.h"
 #include "platform/detail/SettingsText.h"
+#include "platform/detail/SystemMessage.h"
 
 #include <algorithm>
 #include <string_view>
@@ -29,8 +30,7 @@ bool IsPlainName(std::string_view name) {
 
 // The system's reason if it has one, else ours.
 VELSettingRefusal RefusalOf(Kind kind, std::string_view what, int code = 0) {
-    return {kind,
-            VELUnicodeString(code != 0 ? std::system_category().message(code) : std::string(what))};
+    return {kind, VELUnicodeString(code != 0 ? SystemMessage(code) : std::string(what))};
 }
 
 bool MeansNoFile(int code) {
@@ -62,7 +62,8 @@ VELUnicodeString SettingsFilePath(const VELUnicodeString& repository) {
     VELUnicodeString path = FindSettingsFolder().path;
     if (path.IsEmpty() || !IsPlainName(repository.AsView()))
         return {};
-    path.Append("/").Append(repository).Append(FileEnding);
+    const char separator = SystemSeparator();
+    path.Append(std::string_view(&separator, 1)).Append(repository).Append(FileEnding);
     return path;
 }
 

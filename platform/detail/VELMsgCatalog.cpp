@@ -21,8 +21,13 @@ using dyadctx::MessageTexts;
 // Nothing here may depend on initialisation order: a message can be requested while other static
 // objects are constructed.
 constinit std::atomic<VELMsgCatalogSource*> hostSource{nullptr};
-constinit std::mutex textsMutex;
 constinit std::shared_ptr<const MessageTexts> currentTexts;
+
+// Made when it is first asked for, as not every system has a mutex that is a constant.
+std::mutex& TextsMutex() {
+    static std::mutex mutex;
+    return mutex;
+}
 
 VELUnicodeString OverridingFolder() {
     return VELUnicodeString(VELGetEnv("VELMessageCatalogPath"));
@@ -34,7 +39,7 @@ std::shared_ptr<const MessageTexts> LoadTexts(const std::string& languageTag) {
 }
 
 std::shared_ptr<const MessageTexts> CurrentTexts() {
-    const std::lock_guard lock(textsMutex);
+    const std::lock_guard lock(TextsMutex());
     if (!currentTexts)
         currentTexts = LoadTexts(dyadctx::RequestedLanguage());
     return currentTexts;
@@ -117,7 +122,7 @@ VELMsgCatalogSource& VELMsgCatalog::BuiltInSource() noexcept {
 void VELMsgCatalog::SetLanguage(const char* tag) {
     try {
         auto texts = LoadTexts(tag != nullptr ? tag : dyadctx::RequestedLanguage());
-        const std::lock_guard lock(textsMutex);
+        const std::lock_guard lock(TextsMutex());
         currentTexts.swap(texts);
     } catch (const std::exception&) {
         // The language is unchanged.

@@ -29,9 +29,8 @@ bool FileReader::Open(const VELUnicodeString& path) {
     failure_ = native ? 0 : ERROR_INVALID_NAME;
     if (!native || Fails(VELGetFileInfo(path, info)) || info.mode != VELFileInfo::RegularFile)
         return false;
-    Handle file(CreateFileW(native->c_str(), GENERIC_READ,
-                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                            OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    Handle file(CreateFileW(native->c_str(), GENERIC_READ, ShareAll, nullptr, OPEN_EXISTING,
+                            FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
     LARGE_INTEGER size{};
     if (Fails(file.IsOpen() ? 0 : -1) || GetFileType(file.Get()) != FILE_TYPE_DISK ||
         Fails(GetFileSizeEx(file.Get(), &size) != 0 ? 0 : -1))

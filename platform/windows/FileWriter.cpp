@@ -17,8 +17,10 @@ namespace {
 using Kind = Refusal::Kind;
 
 constexpr int MostAttempts = 100;
+// Milliseconds to wait for others that have the file open: 15, 30, 60, ... and 945 in all.
+constexpr DWORD FirstPause = 15;
+constexpr DWORD LongestWait = 1000;
 constexpr std::size_t LargestWrite = std::size_t{1} << 30;
-constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 struct Target {
     std::wstring path;
@@ -85,14 +87,10 @@ Refusal OpenDevice(Target& target) {
 
 // The path of an existing file with links followed.
 Refusal FollowLinks(HANDLE file, std::wstring& path) {
-    const DWORD needed = GetFinalPathNameByHandleW(file, nullptr, 0, FILE_NAME_NORMALIZED);
-    std::wstring found(needed, L'\0');
-    const DWORD length =
-        GetFinalPathNameByHandleW(file, found.data(), needed, FILE_NAME_NORMALIZED);
-    if (length == 0 || length >= needed)
+    auto found = FinalPath(file);
+    if (!found)
         return SystemRefusal(Kind::PathNotUsable);
-    found.resize(length);
-    path.swap(found);
+    path.swap(*found);
     return {};
 }
 
@@ -106,7 +104,7 @@ Refusal LookAtExisting(HANDLE file, Target& target) {
         return {Kind::NotReplaceable, 0, "it is a folder"};
     const Handle writable(CreateFileW(target.path.c_str(), FILE_WRITE_DATA, ShareAll, nullptr,
                                       OPEN_EXISTING, 0, nullptr));
-    if (!writable.IsOpen())
+    if (!writable.IsOpen() && GetLastError() != ERROR_SHARING_VIOLATION)
         return SystemRefusal(Kind::NotPermitted);
     target.exists = true;
     return FollowLinks(file, target.path);
@@ -117,10 +115,11 @@ Refusal LookAt(const VELUnicodeString& path, Target& target) {
     auto native = WidePath(path.AsView());
     if (!native || native->empty() || native->back() == L'\\')
         return {Kind::PathNotUsable, ERROR_INVALID_NAME};
-    target.path.swap(*native);
-    const DWORD standard = StandardStream(target.path);
+    const DWORD standard = StandardStream(*native);
     if (standard != 0)
         return OpenStandardStream(standard, target);
+    // "D:a.xml" is in the current folder of that drive, and so is what is written beside it.
+    target.path = FullPath(*native);
     if (IsDeviceName(target.path))
         return OpenDevice(target);
     const Handle file(CreateFileW(target.path.c_str(), 0, ShareAll, nullptr, OPEN_EXISTING,
@@ -188,13 +187,32 @@ Refusal TemporaryFile::Finish() {
 }
 
 // Replacing an existing file keeps its owner, rights and attributes.
+bool MoveOver(const std::wstring& from, const Target& target) {
+    if (target.exists && ReplaceFileW(target.path.c_str(), from.c_str(), nullptr,
+                                      REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) != 0)
+        return true;
+    // A former file that was moved away already leaves its name to the new one.
+    const bool isNameFree = !target.exists || GetLastError() == ERROR_UNABLE_TO_MOVE_REPLACEMENT_2;
+    return isNameFree &&
+           MoveFileExW(from.c_str(), target.path.c_str(), MOVEFILE_WRITE_THROUGH) != 0;
+}
+
+bool IsHeldByOthers(DWORD code) {
+    return code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION ||
+           code == ERROR_ACCESS_DENIED || code == ERROR_UNABLE_TO_REMOVE_REPLACED;
+}
+
+// A scanner for viruses or an indexer has a file for a moment only; an editor keeps it.
 Refusal TemporaryFile::Become(const Target& target) {
-    const BOOL done =
-        target.exists
-            ? ReplaceFileW(target.path.c_str(), path_.c_str(), nullptr, 0, nullptr, nullptr)
-            : MoveFileExW(path_.c_str(), target.path.c_str(), MOVEFILE_WRITE_THROUGH);
-    if (done == 0)
-        return SystemRefusal(Kind::NotWritten);
+    DWORD pause = FirstPause;
+    for (DWORD waited = 0; !MoveOver(path_, target); waited += pause, pause *= 2) {
+        const DWORD code = GetLastError();
+        if (!IsHeldByOthers(code))
+            return SystemRefusal(Kind::NotWritten);
+        if (waited + pause > LongestWait)
+            return {Kind::NotReplaceable, static_cast<int>(code), "another program has it open"};
+        Sleep(pause);
+    }
     path_.clear();
     return {};
 }

@@ -5,14 +5,19 @@
 #include <array>
 #include <cwchar>
 #include <cwctype>
-#include <filesystem>
-#include <system_error>
 
 namespace dyadctx {
 
 namespace {
 
 constexpr DWORD LongestWait = 5000;
+
+// One spelling for each folder; that of the caller where the system has none.
+std::wstring FinalPathOf(const std::wstring& folder) {
+    const Handle opened(CreateFileW(folder.c_str(), 0, ShareAll, nullptr, OPEN_EXISTING,
+                                    FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    return opened.IsOpen() ? FinalPath(opened.Get()).value_or(folder) : folder;
+}
 
 // One mutex per folder, ignoring case.
 std::wstring MutexNameOf(const std::wstring& folder) {
@@ -25,6 +30,30 @@ std::wstring MutexNameOf(const std::wstring& folder) {
     return name.data();
 }
 
+bool IsFolder(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+int MakeFolders(std::wstring path) {
+    while (path.ends_with(L'\\'))
+        path.pop_back();
+    if (IsFolder(path) || CreateDirectoryW(path.c_str(), nullptr) != 0)
+        return 0;
+    const auto code = static_cast<int>(GetLastError());
+    const std::size_t parent = path.find_last_of(L'\\');
+    // Another process may have made it meanwhile.
+    if (code == ERROR_ALREADY_EXISTS && IsFolder(path))
+        return 0;
+    if (code != ERROR_PATH_NOT_FOUND || parent == std::wstring::npos)
+        return code;
+    if (const int failed = MakeFolders(path.substr(0, parent)))
+        return failed;
+    return CreateDirectoryW(path.c_str(), nullptr) != 0 || IsFolder(path)
+               ? 0
+               : static_cast<int>(GetLastError());
+}
+
 } // namespace
 
 SettingsLock::SettingsLock(const VELUnicodeString& folder) {
@@ -33,7 +62,7 @@ SettingsLock::SettingsLock(const VELUnicodeString& folder) {
         code_ = ERROR_INVALID_NAME;
         return;
     }
-    const HANDLE mutex = CreateMutexW(nullptr, FALSE, MutexNameOf(*native).c_str());
+    const HANDLE mutex = CreateMutexW(nullptr, FALSE, MutexNameOf(FinalPathOf(*native)).c_str());
     if (mutex == nullptr) {
         code_ = static_cast<int>(GetLastError());
         return;
@@ -57,10 +86,7 @@ SettingsLock::~SettingsLock() {
 
 int MakeSettingsFolder(const VELUnicodeString& folder) {
     const auto native = WidePath(folder.AsView());
-    std::error_code error;
-    if (native)
-        std::filesystem::create_directories(std::filesystem::path(*native), error);
-    return native ? error.value() : ERROR_INVALID_NAME;
+    return native ? MakeFolders(*native) : ERROR_INVALID_NAME;
 }
 
 } // namespace dyadctx

@@ -24,8 +24,7 @@ TraceHandle OpenTraceFile(const VELUnicodeString& path) noexcept {
         const auto wide = WidePath(path.AsView());
         if (!wide)
             return NoTraceHandle;
-        constexpr DWORD sharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-        return TraceHandleOf(CreateFileW(wide->c_str(), FILE_APPEND_DATA, sharing, nullptr,
+        return TraceHandleOf(CreateFileW(wide->c_str(), FILE_APPEND_DATA, ShareAll, nullptr,
                                          OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     } catch (const std::exception&) {
         return NoTraceHandle;

@@ -9,7 +9,6 @@ namespace {
 constexpr int Failed = -1;
 constexpr int MayWrite = 2;
 constexpr int MayRead = 4;
-constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 // Names such as "\\.\pipe\x": opening one can already wake another process.
 bool IsDeviceName(const std::wstring& path) {
@@ -20,7 +19,7 @@ bool IsDeviceName(const std::wstring& path) {
 HANDLE OpenExisting(const std::wstring& path, DWORD access) {
     if (IsDeviceName(path))
         return INVALID_HANDLE_VALUE;
-    return CreateFileW(path.c_str(), access, ShareAll, nullptr, OPEN_EXISTING,
+    return CreateFileW(path.c_str(), access, dyadctx::ShareAll, nullptr, OPEN_EXISTING,
                        FILE_FLAG_BACKUP_SEMANTICS, nullptr);
 }
 

@@ -20,8 +20,18 @@ std::optional<std::wstring> WideText(std::string_view text);
 // UTF-16 to UTF-8; malformed parts become the replacement character.
 std::string Utf8Text(std::wstring_view text);
 
-// The path for file calls; nothing if they cannot name it.
+// The path for file calls; nothing if they cannot name it, or if it is the name of a device of old:
+// NUL, CON, or con.xml in any folder. A long one is made absolute and begins with "\\?\", as file
+// calls do not take it otherwise.
 std::optional<std::wstring> WidePath(std::string_view path);
+
+// From the root of its drive, or of the current folder where it names none.
+std::wstring FullPath(const std::wstring& path);
+
+// The path of an open file or folder with links followed; nothing if the system does not tell.
+std::optional<std::wstring> FinalPath(HANDLE file);
+
+constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 // A handle, closed at the end of its scope.
 class Handle {
