@@ -3,6 +3,7 @@
 #include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Suggestion.h"
+#include "tools/dyadctx/SystemServices.h"
 #include "tools/dyadctx/Words.h"
 #include "tools/dyadctx/report/Report.h"
 
@@ -121,8 +122,10 @@ Severity Check::LowestFailing() const {
 ExitStatus Check::Run(Output& output) {
     RefuseUnknownKinds();
     std::vector<CheckedFile> files;
-    for (const std::string& file : files_)
-        files.push_back(CheckOne(file));
+    for (const std::string& word : files_) {
+        for (const std::string& file : FilesNamed(word))
+            files.push_back(CheckOne(file));
+    }
     if (files_.empty())
         files.push_back(CheckOne(std::nullopt));
     for (Finding& finding : VariablesWithoutEffect(!files_.empty())) {

@@ -63,6 +63,8 @@ CommandLine::CommandLine() : app_(Description, Program) {
 }
 
 void CommandLine::Declare() {
+    // On every system a word that begins with "/" is a path.
+    app_.allow_windows_style_options(false);
     DeclareCommonOptions();
     app_.require_subcommand(1);
     for (const std::unique_ptr<Command>& command : commands_) {
@@ -159,8 +161,7 @@ CommandLine::WithFormatAfterCommand(std::vector<std::string> arguments) const {
     return before;
 }
 
-bool CommandLine::Read(int argc, char** argv) {
-    const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+bool CommandLine::Read(const std::vector<std::string>& arguments) {
     std::vector<std::string> spread =
         WithNameBeforeEachValue(WithFormatAfterCommand(arguments), "--id");
     // The parser takes them from the back.

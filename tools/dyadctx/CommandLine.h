@@ -15,9 +15,10 @@ class CommandLine {
 public:
     CommandLine();
 
-    // Reads the arguments and puts the common options into force. Throws a Failure for wrong usage;
-    // false when the user asked for help or the version, which is then in Text().
-    bool Read(int argc, char** argv);
+    // Reads the arguments, without the program, and puts the common options into force. Throws a
+    // Failure for wrong usage; false when the user asked for help or the version, which is then in
+    // Text().
+    bool Read(const std::vector<std::string>& arguments);
 
     // ---- After Read ----------------------------------------------------------------------------
     Command& Chosen() const;

@@ -7,6 +7,7 @@
 #include "tools/dyadctx/ContextFacts.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/FileChoiceText.h"
+#include "tools/dyadctx/Paths.h"
 #include "tools/dyadctx/Source.h"
 #include "tools/dyadctx/Suggestion.h"
 #include "tools/dyadctx/SystemServices.h"
@@ -157,7 +158,7 @@ std::string AgainstCatalogFolder(const std::string& value) {
     for (; entry != std::filesystem::directory_iterator(); entry.increment(failed)) {
         if (failed)
             break;
-        if (IsCatalog(entry->path().filename().string()))
+        if (IsCatalog(TextOf(entry->path().filename())))
             return "";
     }
     return Words("idle.no-catalog", {key::Catalog});

@@ -1,6 +1,7 @@
 // The command-line tool: see `dyadctx --help`.
 #include "tools/dyadctx/CommandLine.h"
 #include "tools/dyadctx/Output.h"
+#include "tools/dyadctx/SystemServices.h"
 #include "tools/dyadctx/Words.h"
 
 #include <cstdio>
@@ -8,6 +9,7 @@
 #include <exception>
 #include <new>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -40,10 +42,11 @@ int Answer(CommandLine& commandLine) {
     }
 }
 
-int Run(int argc, char** argv) {
+int Run(const std::vector<std::string>& arguments) {
+    const Console console;
     CommandLine commandLine;
     try {
-        if (commandLine.Read(argc, argv))
+        if (commandLine.Read(arguments))
             return Answer(commandLine);
     } catch (const Failure& failure) {
         Output output(ColorChoice::Auto, false);
@@ -71,7 +74,7 @@ int InternalError(const char* reason) {
 int main(int argc, char** argv) {
     std::set_terminate(EndAtOnce);
     try {
-        return Run(argc, argv);
+        return Run(ArgumentsOf(argc, argv));
     } catch (const std::bad_alloc&) {
         return InternalError("out of memory");
     } catch (const std::exception& error) {

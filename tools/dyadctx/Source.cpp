@@ -6,6 +6,7 @@
 #include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/FileChoiceText.h"
+#include "tools/dyadctx/Paths.h"
 #include "tools/dyadctx/SystemServices.h"
 #include "tools/dyadctx/Words.h"
 
@@ -209,7 +210,11 @@ std::vector<Finding> WithPlaces(const Source& source) {
 } // namespace
 
 std::string WithFolder(const std::string& file) {
-    return file.find_first_of("/\\") == std::string::npos ? "./" + file : file;
+    if (file.find_first_of("/\\") != std::string::npos)
+        return file;
+    // On Windows "D:site.xml" lies in the current folder of that drive.
+    const std::string drive = TextOf(NativePath(file).root_name());
+    return drive + "./" + file.substr(drive.size());
 }
 
 void SetStandardInputName(const std::string& name) {

@@ -1,12 +1,35 @@
 // What the tool asks of the operating system beyond the platform services of the library.
 #pragma once
 
+#include <array>
 #include <cstdio>
-#include <filesystem>
 #include <string>
 #include <vector>
 
 namespace dyadctx::tool {
+
+// The arguments of the program without its name, in UTF-8.
+std::vector<std::string> ArgumentsOf(int argc, char** argv);
+
+// The files that a word of the command line names: itself, or what its `*` and `?` stand for, in
+// the order of the alphabet, where that is left to the program and no file has that very name.
+std::vector<std::string> FilesNamed(const std::string& word);
+
+// Readies the standard streams for UTF-8, and a terminal for colours; as they were at the end.
+class Console {
+public:
+    Console() noexcept;
+    ~Console();
+    Console(const Console&) = delete;
+    Console& operator=(const Console&) = delete;
+
+private:
+    struct Former {
+        unsigned int page = 0;
+        std::array<unsigned long, 2> modes{};
+    };
+    Former former_;
+};
 
 // Sets an environment variable of this process, where the library sees it.
 void SetEnvironment(const std::string& name, const std::string& value);
@@ -22,8 +45,5 @@ std::FILE* TakeStandardOutput();
 std::string ReadStandardInput();
 
 bool IsTerminal(std::FILE* stream);
-
-// A path as the library reads it, in which both separators separate.
-std::filesystem::path NativePath(const std::string& path);
 
 } // namespace dyadctx::tool

@@ -5,12 +5,12 @@
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/FileChoiceText.h"
 #include "tools/dyadctx/IdleVariables.h"
+#include "tools/dyadctx/Paths.h"
 #include "tools/dyadctx/Words.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <filesystem>
 
 namespace dyadctx::tool {
 
@@ -43,14 +43,6 @@ int LineOfAttribute(const Candidate& candidate) {
 std::string FileOf(const VELDyadCtxFileChoice& choice) {
     unsigned char isDefault = 0;
     return ToText(choice.GetFile(isDefault));
-}
-
-// The library takes both separators on every system; other programs do not.
-std::string InSystemForm(std::string path) {
-    constexpr auto separator = static_cast<char>(std::filesystem::path::preferred_separator);
-    std::replace(path.begin(), path.end(), '\\', separator);
-    std::replace(path.begin(), path.end(), '/', separator);
-    return path;
 }
 
 std::vector<IdleVariable> VariablesOf(const VELDyadCtxFileChoice& choice) {

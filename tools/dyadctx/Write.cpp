@@ -3,8 +3,8 @@
 #include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Losses.h"
+#include "tools/dyadctx/Paths.h"
 #include "tools/dyadctx/Source.h"
-#include "tools/dyadctx/SystemServices.h"
 #include "tools/dyadctx/Target.h"
 #include "tools/dyadctx/Words.h"
 

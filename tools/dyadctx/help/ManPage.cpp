@@ -1,6 +1,7 @@
 // `man-page`: fills the frame of the manual page with what the command line takes. The build runs
 // it.
 #include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/Paths.h"
 #include "tools/dyadctx/help/HelpText.h"
 #include "tools/dyadctx/help/Roff.h"
 
@@ -134,7 +135,7 @@ std::string DefaultFile() {
 }
 
 std::string ReadFrame(const std::string& file) {
-    std::ifstream in(file, std::ios::binary);
+    std::ifstream in(NativePath(file), std::ios::binary);
     std::string text{std::istreambuf_iterator<char>(in), {}};
     if (!in)
         throw Failure(ExitStatus::NoFile, Visible(file) + " cannot be read");

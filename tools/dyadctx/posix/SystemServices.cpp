@@ -21,6 +21,19 @@ namespace {
 
 } // namespace
 
+std::vector<std::string> ArgumentsOf(int argc, char** argv) {
+    return {argv + (argc > 0 ? 1 : 0), argv + argc};
+}
+
+// The shell has done it.
+std::vector<std::string> FilesNamed(const std::string& word) {
+    return {word};
+}
+
+Console::Console() noexcept = default;
+
+Console::~Console() = default;
+
 void SetEnvironment(const std::string& name, const std::string& value) {
     if (setenv(name.c_str(), value.c_str(), 1) != 0)
         ThrowSystemError();
@@ -65,12 +78,6 @@ std::string ReadStandardInput() {
 
 bool IsTerminal(std::FILE* stream) {
     return isatty(fileno(stream)) == 1;
-}
-
-std::filesystem::path NativePath(const std::string& path) {
-    std::string native = path;
-    std::replace(native.begin(), native.end(), '\\', '/');
-    return native;
 }
 
 } // namespace dyadctx::tool

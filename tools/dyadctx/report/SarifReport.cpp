@@ -24,9 +24,14 @@ bool IsPlain(char letter) {
            std::string_view("-._~/").find(letter) != std::string_view::npos;
 }
 
+bool IsSeparator(char letter) {
+    return letter == '/' || letter == '\\';
+}
+
 // A relative reference for a relative path, so that the report means the same on another machine.
 std::string UriOf(std::string_view path) {
-    std::string uri = path.starts_with('/') ? "file://" : "";
+    const bool hasDrive = path.size() > 2 && path[1] == ':' && IsSeparator(path[2]);
+    std::string uri = path.starts_with('/') ? "file://" : hasDrive ? "file:///" : "";
     for (char letter : path) {
         if (letter == '\\')
             letter = '/';

@@ -11,9 +11,13 @@
 #include <io.h>
 #include <windows.h>
 
+#include <shellapi.h>
+
 namespace dyadctx::tool {
 
 namespace {
+
+constexpr std::array<DWORD, 2> OutputStreams{STD_OUTPUT_HANDLE, STD_ERROR_HANDLE};
 
 std::wstring Wide(const std::string& text) {
     const int size = static_cast<int>(text.size());
@@ -36,7 +40,74 @@ std::string Narrow(std::wstring_view text) {
     throw std::system_error(static_cast<int>(GetLastError()), std::system_category());
 }
 
+// Without this, each line end becomes two characters.
+void MakeBinary(std::FILE* stream) {
+    _setmode(_fileno(stream), _O_BINARY);
+}
+
+struct SearchCloser {
+    void operator()(HANDLE search) const noexcept { FindClose(search); }
+};
+
+// No file has one of these in its name.
+bool HasWildcard(const std::string& word) {
+    return word.find_first_of("*?") != std::string::npos;
+}
+
 } // namespace
+
+// Those of `main` are in the code page of the user, which cannot name every file.
+std::vector<std::string> ArgumentsOf(int, char**) {
+    int count = 0;
+    const std::unique_ptr<wchar_t*, decltype(&LocalFree)> words(
+        CommandLineToArgvW(GetCommandLineW(), &count), LocalFree);
+    if (words == nullptr)
+        ThrowSystemError();
+    std::vector<std::string> arguments;
+    for (int i = 1; i < count; ++i)
+        arguments.push_back(Narrow(words.get()[i]));
+    return arguments;
+}
+
+std::vector<std::string> FilesNamed(const std::string& word) {
+    if (!HasWildcard(word))
+        return {word};
+    const std::string folder = word.substr(0, word.find_last_of("/\\:") + 1);
+    WIN32_FIND_DATAW entry;
+    const HANDLE first = FindFirstFileW(Wide(word).c_str(), &entry);
+    if (first == INVALID_HANDLE_VALUE)
+        return {word};
+    const std::unique_ptr<void, SearchCloser> search(first);
+    std::vector<std::string> files;
+    do {
+        if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
+            files.push_back(folder + Narrow(entry.cFileName));
+    } while (FindNextFileW(search.get(), &entry) != 0);
+    std::sort(files.begin(), files.end());
+    return files.empty() ? std::vector{word} : files;
+}
+
+Console::Console() noexcept {
+    MakeBinary(stdout);
+    MakeBinary(stderr);
+    former_.page = GetConsoleOutputCP();
+    if (former_.page != 0)
+        SetConsoleOutputCP(CP_UTF8);
+    for (std::size_t i = 0; i < OutputStreams.size(); ++i) {
+        const HANDLE stream = GetStdHandle(OutputStreams[i]);
+        if (GetConsoleMode(stream, &former_.modes[i]) != 0)
+            SetConsoleMode(stream, former_.modes[i] | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+    }
+}
+
+Console::~Console() {
+    for (std::size_t i = 0; i < OutputStreams.size(); ++i) {
+        if (former_.modes[i] != 0)
+            SetConsoleMode(GetStdHandle(OutputStreams[i]), former_.modes[i]);
+    }
+    if (former_.page != 0)
+        SetConsoleOutputCP(former_.page);
+}
 
 void SetEnvironment(const std::string& name, const std::string& value) {
     if (SetEnvironmentVariableW(Wide(name).c_str(), Wide(value).c_str()) == 0)
@@ -62,7 +133,9 @@ std::FILE* TakeStandardOutput() {
     std::FILE* stream = answer < 0 ? nullptr : _fdopen(answer, "wb");
     if (stream == nullptr)
         return stdout;
+    MakeBinary(stream);
     _dup2(2, 1);
+    MakeBinary(stdout);
     return stream;
 }
 
@@ -82,11 +155,9 @@ std::string ReadStandardInput() {
 }
 
 bool IsTerminal(std::FILE* stream) {
-    return _isatty(_fileno(stream)) != 0;
-}
-
-std::filesystem::path NativePath(const std::string& path) {
-    return Wide(path);
+    DWORD mode = 0;
+    const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
+    return GetConsoleMode(handle, &mode) != 0 && (mode & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
 } // namespace dyadctx::tool
