@@ -2,6 +2,9 @@
 #   DYADCTX_EXPAT_SOURCE   the folder with lib/expat.h
 
 set(DYADCTX_EXPAT_SOURCE "" CACHE PATH "Source of Expat to build in; empty: the installed one")
+if(TARGET EXPAT::EXPAT)
+  return()
+endif()
 if(NOT DYADCTX_EXPAT_SOURCE)
   find_package(EXPAT REQUIRED)
   return()

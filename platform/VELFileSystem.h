@@ -64,7 +64,7 @@ struct VELFileRefusal {
 //   descriptor of this process (/dev/stdout, /dev/stderr, /dev/fd/N, /proc/self/fd/N), at its own
 //   offset, bypassing what a stream of the process still buffers. What was written before a failure
 //   cannot be undone. A reader that goes away raises no signal.
-// - On Windows a file keeps its access list and attributes; while another program has it open, it is
-//   tried again for up to a second. Names of old devices (NUL, con.xml) are refused.
+// - On Windows a file keeps its access list and attributes; while another program has it
+//   open, it is tried again for up to a second. Names of old devices (NUL, con.xml) are refused.
 VELDYADCTX_EXPORT VELResult VELReplaceFile(const VELUnicodeString& path, std::string_view content,
                                            VELFileRefusal* refusal = nullptr) noexcept;

@@ -33,7 +33,7 @@ TEST_F(HostCallbacks, TheWriterWritesTheFriendsThatAreLeft) {
             }
         });
         // One of the three contexts of the view is missing in the end.
-        EXPECT_EQ(Collector().Stream((folder.Path() / "out.xml").c_str(), message), E_FAIL);
+        EXPECT_EQ(Collector().Stream(folder.PathOf("out.xml").c_str(), message), E_FAIL);
     }
     EXPECT_EQ(Collector().GetAllNbCtxs(), 2);
 }

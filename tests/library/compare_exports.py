@@ -9,7 +9,22 @@ import sys
 from pathlib import Path
 
 
+# A DLL has its exported names in a table of its own, each as "[ORDINAL] NAME" behind this line.
+DLL_TABLE = "[Ordinal/Name Pointer] Table"
+
+
+def exported_by_dll(library):
+    listed = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", library],
+                            capture_output=True, text=True, check=True).stdout
+    table = listed.split(DLL_TABLE, 1)[1].split("\n\n", 1)[0]
+    names = [line.split("]", 1)[1].split()[-1] for line in table.splitlines() if "]" in line]
+    return sorted(set(subprocess.run(["c++filt"], input="\n".join(names), capture_output=True,
+                                     text=True, check=True).stdout.splitlines()))
+
+
 def exported(library):
+    if library.endswith(".dll"):
+        return exported_by_dll(library)
     listed = subprocess.run(["nm", "-D", "--defined-only", "--demangle", library],
                             capture_output=True, text=True, check=True).stdout
     # Constructors and destructors stand there once per kind, under one name.

@@ -47,7 +47,7 @@ TEST(MessageTexts, AreThoseOfTheFirstLanguageThatHasThem) {
 TEST(MessageTexts, OfAFileOverrideTheEmbeddedOnesKeyByKey) {
     const TemporaryFolder folder;
     folder.Write(OverrideName("de"), OverrideOf(Label, "Akte"));
-    const MessageTexts texts({"de", "en"}, VELUnicodeString(folder.Path().c_str()));
+    const MessageTexts texts({"de", "en"}, VELUnicodeString(folder.Path().string()));
 
     EXPECT_EQ(Found(texts, Label), "Akte");
     EXPECT_EQ(Found(texts, OtherLabel), "Pfad");
@@ -59,9 +59,9 @@ TEST(MessageTexts, OfTheRegionComeBeforeThoseOfTheLanguage) {
     folder.Write(OverrideName("de_CH"), OverrideOf(Label, "Dossier"));
     folder.Write(OverrideName("de"), OverrideOf(OtherLabel, "Weg"));
     const MessageTexts austrian({"de-AT", "de_AT", "de", "en"},
-                                VELUnicodeString(folder.Path().c_str()));
+                                VELUnicodeString(folder.Path().string()));
     const MessageTexts swiss({"de-CH", "de_CH", "de", "en"},
-                             VELUnicodeString(folder.Path().c_str()));
+                             VELUnicodeString(folder.Path().string()));
 
     EXPECT_EQ(Found(austrian, Label), "Akt");
     EXPECT_EQ(Found(austrian, OtherLabel), "Weg");

@@ -8,11 +8,11 @@ dyadctx_add_test(platform_dom_test SOURCES
   VELIXMLDOMWriteTest.cpp
   XmlDiagnosisTest.cpp)
 
-dyadctx_add_test(platform_dom_private_test PRIVATE SOURCES
+dyadctx_add_test(platform_dom_private_test PRIVATE REPLACES_NEW SOURCES
   DomAllocationTest.cpp
   DomForgettingTest.cpp
   DomParserTest.cpp)
-target_link_libraries(platform_dom_private_test PRIVATE dyadctx_failing_allocation dyadctx_dom_faults)
+target_link_libraries(platform_dom_private_test PRIVATE dyadctx_dom_faults)
 
 dyadctx_add_test(platform_scanner_test PRIVATE SOURCES
   GeneratedXml.cpp

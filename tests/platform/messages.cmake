@@ -1,6 +1,6 @@
 # Tests of the message catalog and of the platform trace.
 
-dyadctx_add_test(messages_test PRIVATE SOURCES
+dyadctx_add_test(messages_test PRIVATE REPLACES_NEW SOURCES
   MessageFilesTest.cpp
   MessageLanguageTest.cpp
   MessagePlaceholdersTest.cpp
@@ -10,7 +10,6 @@ dyadctx_add_test(messages_test PRIVATE SOURCES
   PoFile.cpp
   VELDyadTraceTest.cpp
   VELMsgCatalogTest.cpp)
-target_link_libraries(messages_test PRIVATE dyadctx_failing_allocation)
 dyadctx_test_paths(MessageFilesTest.cpp ${source_folder})
 dyadctx_test_paths(OwnWordsTest.cpp ${source_folder})
 

@@ -13,12 +13,16 @@ struct ChildRun {
     std::string program;
     std::vector<std::string> arguments;
     // Changes to this process's environment; no value removes the variable. The library's own
-    // variables, LANG, LC_* and XDG_CONFIG_HOME are removed first, HOME becomes an unused folder.
+    // variables, LANG, LC_* and XDG_CONFIG_HOME are removed first, HOME and APPDATA become an
+    // unused folder.
     std::map<std::string, std::optional<std::string>> environment;
     std::string workingFolder;
     std::string standardInput;
     // Give up the rights of the super-user, where this process has them.
     bool asOrdinaryUser = false;
+    // The program writes line ends as they are on every system. From others, each line end is one
+    // character in the result all the same.
+    bool hasBinaryStreams = false;
     int timeoutSeconds = 60;
 };
 

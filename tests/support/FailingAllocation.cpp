@@ -1,5 +1,7 @@
 #include "support/FailingAllocation.h"
 
+#include "support/AlignedMemory.h"
+
 #include <cstddef>
 #include <cstdlib>
 #include <new>
@@ -26,8 +28,7 @@ void* Allocate(std::size_t size) noexcept {
 }
 
 void* AllocateAligned(std::size_t size, std::align_val_t alignment) noexcept {
-    const auto unit = static_cast<std::size_t>(alignment);
-    return Fails() ? nullptr : std::aligned_alloc(unit, (size + unit) / unit * unit);
+    return Fails() ? nullptr : TakeAligned(size, static_cast<std::size_t>(alignment));
 }
 
 void* OrThrow(void* block) {
@@ -88,14 +89,14 @@ void operator delete[](void* block, std::size_t) noexcept {
     std::free(block);
 }
 void operator delete(void* block, std::align_val_t) noexcept {
-    std::free(block);
+    test::FreeAligned(block);
 }
 void operator delete[](void* block, std::align_val_t) noexcept {
-    std::free(block);
+    test::FreeAligned(block);
 }
 void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
-    std::free(block);
+    test::FreeAligned(block);
 }
 void operator delete[](void* block, std::size_t, std::align_val_t) noexcept {
-    std::free(block);
+    test::FreeAligned(block);
 }

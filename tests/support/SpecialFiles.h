@@ -1,6 +1,7 @@
 // Files that the standard library cannot make, and the rights of files.
 #pragma once
 
+#include <memory>
 #include <string>
 
 namespace dyadctx::test {
@@ -40,7 +41,8 @@ public:
     FolderLock& operator=(const FolderLock&) = delete;
 
 private:
-    int number_;
+    struct Held;
+    std::unique_ptr<Held> held_;
 };
 
 // The signal of a write that nobody reads, in this thread.

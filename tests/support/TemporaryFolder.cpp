@@ -26,18 +26,18 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 std::string TemporaryFolder::Write(const std::string& name, std::string_view content) const {
-    const fs::path file = path_ / name;
+    const fs::path file = path_ / FromUtf8(name);
     fs::create_directories(file.parent_path());
     std::ofstream out(file, std::ios::binary);
     out.write(content.data(), static_cast<std::streamsize>(content.size()));
     out.close();
     if (!out)
-        throw std::runtime_error("cannot write " + file.string());
-    return file.string();
+        throw std::runtime_error("cannot write " + Utf8(file));
+    return Utf8(file);
 }
 
 std::string TemporaryFolder::Read(const std::string& name) const {
-    std::ifstream in(path_ / name, std::ios::binary);
+    std::ifstream in(path_ / FromUtf8(name), std::ios::binary);
     if (!in)
         throw std::runtime_error("cannot read " + PathOf(name));
     std::ostringstream content;

@@ -7,6 +7,15 @@
 
 namespace dyadctx::test {
 
+inline std::filesystem::path FromUtf8(const std::string& text) {
+    return std::u8string(text.begin(), text.end());
+}
+
+inline std::string Utf8(const std::filesystem::path& path) {
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
 class TemporaryFolder {
 public:
     TemporaryFolder();
@@ -15,7 +24,8 @@ public:
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     const std::filesystem::path& Path() const { return path_; }
-    std::string PathOf(const std::string& name) const { return (path_ / name).string(); }
+    // Names and paths are UTF-8 on every system.
+    std::string PathOf(const std::string& name) const { return Utf8(path_ / FromUtf8(name)); }
     // Writes a file (and the folders it lies in) and returns its path.
     std::string Write(const std::string& name, std::string_view content) const;
     std::string Read(const std::string& name) const;

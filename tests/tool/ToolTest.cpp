@@ -13,6 +13,7 @@ ChildRun ToolRun(const TemporaryFolder& folder, const std::vector<std::string>& 
     run.program = DYADCTX_TOOL;
     run.arguments = arguments;
     run.workingFolder = folder.Path().string();
+    run.hasBinaryStreams = true;
     return run;
 }
 

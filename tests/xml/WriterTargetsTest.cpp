@@ -45,7 +45,7 @@ TEST(WriterTargets, ExistingFileIsReplacedAndKeepsItsMode) {
     const TemporaryFolder folder;
     const fs::path target = folder.Write("out.xml", "something much longer" + OneContext);
     fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
-    EXPECT_EQ(WriteTo(target), S_OK);
+    EXPECT_EQ(WriteTo(target.string()), S_OK);
     EXPECT_EQ(folder.Read("out.xml"), OneContext);
     EXPECT_EQ(fs::status(target).permissions(),
               fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);

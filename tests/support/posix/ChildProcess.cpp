@@ -1,5 +1,7 @@
 #include "support/ChildProcess.h"
 
+#include "support/ChildEnvironment.h"
+
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -9,7 +11,6 @@
 #include <grp.h>
 #include <poll.h>
 #include <stdexcept>
-#include <string_view>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -47,30 +48,10 @@ private:
     }
 };
 
-bool IsOfNoConcern(std::string_view entry) {
-    for (const std::string_view prefix :
-         {"VELDyad", "VELInstallPath=", "VELSettingPath=", "VELMessage", "VELDbContextEnvironment=",
-          "TE_MULTISITE_DBCONTEXT=", "ExchangeChannel=", "LANG=", "LANGUAGE=", "LC_",
-          "XDG_CONFIG_HOME=", "HOME=", "NO_COLOR=", "CLICOLOR"}) {
-        if (entry.substr(0, prefix.size()) == prefix)
-            return true;
-    }
-    return false;
-}
-
-std::vector<std::string> EnvironmentOf(const ChildRun& run) {
+std::vector<std::string> OwnEnvironment() {
     std::vector<std::string> entries;
-    for (char** entry = environ; *entry != nullptr; ++entry) {
-        const std::string text = *entry;
-        if (!IsOfNoConcern(text) && !run.environment.contains(text.substr(0, text.find('='))))
-            entries.push_back(text);
-    }
-    if (!run.environment.contains("HOME"))
-        entries.emplace_back("HOME=/nonexistent");
-    for (const auto& [name, value] : run.environment) {
-        if (value)
-            entries.push_back(name + "=" + *value);
-    }
+    for (char** entry = environ; *entry != nullptr; ++entry)
+        entries.emplace_back(*entry);
     return entries;
 }
 
@@ -128,7 +109,7 @@ bool ReadStreams(int out, int err, int seconds, ChildResult& result) {
 ChildResult RunChild(const ChildRun& run) {
     std::vector<std::string> arguments{run.program};
     arguments.insert(arguments.end(), run.arguments.begin(), run.arguments.end());
-    std::vector<std::string> environment = EnvironmentOf(run);
+    std::vector<std::string> environment = ChildEnvironment(run, OwnEnvironment());
     const std::vector<char*> argumentPointers = Pointers(arguments);
     const std::vector<char*> environmentPointers = Pointers(environment);
     std::array<Pipe, 3> pipes;

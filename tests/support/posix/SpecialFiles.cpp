@@ -90,13 +90,17 @@ std::string OpenFile::Read(std::size_t size) const {
     return text;
 }
 
+struct FolderLock::Held {
+    int number;
+};
+
 FolderLock::FolderLock(const std::string& folder)
-    : number_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-    Require(flock(number_, LOCK_EX) == 0, folder);
+    : held_(new Held{open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)}) {
+    Require(flock(held_->number, LOCK_EX) == 0, folder);
 }
 
 FolderLock::~FolderLock() {
-    close(number_);
+    close(held_->number);
 }
 
 bool IsPipeSignalPending() {
