@@ -1,5 +1,6 @@
 // The reason and the place of a fault, as whoever reads a file is told them.
 #include "platform/DomTesting.h"
+#include "platform/VELMsgCatalog.h"
 
 #include <gtest/gtest.h>
 #include <ostream>
@@ -202,6 +203,13 @@ TEST(XmlDiagnosis, FindsAFaultFarDownTheFile) {
 TEST(XmlDiagnosis, SaysWhatTheParserSaysOfATagThatIsTooLong) {
     ExpectFailure("<a p='" + std::string(100000, 'x') + "' q 'y'/>",
                   {1, 100011, "a character stands here that XML does not allow at this place"});
+}
+
+TEST(XmlFault, IsNamedInTheLanguageOfTheMessages) {
+    VELMsgCatalog::SetLanguage("de");
+    ExpectFailure("<a><b p='1'q='2'/></a>", {1, 12, "nach dem Wert von „p“ fehlt ein Leerzeichen"});
+    ExpectFailure("", {1, 1, "die Datei enthält kein Element"});
+    VELMsgCatalog::SetLanguage(nullptr);
 }
 
 } // namespace dyadctx::test

@@ -6,12 +6,14 @@ dyadctx_add_test(platform_dom_test SOURCES
   VELIXMLDOMPositionsTest.cpp
   VELIXMLDOMRoundTripTest.cpp
   VELIXMLDOMWriteTest.cpp
-  XmlDiagnosisTest.cpp)
+  XmlDiagnosisTest.cpp
+  ENVIRONMENT "VELMessageLanguage=en")
 
 dyadctx_add_test(platform_dom_private_test PRIVATE REPLACES_NEW SOURCES
   DomAllocationTest.cpp
   DomForgettingTest.cpp
-  DomParserTest.cpp)
+  DomParserTest.cpp
+  ENVIRONMENT "VELMessageLanguage=en")
 target_link_libraries(platform_dom_private_test PRIVATE dyadctx_dom_faults)
 
 dyadctx_add_test(platform_scanner_test PRIVATE SOURCES

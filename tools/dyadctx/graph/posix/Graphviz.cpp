@@ -1,4 +1,5 @@
 #include "tools/dyadctx/graph/Graphviz.h"
+
 #include "tools/dyadctx/Words.h"
 
 #include <array>
