@@ -75,8 +75,8 @@ struct ViewChoice {
     std::vector<std::string> providers;
 };
 void DeclareView(Arguments& arguments, ViewChoice& choice);
-// Switches the collector to that view. Throws a Failure for a choice that contradicts itself and
-// tells when the choice has no effect.
+// Switches the collector to that view. Throws a Failure for a choice that contradicts itself;
+// notes one that has no effect.
 void SelectView(VELDyadCtxCollector& collector, const ViewChoice& choice, Output& output);
 // The view a collector is in, as --type names it.
 const char* NameOfView(const VELDyadCtxCollector& collector);

@@ -3,6 +3,7 @@
 #include "platform/VELFileSystem.h"
 #include "platform/VELSysSettingRepository.h"
 #include "tools/dyadctx/DisplayText.h"
+#include "tools/dyadctx/FindingRecorder.h"
 #include "tools/dyadctx/Suggestion.h"
 #include "tools/dyadctx/Words.h"
 
@@ -48,14 +49,9 @@ std::string TextOf(PathVerdict verdict, const VELUnicodeString& path) {
     return Words(KeyOf(verdict), {Visible(folder.AsView())});
 }
 
-// "FILE:LINE:COLUMN: ", as far as known.
 std::string SettingsPlace(const Candidate& candidate) {
-    std::string place = Visible(candidate.settingsFile.AsView()) + ":";
-    for (const int number : {candidate.settingsLine, candidate.settingsColumn}) {
-        if (number > 0)
-            place += std::to_string(number) + ":";
-    }
-    return place + " ";
+    return PlacePrefix(std::string(candidate.settingsFile.AsView()),
+                       {candidate.settingsLine, candidate.settingsColumn});
 }
 
 std::string NoSuchRoot(const Candidate& candidate) {

@@ -84,8 +84,10 @@ std::string PlacePrefix(const std::string& file, const VELPlace& place) {
     if (file.empty())
         return "";
     std::string prefix = Visible(file) + ":";
-    if (place.line > 0)
-        prefix += std::to_string(place.line) + ":" + std::to_string(place.column) + ":";
+    for (const int number : {place.line, place.column}) {
+        if (number > 0)
+            prefix += std::to_string(number) + ":";
+    }
     return prefix + " ";
 }
 

@@ -71,8 +71,7 @@ State StateBy(const FindingsOfContext& findings) {
     return {worst != findings.end() ? *worst : nullptr};
 }
 
-// The contexts of the view, with their places and with their states where a check is given for
-// them.
+// The contexts of the view, with their places and states if a check is given for them.
 std::vector<Row> RowsOf(VELDyadCtxCollector& collector, const VELDyadCtxFileCheck* places,
                         const VELDyadCtxFileCheck* states) {
     std::vector<Row> rows;

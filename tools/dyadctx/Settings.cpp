@@ -3,6 +3,7 @@
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/FileChoiceText.h"
+#include "tools/dyadctx/FindingRecorder.h"
 #include "tools/dyadctx/Suggestion.h"
 #include "tools/dyadctx/Words.h"
 
@@ -67,16 +68,6 @@ Failure NoSuchAttribute(const std::string& name, const std::string& file) {
                        DidYouMean(name, names));
 }
 
-// "FILE:LINE:COLUMN: REASON", as far as known.
-std::string WithPlace(const std::string& file, const VELSettingRefusal& refusal) {
-    std::string text = Visible(file) + ":";
-    for (const int number : {refusal.line, refusal.column}) {
-        if (number > 0)
-            text += std::to_string(number) + ":";
-    }
-    return text + " " + Visible(refusal.reason.AsView());
-}
-
 // Throws where the library refused to read or change `name`.
 void Require(const VELSettingRefusal& refusal, const std::string& file, const std::string& name) {
     const std::string reason = Visible(refusal.reason.AsView());
@@ -91,7 +82,8 @@ void Require(const VELSettingRefusal& refusal, const std::string& file, const st
         throw Failure(ExitStatus::NoFile, Words("failure.not-readable", {Visible(file), reason}));
     case Kind::NotToml:
     case Kind::NotText:
-        throw Failure(ExitStatus::NotLoadable, WithPlace(file, refusal));
+        throw Failure(ExitStatus::NotLoadable,
+                      PlacePrefix(file, {refusal.line, refusal.column}) + reason);
     case Kind::BadValue:
         throw Failure(ExitStatus::Usage, Words("settings.bad-value", {Visible(name), reason}));
     case Kind::NoMemory:

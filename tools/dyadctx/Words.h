@@ -8,8 +8,7 @@
 
 namespace dyadctx::tool {
 
-// The text of a key of resources/messages/dyadctx.*.po with the parameters at their places {0},
-// {1}.
+// The text of a key of resources/messages/dyadctx.*.po with its parameters.
 std::string Words(std::string_view key, const std::vector<std::string>& parameters = {});
 
 // The text of `key`.one for a count of 1, else of `key`.many: the count at {0}, the parameter at

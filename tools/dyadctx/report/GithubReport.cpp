@@ -59,7 +59,7 @@ std::string GithubReport(const std::vector<CheckedFile>& files) {
     for (const CheckedFile& file : files) {
         for (const Finding& finding : file.findings)
             report += CommandFor(file.source.file, finding);
-        if (file.source.collector == nullptr && CountOf(file, Severity::Error) == 0)
+        if (FailedSilently(file))
             report += "::error::" +
                       Escaped(file.source.file + ": " + ReasonOfSilentFailure(file.source), false) +
                       "\n";

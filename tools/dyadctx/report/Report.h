@@ -23,6 +23,8 @@ std::string PercentEscape(char letter);
 
 // Without consequences, which do not count.
 std::size_t CountOf(const CheckedFile& file, Severity severity);
+// Whether the file could not be loaded and no error says why.
+bool FailedSilently(const CheckedFile& file);
 
 // Lines as compilers write them, then a summary unless the user wants quiet. `failOn` is the lowest
 // severity that makes the check fail.

@@ -130,7 +130,7 @@ Json ResultsOf(const std::vector<CheckedFile>& files, Rules& rules) {
     for (const CheckedFile& file : files) {
         for (const Finding& finding : file.findings)
             results.push_back(ResultOf(file.source.file, finding, rules));
-        if (file.source.collector == nullptr && CountOf(file, Severity::Error) == 0)
+        if (FailedSilently(file))
             results.push_back(ResultOf(file.source.file, SilentFailure(file), rules));
     }
     return results;

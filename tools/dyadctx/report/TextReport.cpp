@@ -41,7 +41,7 @@ void WriteFindings(const CheckedFile& file, Severity failOn, Output& output) {
         if (finding.severity != Severity::Note || withNotes)
             WriteFinding(source.file, finding, output);
     }
-    if (source.collector == nullptr && CountOf(file, Severity::Error) == 0)
+    if (FailedSilently(file))
         output.Write(PlacePrefix(source.file, {}) + Painted(Severity::Error, output) + ": " +
                      ReasonOfSilentFailure(source) + "\n");
 }
@@ -83,6 +83,10 @@ std::size_t CountOf(const CheckedFile& file, Severity severity) {
         std::count_if(file.findings.begin(), file.findings.end(), [severity](const Finding& one) {
             return one.severity == severity && one.cause == 0;
         }));
+}
+
+bool FailedSilently(const CheckedFile& file) {
+    return file.source.collector == nullptr && CountOf(file, Severity::Error) == 0;
 }
 
 void WriteTextReport(const std::vector<CheckedFile>& files, Severity failOn, Output& output) {
