@@ -120,10 +120,12 @@ void FileCheckRun::Run() {
         return;
     }
     ReadFile();
-    LinkAndCheck();
+    // What is missing would be at fault for names that the rest of the file declares.
+    if (!hasTooManyContexts_)
+        LinkAndCheck();
     if (collector_->SetCtxTypeList() < 0)
         throw std::bad_alloc();
-    if (!root_.IsNull())
+    if (!root_.IsNull() && !hasTooManyContexts_)
         GiveHints();
     // The document is no longer needed, and large.
     root_ = VELIDOMElement();
@@ -195,7 +197,8 @@ void FileCheckRun::OnFault(const Fault& fault, const VELIDOMNode& where) {
     if (Is(fault.key, key::TagNotFound))
         return AddDataFault(fault);
     if (Is(fault.key, key::InternalError))
-        return AddInternalError(fault, where);
+        return hasTooManyContexts_ ? AddTooManyContexts(fault, where)
+                                   : AddInternalError(fault, where);
     const Spot spot{PlaceOf(where)};
     if (Is(fault.key, key::NotAValidTag)) {
         hasReadingEnded_ = true;
@@ -231,6 +234,16 @@ void FileCheckRun::AddDataFault(const Fault& fault) {
         entry.related.push_back({{PlaceOf(NodeAt(found, 0))}, OwnText("related.first")});
     else if (count == 1)
         entry.related.push_back({{PlaceOf(where)}, OwnText("related.nothing-inside")});
+}
+
+// Only nested contexts can be that many.
+void FileCheckRun::AddTooManyContexts(const Fault& fault, const VELIDOMNode& where) {
+    hasReadingEnded_ = true;
+    FindingList::Entry& entry = findings_.Add(fault.key, ParametersOf(fault), {PlaceOf(where)});
+    const NestedContexts nested = FindDeepestNesting(root_, *ids_);
+    const VELUnicodeString depth(std::to_string(nested.depth));
+    entry.related.push_back(
+        {{PlaceOf(nested.outermost)}, OwnText("related.nested-contexts", &depth, 1)});
 }
 
 // A friend that has no context before it, unless memory has run out; those that follow are not

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <new>
 #include <optional>
 #include <span>
@@ -272,6 +273,37 @@ private:
 
 void HintAtWhatIsNotRead(const VELIDOMElement& root, FindingList& findings) {
     UnreadWalk(findings).Walk(root);
+}
+
+NestedContexts FindDeepestNesting(const VELIDOMElement& root, const FormatIds& ids) {
+    struct Level {
+        VELIDOMNodeList children;
+        // Of the element that has these children; none for other elements than contexts.
+        NestedContexts line;
+        int next = 0;
+    };
+    NestedContexts deepest;
+    std::vector<Level> levels;
+    levels.push_back({ChildrenOf(root), {}});
+    while (!levels.empty()) {
+        Level& level = levels.back();
+        VELIDOMNode child;
+        std::uint32_t tag = 0;
+        if (level.next == level.children.GetLength()) {
+            levels.pop_back();
+        } else if (level.children.Item(level.next++, child) >= 0 && ReadTag(child, tag)) {
+            NestedContexts line;
+            if (tag == ids.context) {
+                line.outermost =
+                    level.line.depth > 0 ? level.line.outermost : VELIDOMElement(child);
+                line.depth = level.line.depth + 1;
+            }
+            if (line.depth > deepest.depth)
+                deepest = line;
+            levels.push_back({ChildrenOf(child), line});
+        }
+    }
+    return deepest;
 }
 
 } // namespace dyadctx

@@ -22,6 +22,7 @@ bool HasOwner(ContextLevels levels) {
     return levels.friendLevel > 0 || (levels.associatedLevel > 0 && IsDbEnvironmentOn());
 }
 
+constexpr const char* AddMethod = "VELDyadCtxXml::AddContext";
 constexpr const char* ValuesMethod = "VELDyadCtxXml::GetXMLValuesContext";
 constexpr const char* DatabaseValuesMethod = "VELDyadCtxXml::GetXMLDbValuesContext";
 
@@ -126,6 +127,8 @@ VELResult ContextEntry::AddContext(const VELIDOMElement& element, ContextLevels 
         return result;
     if (owner == nullptr)
         CollectorAccess::PrefetchName(state_.collector, values_.texts.name);
+    if (++made_ > state_.contextLimit)
+        return RefuseMore(element);
     auto context = ContextAccess::Make(std::move(values_.texts));
     if (context->GetParameterType() == Names().databaseType)
         return AddDatabaseContext(element, std::move(context), owner, associated);
@@ -141,7 +144,14 @@ VELResult ContextEntry::FindOwner(const VELIDOMElement& element, ContextLevels l
     VELDyadCtxCollector& collector = state_.collector;
     if (collector.GetCtxAtIndex(collector.GetNbCtxs(), owner) >= 0 && owner != nullptr)
         return S_OK;
-    LogReaderError(state_, "VELDyadCtxXml::AddContext", key::InternalError, element);
+    LogReaderError(state_, AddMethod, key::InternalError, element);
+    return E_FAIL;
+}
+
+VELResult ContextEntry::RefuseMore(const VELIDOMElement& element) {
+    if (state_.observer != nullptr)
+        state_.observer->OnTooManyContexts();
+    LogReaderError(state_, AddMethod, key::InternalError, element);
     return E_FAIL;
 }
 
@@ -166,7 +176,7 @@ VELResult ContextEntry::AddDatabaseContext(const VELIDOMElement& element, Contex
         if (!state_.ContinuesAfterFault())
             return result;
         // The library has no message for it.
-        LogReaderError(state_, "VELDyadCtxXml::AddContext", id::ProviderFailed, element,
+        LogReaderError(state_, AddMethod, id::ProviderFailed, element,
                        &context->GetName(), 1);
     }
     if (associated && IsDbEnvironmentOn())

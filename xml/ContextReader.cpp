@@ -117,7 +117,7 @@ VELResult ContextReader::ReadContext() {
     if (entry_.AddContext(pass.element, pass.levels, associated) < 0) {
         TRACE_ERROR("VELDyadCtxXml:ParseXMLNodes: Add Context problem, node index=%d",
                     pass.nodeIndex);
-        if (!state_.ContinuesAfterFault())
+        if (!state_.ContinuesAfterFault() || entry_.IsOverLimit())
             return Abandon();
     }
     pass.step = Step::AssociatedOfContext;

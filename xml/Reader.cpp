@@ -1,5 +1,6 @@
 #include "xml/detail/VELDyadCtxXml.h"
 
+#include "platform/detail/DomAccess.h"
 #include "trace/VELDyadMessageKeys.h"
 #include "trace/detail/TraceLine.h"
 #include "xml/detail/ContextReader.h"
@@ -11,6 +12,13 @@ using namespace dyadctx;
 namespace {
 
 constexpr const char* Method = "VELDyadCtxXml::Unstream";
+
+// Far above what real files need.
+std::uint64_t ContextLimitOf(const VELIDOMDocument& document) {
+    constexpr std::uint64_t OfAnyFile = 10'000;
+    constexpr std::uint64_t PerElement = 4;
+    return OfAnyFile + PerElement * DomAccess::ElementCount(document);
+}
 
 class SyntaxErrors : public VELISAXErrorHandler {
 public:
@@ -59,6 +67,7 @@ VELResult ReadDocument(const VELIDOMDocument& document, ReadState state) {
         state.observer->OnDocument(root);
     const FormatIds ids(document);
     state.ids = &ids;
+    state.contextLimit = ContextLimitOf(document);
     const VELResult result = ContextReader(state).ParseXMLNodes(root);
     TRACE_LEAVE("VELDyadCtxXml:Unstream");
     return result;

@@ -68,6 +68,7 @@ private:
     void OnSyntaxError(const VELPlace& place, const char* reason) override;
     void OnDocument(const VELIDOMElement& root) override;
     void OnFault(const Fault& fault, const VELIDOMNode& where) override;
+    void OnTooManyContexts() override { hasTooManyContexts_ = true; }
     void OnContext(const VELDyadContext& context, const VELIDOMElement& element,
                    unsigned int missing) override;
     void OnLeftOut(const VELDyadContext& context, const VELIDOMElement& element,
@@ -77,6 +78,7 @@ private:
 
     void AddSyntaxError(const Fault& fault);
     void AddDataFault(const Fault& fault);
+    void AddTooManyContexts(const Fault& fault, const VELIDOMNode& where);
     void AddInternalError(const Fault& fault, const VELIDOMNode& where);
     void WarnOfMovedFriends(const char* id, const VELUnicodeString& name,
                             const VELIDOMElement& element);
@@ -117,6 +119,8 @@ private:
     std::vector<LeftOut> leftOut_;
     // Positions in leftOut_, once it is needed.
     std::unordered_map<std::string_view, std::size_t> leftOutByName_;
+    // More contexts than a file may have; what was read is not linked then.
+    bool hasTooManyContexts_ = false;
     bool isOwnerlessReported_ = false;
     // Nothing could be read after the fault.
     bool hasReadingEnded_ = false;

@@ -32,4 +32,11 @@ void HintAtFriendRings(VELDyadCtxCollector& collector, const ReferencePlaces& re
 void HintAtMissingTargets(VELDyadCtxCollector& collector, const ContextPlaces& places,
                           FindingList& findings);
 
+// The longest line of contexts directly inside one another.
+struct NestedContexts {
+    VELIDOMElement outermost;
+    int depth = 0;
+};
+NestedContexts FindDeepestNesting(const VELIDOMElement& root, const FormatIds& ids);
+
 } // namespace dyadctx

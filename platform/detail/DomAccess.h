@@ -24,6 +24,11 @@ struct DomAccess {
         return true;
     }
 
+    // The number of elements in the document.
+    static std::uint64_t ElementCount(const VELIDOMHandle& handle) {
+        return handle.Document().Names().AllElements();
+    }
+
     static bool IsFromScanner(const VELIDOMHandle& handle) {
         return handle.Document().IsFromScanner();
     }

@@ -33,6 +33,13 @@ std::uint32_t DomNames::Find(std::string_view name) const noexcept {
     return recent;
 }
 
+std::uint64_t DomNames::AllElements() const noexcept {
+    std::uint64_t all = 0;
+    for (const Name& name : names_)
+        all += name.elements;
+    return all;
+}
+
 std::size_t DomNames::RecentSlot(std::string_view name) noexcept {
     const auto first = static_cast<unsigned char>(name.front());
     const auto last = static_cast<unsigned char>(name.back());

@@ -26,6 +26,8 @@ public:
 
     // The number of elements of that name, attached or not.
     std::uint64_t Elements(std::uint32_t id) const noexcept { return names_[id].elements; }
+    // The same of all names.
+    std::uint64_t AllElements() const noexcept;
     void CountElement(std::uint32_t id) noexcept { ++names_[id].elements; }
 
 private:

@@ -378,6 +378,29 @@ TEST(FileCheck, AFriendOfALeftOutFirstContextHasNoOwner) {
                "is off, and no context stands before it"}));
 }
 
+TEST(FileCheck, ContextsReadTooOftenEndTheReadingAndTheirNestingIsNamed) {
+    constexpr int Deep = 40;
+    std::string contexts = "<Context Name=\"A!\" Parameter=\"a\" ParameterType=\"Path\">\n"
+                           "<Context Name=\"B\"/></Context>\n"
+                           "<Context Name=\"D\" Parameter=\"d\" ParameterType=\"Path\">";
+    for (int level = 1; level < Deep; ++level)
+        contexts += "\n<Context Name=\"B\">";
+    for (int level = 0; level < Deep; ++level)
+        contexts += "</Context>";
+    contexts += "\n<Context Name=\"B\" Parameter=\"b\" ParameterType=\"Path\"/>";
+    // Without the environment each is read once.
+    EXPECT_EQ(ErrorsOf(contexts), Lines({"3:10 Ctx.Check.CtxNameWithInvalidChar"}));
+    const DbEnvironment db(true);
+    const auto check = CheckLines(contexts);
+    // Nothing is said of names, of which not all are known.
+    ASSERT_EQ(PlacesOf(*check).size(), 1U);
+    EXPECT_EQ(PlacesOf(*check)[0].substr(PlacesOf(*check)[0].find(' ')),
+              " Ctx.Collector.InternalError");
+    EXPECT_EQ(RelatedOf(*check, "Ctx.Collector.InternalError"),
+              Lines({"5:1 40 contexts are directly inside one another here; while the DB context "
+                     "environment is on, each level doubles how often the inner ones are read"}));
+}
+
 TEST(FileCheck, ARefusedProviderHidesNoOtherFault) {
     const DbEnvironment db(true);
     FaultyProviders providers;

@@ -65,6 +65,24 @@ TEST(ReaderDepth, ChainOfContextsIsReadToItsEnd) {
     EXPECT_EQ(FriendsAt(reading, 1).size(), static_cast<std::size_t>(Depth - 1));
 }
 
+TEST(ReaderDepth, ContextsThatAreReadTwicePerLevelAreLimited) {
+    const KeyCatalog catalog;
+    const DbEnvironment db(true);
+    const auto nested = [](int depth) {
+        return Path("A", Nested(R"(<Context Name="B">)", "</Context>", depth));
+    };
+    const Reading few = ReadContexts(nested(12));
+    EXPECT_EQ(few.result, S_OK);
+    EXPECT_EQ(AllOf(few).size(), 8191U);
+    // The two elements around them and the one declared count too.
+    for (const int depth : {13, 40}) {
+        const Reading many = ReadContexts(nested(depth));
+        EXPECT_EQ(many.result, E_FAIL);
+        EXPECT_EQ(many.message, "Ctx.Collector.InternalError()\n");
+        EXPECT_EQ(AllOf(many).size(), 10'000U + 4U * (static_cast<unsigned>(depth) + 3U));
+    }
+}
+
 TEST(ReaderDepth, DeeperDocumentIsASyntaxError) {
     const KeyCatalog catalog;
     const Reading reading = ReadContexts(Path("A", Nested("<Scenario>", "</Scenario>", Depth)));

@@ -175,6 +175,7 @@ private:
     }
     void OnDocument(const VELIDOMElement&) override {}
     void OnFault(const Fault&, const VELIDOMNode&) override {}
+    void OnTooManyContexts() override {}
     void OnLeftOut(const VELDyadContext&, const VELIDOMElement&, bool) override {}
     void OnRepeated(const VELDyadContext&, const VELIDOMElement&) override {}
 };

@@ -10,6 +10,7 @@
 #include "platform/VELUnicodeString.h"
 #include "xml/detail/ReadState.h"
 
+#include <cstdint>
 #include <memory>
 
 namespace dyadctx {
@@ -37,10 +38,13 @@ public:
     // again only adds its server to the sites of the first. `associated`: the element is the
     // associated context of its owner.
     VELResult AddContext(const VELIDOMElement& element, ContextLevels levels, bool associated);
+    // Whether a context was refused because the file has too many; reading must end then.
+    bool IsOverLimit() const noexcept { return made_ > state_.contextLimit; }
 
 private:
     VELResult FindOwner(const VELIDOMElement& element, ContextLevels levels,
                         VELDyadContext*& owner);
+    VELResult RefuseMore(const VELIDOMElement& element);
     bool MayStandIn(const VELDyadContext* owner) const noexcept;
     VELResult AddDatabaseContext(const VELIDOMElement& element, ContextPtr context,
                                  VELDyadContext* owner, bool associated);
@@ -54,6 +58,7 @@ private:
     ReadState state_;
     // Of the element being added. A member, so that its list is reused.
     ContextValues values_;
+    std::uint64_t made_ = 0;
 };
 
 } // namespace dyadctx

@@ -20,6 +20,9 @@ public:
     // `where` is the element at fault; null if there is none. A fault without a message in the
     // library has an id instead of the key.
     virtual void OnFault(const Fault& fault, const VELIDOMNode& where) = 0;
+    // The file would make more contexts than the limit, so reading ends here; called before the
+    // fault itself.
+    virtual void OnTooManyContexts() = 0;
     // A context is about to be entered; `missing` is a sum of MissingValue.
     virtual void OnContext(const VELDyadContext& context, const VELIDOMElement& element,
                            unsigned int missing) = 0;

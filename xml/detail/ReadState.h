@@ -9,6 +9,8 @@
 #include "xml/detail/FormatNames.h"
 #include "xml/detail/ReadObserver.h"
 
+#include <cstdint>
+
 namespace dyadctx {
 
 struct ReadState {
@@ -21,6 +23,9 @@ struct ReadState {
     const VELUnicodeString* text = nullptr;
     // Set once there is a document.
     const FormatIds* ids = nullptr;
+    // How many contexts may be made. While the DB context environment is on, contexts directly in
+    // contexts are read twice per level, so a small file could make any number.
+    std::uint64_t contextLimit = 0;
 
     // Whether reading continues after a fault.
     bool ContinuesAfterFault() const noexcept { return observer != nullptr; }
