@@ -105,6 +105,11 @@ VELResult GetXMLValuesContext(const VELIDOMElement& element, ContextLevels level
 
 } // namespace
 
+// A host may switch the DB context environment on after the values were read.
+const VELListValVELUnicodeString& ContextValues::DetailKeys() const noexcept {
+    return detailValues.Size() > 0 ? Names().serverDetails : detailValues;
+}
+
 void ContextValues::Clear() {
     texts = ContextTexts();
     connector = VELUnicodeString();
@@ -176,8 +181,7 @@ VELResult ContextEntry::AddDatabaseContext(const VELIDOMElement& element, Contex
         if (!state_.ContinuesAfterFault())
             return result;
         // The library has no message for it.
-        LogReaderError(state_, AddMethod, id::ProviderFailed, element,
-                       &context->GetName(), 1);
+        LogReaderError(state_, AddMethod, id::ProviderFailed, element, &context->GetName(), 1);
     }
     if (associated && IsDbEnvironmentOn())
         return Enter(element, std::move(context), owner, 1);
@@ -191,7 +195,7 @@ VELResult ContextEntry::AddDatabaseContext(const VELIDOMElement& element, Contex
 
 VELResult ContextEntry::SetProvider(VELDyadContext& context,
                                     VELIDyadDbProvider_var& provider) const {
-    const VELResult result = MakeConfiguredProvider(values_.connector, Names().serverDetails,
+    const VELResult result = MakeConfiguredProvider(values_.connector, values_.DetailKeys(),
                                                     values_.detailValues, provider);
     return result < 0 ? result : context.SetDyadDbProvider(provider);
 }
@@ -232,7 +236,7 @@ void ContextEntry::RegisterSite(const VELUnicodeString& name,
     if (state_.collector.GetCtxFromName(name, declared) < 0 || declared == nullptr)
         return;
     VELUnicodeString site;
-    VELDyadCtxXml::GetServerdetailsForHashTable(site, values_.connector, Names().serverDetails,
+    VELDyadCtxXml::GetServerdetailsForHashTable(site, values_.connector, values_.DetailKeys(),
                                                 values_.detailValues);
     declared->AddRecordInMultiSiteHash(site, provider);
 }

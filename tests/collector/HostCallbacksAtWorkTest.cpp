@@ -2,6 +2,7 @@
 // is gone may be touched, which the address sanitizer sees to where these tests run under it.
 #include "collector/HostCallbacks.h"
 #include "support/ContextFile.h"
+#include "support/FaultyProviders.h"
 #include "support/KeyCatalog.h"
 #include "support/RecordingTrace.h"
 #include "support/TemporaryFolder.h"
@@ -10,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <random>
+#include <set>
 
 namespace dyadctx::test {
 
@@ -115,6 +117,27 @@ TEST(ChangingEnvironmentReader, ReadsTheSameWithTraceAndWithout) {
         }
         EXPECT_EQ(results[0], results[1]) << seed;
     }
+}
+
+TEST(ChangingEnvironmentReader, AProviderReceivesAllServerDetailsOrNone) {
+    const std::string text =
+        DocumentWith(R"(<Context Name="V" Parameter="p" ParameterType="Database"
+                                 ConnectorName="KRL" ServerName="s"/>)");
+    std::set<std::string> received;
+    int asked = 0;
+    // On from the n-th question.
+    for (int on = 1; on == 1 || asked >= on; ++on) {
+        asked = 0;
+        FaultyProviders providers;
+        const ChangingEnvironment environment([&] { return ++asked >= on; });
+        const Creation created = CreateFromText(text);
+        for (const std::string& call : providers.TakeCalls()) {
+            const std::size_t lists = call.find("SetServerDetails");
+            if (lists != std::string::npos)
+                received.insert(call.substr(lists));
+        }
+    }
+    EXPECT_EQ(received, (std::set<std::string>{"SetServerDetails 0/0", "SetServerDetails 6/6"}));
 }
 
 // ---- Anything at any time

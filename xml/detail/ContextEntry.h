@@ -20,12 +20,14 @@ struct ContextValues {
     ContextTexts texts;
     // The rest is only for database contexts.
     VELUnicodeString connector;
-    // Parallel to the server details of the format.
+    // Parallel to the server details of the format; empty unless they were read.
     VELListValVELUnicodeString detailValues;
 
     // A sum of MissingValue.
     unsigned int missing = 0;
 
+    // The keys of the values: none without values.
+    const VELListValVELUnicodeString& DetailKeys() const noexcept;
     // Prepares for the next element; the list keeps its storage.
     void Clear();
 };
