@@ -334,7 +334,8 @@ VELDyadContext::GetListOfMultisiteDbProvider(VELListValVELIDyadDbProvider_var& p
 unsigned char VELDyadContext::isContainsMultisites() {
     VELListValVELUnicodeString sites;
     GetListOfSites(sites);
-    return sites.Size() > 1 ? 1 : 0;
+    // The list is only for its trace: without memory it is empty.
+    return ContextAccess::SiteCount(*this) > 1 ? 1 : 0;
 }
 
 // ---- What the library itself may do -------------------------------------------------------------
@@ -370,6 +371,20 @@ void ContextAccess::ClearAssociated(VELDyadContext& context) noexcept {
 
 const VELIDyadDbProvider_var& ContextAccess::KeptProvider(const VELDyadContext& context) noexcept {
     return context.provider_;
+}
+
+int ContextAccess::SiteCount(const VELDyadContext& context) noexcept {
+    int count = 0;
+    ForEachRecord(TableIn(context.sites_), [&count](const Record&) { ++count; });
+    return count;
+}
+
+bool ContextAccess::HasSiteProvider(const VELDyadContext& context,
+                                    const VELUnicodeString& site) noexcept {
+    bool found = false;
+    ForEachRecord(TableIn(context.sites_),
+                  [&](const Record& record) { found = found || record.HasProviderOf(site); });
+    return found;
 }
 
 void ContextAccess::RemoveLinksTo(VELDyadContext& context, const VELDyadContext* target) noexcept {

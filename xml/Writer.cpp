@@ -243,6 +243,9 @@ VELResult ContextWriter::StreamMultisites(const VELIDOMElement& parent,
         return S_OK;
     VELListValVELUnicodeString sites;
     context->GetListOfSites(sites);
+    // Without memory the list is empty.
+    if (sites.Size() != ContextAccess::SiteCount(*context))
+        return E_FAIL;
     for (int pos = 1; pos <= sites.Size(); ++pos) {
         if (WriteSite(*context, sites[pos], parent) < 0)
             return E_FAIL;
@@ -272,6 +275,9 @@ VELResult ContextWriter::SetSiteProvider(VELDyadContext& context, const VELUnico
     VELIDyadDbProvider_var siteProvider;
     VELIDyadDbProvider_var ownProvider;
     context.LocateInMultisiteHash(site, siteProvider);
+    // Without memory a site is not found.
+    if (siteProvider.IsNull() && ContextAccess::HasSiteProvider(context, site))
+        return E_FAIL;
     VELResult result = GetProvider(context, ownProvider);
     if (result < 0)
         return result;

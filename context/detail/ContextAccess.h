@@ -50,6 +50,11 @@ struct ContextAccess {
     static void ClearAssociated(VELDyadContext& context) noexcept;
     // The provider the context keeps, not one made from it.
     static const VELIDyadDbProvider_var& KeptProvider(const VELDyadContext& context) noexcept;
+    // The number of sites, and whether that one has a provider. Without trace and without memory,
+    // for lack of which the public operations find fewer.
+    static int SiteCount(const VELDyadContext& context) noexcept;
+    static bool HasSiteProvider(const VELDyadContext& context,
+                                const VELUnicodeString& site) noexcept;
 
     // Removes every link to `target` from `context`, without trace.
     static void RemoveLinksTo(VELDyadContext& context, const VELDyadContext* target) noexcept;

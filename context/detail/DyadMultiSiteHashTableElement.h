@@ -1,6 +1,6 @@
 // One record of a context's table of sites: a server and its provider.
 //
-// Every operation writes a line to the console trace.
+// Every operation but the last writes a line to the console trace.
 #pragma once
 
 #include "platform/VELIDyadDbProvider.h"
@@ -25,6 +25,11 @@ public:
     // -1 for a null record.
     static unsigned int GetHashKey(void* record);
     static int Compare(void* first, void* second);
+
+    // Whether it is the record of that server and has a provider.
+    bool HasProviderOf(const VELUnicodeString& serverDetails) const noexcept {
+        return serverDetails_ == serverDetails && !provider_.IsNull();
+    }
 
 private:
     VELIDyadDbProvider_var provider_;

@@ -1,6 +1,7 @@
 // Sites, read and written. These tests run in a process of their own whose environment has
 // TE_MULTISITE_DBCONTEXT, empty.
 #include "support/ContextFile.h"
+#include "support/FailingAllocation.h"
 #include "support/FaultyProviders.h"
 #include "support/RecordingTrace.h"
 #include "trace/detail/ProcessSettings.h"
@@ -210,6 +211,46 @@ TEST_F(MultisiteWriter, FailingSamenessKeepsTheOldFile) {
         EXPECT_EQ(writing.result, E_FAIL);
         EXPECT_EQ(writing.text, "old");
     }
+}
+
+TEST_F(MultisiteWriter, WithoutMemoryEverySiteIsWrittenOrTheOldFileStays) {
+    const std::string longName = "a server whose name is longer than a short text ";
+    const Reading reading = ReadContexts(V(longName + "1") + V(longName + "2") + V(longName + "3"));
+    for (const bool db : {true, false}) {
+        const DbEnvironment environment(db);
+        const std::string whole = Write(*reading.collector).text;
+        ASSERT_NE(whole, "absent");
+        const int failures = ForEachAllocation([&](int number) {
+            const TemporaryFolder folder;
+            const VELUnicodeString target(folder.Write("out.xml", "old").c_str());
+            VELUnicodeString message;
+            VELResult result = S_OK;
+            bool failed = false;
+            {
+                const FailingAllocation failing(number);
+                result = reading.collector->Stream(target, message);
+                failed = failing.HasFailed();
+            }
+            EXPECT_EQ(folder.Read("out.xml"), result == S_OK ? whole : "old")
+                << "allocation " << number;
+            return failed;
+        });
+        EXPECT_GT(failures, 10);
+    }
+}
+
+TEST_F(MultisiteWriter, WithoutMemoryTheSitesAreCountedAllTheSame) {
+    const Reading reading = ReadContexts(V("s1") + V("s2"));
+    VELDyadContext& context = DeclaredAt(reading, 1);
+    unsigned char several = 0;
+    bool failed = false;
+    {
+        const FailingAllocation failing(1, FailingAllocations::FromThatOneOn);
+        several = context.isContainsMultisites();
+        failed = failing.HasFailed();
+    }
+    EXPECT_EQ(several, 1);
+    EXPECT_TRUE(failed);
 }
 
 TEST_F(MultisiteWriter, AsksForTheOwnProviderOncePerSite) {
