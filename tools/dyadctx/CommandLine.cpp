@@ -1,6 +1,7 @@
 #include "tools/dyadctx/CommandLine.h"
 
 #include "platform/VELDbContextEnvironment.h"
+#include "platform/VELDyadCtxVersion.h"
 #include "platform/VELMsgCatalog.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Source.h"

@@ -1,3 +1,4 @@
+#include "platform/VELDyadCtxVersion.h"
 #include "tools/dyadctx/explain/ExplanationPages.h"
 #include "tools/dyadctx/help/Roff.h"
 

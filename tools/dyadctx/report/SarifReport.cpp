@@ -1,3 +1,4 @@
+#include "platform/VELDyadCtxVersion.h"
 #include "tools/dyadctx/ContextFacts.h"
 #include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/explain/ExplanationPages.h"

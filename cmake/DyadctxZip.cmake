@@ -1,4 +1,4 @@
-# The ZIP package for Windows: what is installed, and what a folder of its own needs beside it.
+# The ZIP package for Windows (`cpack`): what is installed, and what a folder of its own needs beside it.
 
 install(FILES ${dyadctx_runtime_libraries} DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION .)
