@@ -1,4 +1,4 @@
-"""Every JSON document of the tool is as its schema says.
+"""Every JSON document of the tool is as its schema says, and a problem matcher reads the text for people.
 
 Usage: json_documents_test.py TOOL SOURCE_DIR
 """
@@ -6,6 +6,7 @@ Usage: json_documents_test.py TOOL SOURCE_DIR
 import copy
 import json
 import os
+import re
 import subprocess
 import sys
 import tempfile
@@ -64,6 +65,23 @@ class Documents(unittest.TestCase):
         related = [finding for file in document["files"] for finding in file["findings"]
                    if finding["related"]]
         self.assertNotEqual(related, [])
+
+    def test_the_problem_matcher_reads_the_findings_of_check(self):
+        path = SOURCE / "resources" / "github" / "dyadctx-problem-matcher.json"
+        pattern = json.loads(path.read_text(encoding="utf-8"))["problemMatcher"][0]["pattern"][0]
+        broken = sorted(map(str, (SOURCE / "examples" / "broken").glob("*.xml")))
+        run = subprocess.run([TOOL, "check", *broken], capture_output=True, text=True,
+                             env=self.environment, check=False)
+        parts = ("file", "line", "column", "severity", "code")
+        matched = [tuple(match[pattern[part]] for part in parts)
+                   for match in map(re.compile(pattern["regexp"]).match, run.stdout.splitlines())
+                   if match]
+        placed = [(file["file"], str(finding["line"]), str(finding["column"]), finding["severity"],
+                   finding["key"])
+                  for file in self.run_tool("check", *broken)["files"]
+                  for finding in file["findings"] if finding["line"]]
+        self.assertGreater(len(placed), 20)
+        self.assertEqual([found for found in placed if found not in matched], [])
 
     def test_list_and_show(self):
         document = self.check("list", self.example("site.xml"))
