@@ -3,7 +3,8 @@
 // It is active while DyadContextTrace.activity points at a number other than 0; the library checks
 // this before each line. It is off at load unless the environment variable VELDyadContextTrace
 // turns it on: "1" writes to standard error, any other value except "" and "0" names a file to
-// append to.
+// append to. There, control characters, line separators and marks of direction in a text are
+// written out (\n, \x1b, \u2028), so that it stays one line; a host's sink receives it as it is.
 #pragma once
 
 #include "platform/VELExport.h"

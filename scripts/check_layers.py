@@ -24,7 +24,8 @@ PROGRAMS = {"tools": False, "examples": False, "bench": True, "fuzz": True, "tes
 
 # Private headers that are complete in themselves, which the tool may include all the same: what they do
 # must not be there twice.
-SHARED_HEADERS = {"platform/detail/Utf8.h", "check/detail/StrongComponents.h"}
+SHARED_HEADERS = {"platform/detail/Utf8.h", "platform/detail/VisibleText.h",
+                  "check/detail/StrongComponents.h"}
 
 # Folders of programs that include from themselves alone.
 CLOSED = ("tools/dyadctx/layout/",)

@@ -3,6 +3,7 @@
 #include "platform/VELEnvironment.h"
 #include "platform/VELUnicodeString.h"
 #include "platform/detail/TraceOutput.h"
+#include "platform/detail/VisibleText.h"
 
 #include <atomic>
 #include <cstdarg>
@@ -94,7 +95,10 @@ void WriteTraceLine(VELDyadTraceKind kind, const char* format, va_list args) noe
             return;
         }
         std::string line = NameOf(kind);
-        line.append(1, ' ').append(text).append(1, '\n');
+        line += ' ';
+        // One line, whatever the texts in it hold.
+        dyadctx::AppendVisible(text, line);
+        line += '\n';
         dyadctx::WriteTrace(TraceOutput(), line);
     } catch (...) {
         // Neither lack of memory nor a host's sink may disturb what is being traced.

@@ -13,7 +13,9 @@ namespace dyadctx::test {
 
 namespace {
 
-const std::string ThreeLines = "ENTER Probe:Run <%s>\nWARNING two\nlines\nLEAVE Probe:Run\n";
+const std::string ThreeLines = "ENTER Probe:Run <%s>\n"
+                               "WARNING two\\nlines \\x1b[2J\\xff \\u0085\\u2028\\u202e\n"
+                               "LEAVE Probe:Run\n";
 
 ChildRun ProbeRun(const std::string& what) {
     ChildRun run;

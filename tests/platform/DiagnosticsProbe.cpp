@@ -24,7 +24,7 @@ void TraceThreeLines() {
     if (!VELIsTraceActive())
         return;
     _CDCDyadTraceEnter("Probe:Run <%s>", "%s");
-    _CDCDyadTraceWarning("two\nlines");
+    _CDCDyadTraceWarning("two\nlines %s", "\x1b[2J\xff \u0085\u2028\u202e");
     _CDCDyadTraceLeave("Probe:Run");
 }
 

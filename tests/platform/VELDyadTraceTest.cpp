@@ -52,6 +52,12 @@ TEST(VELDyadTrace, CutsNoLine) {
     EXPECT_EQ(trace.Lines(), Lines{"LOG <" + text + ">"});
 }
 
+TEST(VELDyadTrace, ASinkReceivesATextAsItIs) {
+    RecordingTrace trace;
+    _CDCDyadTraceLog("<%s>", "two\nlines\x1b\u202e");
+    EXPECT_EQ(trace.TakeLines(), std::vector<std::string>{"LOG <two\nlines\x1b\u202e>"});
+}
+
 TEST(VELDyadTrace, NeverTakesAnArgumentForAFormat) {
     RecordingTrace trace;
     _CDCDyadTraceLog("<%s>", "%s%n%d");

@@ -295,8 +295,8 @@ TEST_F(CheckReports, GithubGetsACommandForEachFinding) {
             {"check", "--format", "github", "a,b.xml"},
             1,
             "::error file=a%2Cb.xml,line=2,col=10,title=Ctx.Check.CtxAlreadyDefined::The context "
-            "\"100%25%0A\" is declared more than once. Rename or remove all but one of these "
-            "declarations.%0Aline 3: \"100%25%0A\" is declared again here\n"
+            "\"100%25\\n\" is declared more than once. Rename or remove all but one of these "
+            "declarations.%0Aline 3: \"100%25\\n\" is declared again here\n"
             "::warning file=a%2Cb.xml,line=3,col=62,title=unknown-attribute::The attribute "
             "\"Colour\" of Context means nothing and is not read.\n",
             {},
@@ -305,6 +305,22 @@ TEST_F(CheckReports, GithubGetsACommandForEachFinding) {
     EXPECT_EQ(none.status, 3);
     EXPECT_TRUE(none.standardOutput.starts_with("::error title=Ctx.Collector.XMLFileNotSet::"))
         << none.standardOutput;
+}
+
+TEST_F(CheckReports, InNoFormatForPeopleANameSteersTheTextAroundIt) {
+    const std::string context =
+        "<Context Name='N\u009b\u2028\u202e\u200f' Parameter='a' ParameterType='Path'/>\n";
+    const std::string file = WriteContexts("t\u202e.xml", context + context);
+    for (const std::string format : {"text", "github", "sarif"}) {
+        const std::string report = Run({"check", "--format", format, file}).standardOutput;
+        for (const char* raw : {"\u009b", "\u2028", "\u202e", "\u200f"})
+            EXPECT_EQ(report.find(raw), std::string::npos) << format << ": " << report;
+        const std::string text =
+            format == "sarif"
+                ? Json::parse(report)["runs"][0]["results"][0]["message"]["text"].get<std::string>()
+                : report;
+        EXPECT_NE(text.find(R"("N\u009b\u2028\u202e\u200f")"), std::string::npos) << text;
+    }
 }
 
 TEST_F(CheckReports, SarifHoldsRulesResultsAndPlaces) {

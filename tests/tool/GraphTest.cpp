@@ -63,6 +63,18 @@ TEST_F(GraphCommand, FriendsAndAssociatedContextsAreDrawn) {
         << mermaid;
 }
 
+TEST_F(GraphCommand, NeitherNamesNorTheFileSteerTheTextAroundThem) {
+    const std::string file =
+        WriteContexts("t\u202e\u0085.xml",
+                      "<Context Name='N\u2028\u009b' Parameter='\u200f' ParameterType='Path'/>");
+    for (const char* format : {"dot", "mermaid", "svg"}) {
+        const std::string picture = Run({"graph", file, "--format", format}).standardOutput;
+        EXPECT_NE(picture.find("2028"), std::string::npos) << picture;
+        for (const char* raw : {"\u202e", "\u0085", "\u2028", "\u009b", "\u200f"})
+            EXPECT_EQ(picture.find(raw), std::string::npos) << picture;
+    }
+}
+
 TEST_F(GraphCommand, ARingOfFriendsIsMarked) {
     WriteContexts("ring.xml",
                   R"(<Context Name="A" Parameter="/a" ParameterType="Path">

@@ -83,10 +83,15 @@ TEST(GraphText, XmlShowsEveryTextAsItIs) {
 
 TEST(GraphText, WhatWouldNotBeSeenIsWrittenOut) {
     const std::vector<TextCase> cases{
-        {"a\nb", "a\\nb"},         {std::string("a\0b", 3), "a\\x00b"},
-        {"a\xC3", "a\\xc3"},       {"a\u200Bb\uFEFF", "a\\u200bb\\ufeff"},
-        {"x\u202Ey", "x\\u202ey"}, {"👩\u200D🚀", "👩\u200D🚀"},
+        {"a\nb", "a\\nb"},
+        {std::string("a\0b", 3), "a\\x00b"},
+        {"a\xC3", "a\\xc3"},
+        {"a\u200Bb\uFEFF", "a\\u200bb\\ufeff"},
+        {"x\u202Ey", "x\\u202ey"},
+        {"👩\u200D🚀", "👩\u200D🚀"},
         {"مخزن", "مخزن"},
+        {"\x1b[2J\u009b", "\\x1b[2J\\u009b"},
+        {"\u2028\u061c\u200f", "\\u2028\\u061c\\u200f"},
     };
     for (const TextCase& example : cases)
         EXPECT_EQ(Traceable(example.text), example.expected);

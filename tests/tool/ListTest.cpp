@@ -269,6 +269,16 @@ TEST_F(List, NamesMayEndWithAZeroByte) {
     EXPECT_EQ(Run({"list", "names.xml", "-0"}).status, 2);
 }
 
+TEST_F(List, OnlyExactOutputHoldsACharacterThatSteersTheTextAroundIt) {
+    const std::string name = "N\u009b\u2028\u202e\u061c";
+    WriteContexts("odd.xml",
+                  "<Context Name='" + name + "' Parameter='" + name + "' ParameterType='Path'/>");
+    EXPECT_EQ(Run({"list", "odd.xml", "--format", "names", "-0"}).standardOutput, name + '\0');
+    EXPECT_EQ(Run({"show", name, "odd.xml", "--field", "parameter"}).standardOutput, name + "\n");
+    EXPECT_EQ(Run({"list", "odd.xml", "--format", "names"}).standardOutput,
+              "N\\u009b\\u2028\\u202e\\u061c\n");
+}
+
 TEST_F(List, ProvidersAreListedOnceEach) {
     Expect({"providers",
             {"list", "site.xml", "--db-context", "--format", "providers"},

@@ -1,11 +1,11 @@
 #include "tools/dyadctx/DisplayText.h"
 
 #include "platform/detail/Utf8.h"
+#include "platform/detail/VisibleText.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdio>
 #include <span>
 #include <vector>
 
@@ -76,37 +76,6 @@ Character FirstCharacter(std::string_view text) {
     return {CharacterNumber(text.substr(0, length)), length};
 }
 
-std::string Escape(char mark, int digits, std::uint32_t value) {
-    std::array<char, 16> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "\\%c%0*x", mark, digits,
-                  static_cast<unsigned int>(value));
-    return buffer.data();
-}
-
-bool SteersTerminal(std::uint32_t code) {
-    const bool control = code < 0x20 || (code >= 0x7F && code < 0xA0);
-    // Line and paragraph separators, and marks that turn the direction of what follows.
-    return control || code == 0x2028 || code == 0x2029 || (code >= 0x202A && code <= 0x202E) ||
-           (code >= 0x2066 && code <= 0x2069);
-}
-
-std::string VisibleCharacter(std::string_view bytes, std::uint32_t code) {
-    if (code == IllFormed)
-        return Escape('x', 2, ByteAt(bytes, 0));
-    if (!SteersTerminal(code))
-        return std::string(bytes);
-    switch (code) {
-    case '\n':
-        return "\\n";
-    case '\r':
-        return "\\r";
-    case '\t':
-        return "\\t";
-    default:
-        return code < 0x80 ? Escape('x', 2, code) : Escape('u', 4, code);
-    }
-}
-
 int WidthOf(std::uint32_t code) {
     if (Holds(Combining, code))
         return 0;
@@ -173,16 +142,10 @@ bool HaveOtherSecrets(std::string_view left, std::string_view right) {
     return SecretsIn(left) != SecretsIn(right);
 }
 
-std::string Visible(std::string_view shown) {
-    const std::string masked = Masked(shown);
-    std::string_view text = masked;
+std::string Visible(std::string_view text) {
     std::string visible;
     visible.reserve(text.size());
-    while (!text.empty()) {
-        const Character character = FirstCharacter(text);
-        visible += VisibleCharacter(text.substr(0, character.length), character.code);
-        text.remove_prefix(character.length);
-    }
+    AppendVisible(Masked(text), visible);
     return visible;
 }
 

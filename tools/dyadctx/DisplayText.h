@@ -14,8 +14,8 @@ std::string Masked(std::string_view text);
 // Whether the passwords in the URLs of both differ.
 bool HaveOtherSecrets(std::string_view left, std::string_view right);
 
-// The masked text with control characters and ill-formed bytes written out (\n, \x1b, \u009b), so
-// that it stays on its line and cannot steer the terminal.
+// The masked text with control characters, line separators, marks of direction and ill-formed bytes
+// written out (\n, \x1b, \u2028), so that it stays on its line and cannot steer the terminal.
 std::string Visible(std::string_view text);
 
 // With a to z instead of A to Z.

@@ -128,7 +128,7 @@ std::string LegendText(const Legend& legend) {
 
 std::string WriteDot(const Graph& graph, std::string_view title) {
     std::string text = Head;
-    text += "  label=" + DotQuoted(std::string(title) + "\n" + Summary(graph)) + ";\n";
+    text += "  label=" + DotQuoted(Traceable(title) + "\n" + Summary(graph)) + ";\n";
     for (const GraphNode& node : graph.nodes)
         text += Statement(node);
     for (const GraphLink& link : graph.links)

@@ -192,7 +192,8 @@ std::string Classes(const Graph& graph, const Legend& legend) {
 std::string WriteMermaid(const Graph& graph, std::string_view title) {
     Links links;
     const Legend legend = LegendOf(graph);
-    std::string text = "flowchart TD\n  %% " + Escaped(title, " ") + " - " + Summary(graph) + "\n";
+    std::string text =
+        "flowchart TD\n  %% " + Escaped(Traceable(title), " ") + " - " + Summary(graph) + "\n";
     for (const GraphNode& node : graph.nodes)
         text += Statement(node);
     for (const GraphLink& link : graph.links)

@@ -22,12 +22,8 @@ struct InvisibleMark {
     std::string_view writtenOut;
 };
 
-constexpr std::array<InvisibleMark, 6> InvisibleMarks{{{"\u00AD", "\\u00ad"},
-                                                       {"\u200B", "\\u200b"},
-                                                       {"\u200E", "\\u200e"},
-                                                       {"\u200F", "\\u200f"},
-                                                       {"\u2060", "\\u2060"},
-                                                       {"\uFEFF", "\\ufeff"}}};
+constexpr std::array<InvisibleMark, 4> InvisibleMarks{
+    {{"\u00AD", "\\u00ad"}, {"\u200B", "\\u200b"}, {"\u2060", "\\u2060"}, {"\uFEFF", "\\ufeff"}}};
 
 std::vector<std::string_view> CharactersOf(std::string_view text) {
     std::vector<std::string_view> characters;

@@ -24,12 +24,12 @@ const char* CommandOf(Severity severity) {
 }
 
 std::string TextOf(const Finding& finding) {
-    std::string text = MarkedText(finding);
+    std::string text = Visible(MarkedText(finding));
     for (int i = 1; i <= finding.related.Size(); ++i) {
         const VELDyadCtxRelatedPlace& related = finding.related[i];
         const std::string line =
             related.place.line > 0 ? "line " + std::to_string(related.place.line) + ": " : "";
-        text += "\n" + line + ToText(related.text);
+        text += "\n" + line + Visible(related.text.AsView());
     }
     return text;
 }
@@ -37,13 +37,13 @@ std::string TextOf(const Finding& finding) {
 std::string CommandFor(const std::string& file, const Finding& finding) {
     std::string properties;
     if (!file.empty())
-        properties += ",file=" + Escaped(file, true);
+        properties += ",file=" + Escaped(Visible(file), true);
     if (!file.empty() && finding.place.line > 0)
         properties += ",line=" + std::to_string(finding.place.line) +
                       ",col=" + std::to_string(finding.place.column);
     properties += ",title=" + Escaped(finding.id.AsView(), true);
     return std::string("::") + CommandOf(finding.severity) + " " + properties.substr(1) +
-           "::" + Escaped(Masked(TextOf(finding)), false) + "\n";
+           "::" + Escaped(TextOf(finding), false) + "\n";
 }
 
 } // namespace
@@ -61,7 +61,8 @@ std::string GithubReport(const std::vector<CheckedFile>& files) {
             report += CommandFor(file.source.file, finding);
         if (FailedSilently(file))
             report += "::error::" +
-                      Escaped(file.source.file + ": " + ReasonOfSilentFailure(file.source), false) +
+                      Escaped(Visible(file.source.file) + ": " + ReasonOfSilentFailure(file.source),
+                              false) +
                       "\n";
     }
     return report;

@@ -1,6 +1,7 @@
 #include "platform/VELDyadCtxVersion.h"
 #include "tools/dyadctx/ContextFacts.h"
 #include "tools/dyadctx/Diagnosis.h"
+#include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/explain/ExplanationPages.h"
 #include "tools/dyadctx/report/Report.h"
 
@@ -95,7 +96,7 @@ Json RelatedLocations(const std::string& file, const Finding& finding) {
         const VELDyadCtxRelatedPlace& related = finding.related[i];
         locations.push_back(
             {{"physicalLocation", PhysicalLocation(file, related.place, related.end)},
-             {"message", {{"text", ToText(related.text)}}}});
+             {"message", {{"text", Visible(related.text.AsView())}}}});
     }
     return locations;
 }
@@ -106,12 +107,12 @@ Json ResultOf(const std::string& file, const Finding& finding, Rules& rules) {
     result["ruleId"] = id;
     result["ruleIndex"] = rules.IndexOf(id);
     result["level"] = NameOf(finding.severity);
-    result["message"] = {{"text", MarkedText(finding)}};
+    result["message"] = {{"text", Visible(MarkedText(finding))}};
     if (!file.empty()) {
         Json location = {{"physicalLocation", PhysicalLocation(file, finding.place, finding.end)}};
         if (finding.hasContext)
             location["logicalLocations"] =
-                Json::array({{{"name", ToText(finding.context)}, {"kind", "element"}}});
+                Json::array({{{"name", Visible(finding.context.AsView())}, {"kind", "element"}}});
         result["locations"] = Json::array({std::move(location)});
     }
     if (finding.related.Size() > 0)
