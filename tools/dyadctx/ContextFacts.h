@@ -48,7 +48,7 @@ struct ScenarioFacts {
     std::string scenario;
     std::string optionName;
     std::string optionValue;
-    auto operator<=>(const ScenarioFacts&) const = default;
+    auto operator<=>(const ScenarioFacts&) const = default; // NOLINT(modernize-use-nullptr)
 };
 
 // The contexts of the current view, in its order; with their places where the check that made the

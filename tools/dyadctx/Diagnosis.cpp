@@ -6,7 +6,7 @@
 #include "trace/VELDyadMessageKeys.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <charconv>
 #include <unordered_set>
 
 namespace dyadctx::tool {
@@ -98,8 +98,12 @@ bool FoundSyntaxError(const VELDyadCtxFileCheck& check) {
 int CountInFinding(const VELDyadCtxFileCheck& check, std::string_view id) {
     for (int i = 1; i <= check.GetNbFindings(); ++i) {
         const Finding& finding = check.GetFindingAt(i);
-        if (finding.id.AsView() == id && finding.parameters.Size() > 0)
-            return std::atoi(finding.parameters[1].ConvertToChar());
+        if (finding.id.AsView() != id || finding.parameters.Size() == 0)
+            continue;
+        const std::string_view digits = finding.parameters[1].AsView();
+        int count = 0;
+        std::from_chars(digits.data(), digits.data() + digits.size(), count);
+        return count;
     }
     return 0;
 }

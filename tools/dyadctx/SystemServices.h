@@ -19,7 +19,7 @@ std::vector<std::string> FilesNamed(const std::string& word);
 class Console {
 public:
     Console() noexcept;
-    ~Console();
+    ~Console(); // NOLINT(performance-trivially-destructible): on Windows it has work to do
     Console(const Console&) = delete;
     Console& operator=(const Console&) = delete;
 

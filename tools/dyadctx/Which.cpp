@@ -149,7 +149,7 @@ std::string PlaceOfSettings(const Candidate& candidate) {
 std::string FoundIn(const Candidate& candidate) {
     if (candidate.origin == VELDyadCtxFileOrigin::Settings)
         return PlaceOfSettings(candidate);
-    const std::string variable = NameOf(candidate.origin);
+    std::string variable = NameOf(candidate.origin);
     if (!candidate.isSet)
         return variable;
     const std::string value = Quoted(candidate.value);
