@@ -24,10 +24,10 @@ FileReader::~FileReader() {
 
 bool FileReader::Open(const VELUnicodeString& path) {
     Close();
-    VELFileInfo info;
+    unsigned int mode = 0;
     const auto native = WidePath(path.AsView());
     failure_ = native ? 0 : ERROR_INVALID_NAME;
-    if (!native || Fails(VELGetFileInfo(path, info)) || info.mode != VELFileInfo::RegularFile)
+    if (!native || Fails(FindMode(*native, mode) ? 0 : -1) || mode != VELFileInfo::RegularFile)
         return false;
     Handle file(CreateFileW(native->c_str(), GENERIC_READ, ShareAll, nullptr, OPEN_EXISTING,
                             FILE_FLAG_SEQUENTIAL_SCAN, nullptr));

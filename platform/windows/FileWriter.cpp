@@ -9,6 +9,7 @@
 #include <cwchar>
 #include <exception>
 #include <random>
+#include <vector>
 
 namespace dyadctx {
 
@@ -51,11 +52,6 @@ Refusal WriteAll(HANDLE file, std::string_view content) {
 // With trailing separator; empty for a name without folder.
 std::wstring FolderOf(const std::wstring& path) {
     return path.substr(0, path.rfind(L'\\') + 1);
-}
-
-// Names such as "\\.\pipe\x": opening one can already wake another process.
-bool IsDeviceName(const std::wstring& path) {
-    return path.starts_with(L"\\\\.\\");
 }
 
 // The number for GetStdHandle; 0 if the path is not a standard stream.
@@ -102,19 +98,28 @@ Refusal LookAtExisting(HANDLE file, Target& target) {
         return SystemRefusal(Kind::PathNotUsable);
     if ((description.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
         return {Kind::NotReplaceable, 0, "it is a folder"};
+    if ((description.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0)
+        return {Kind::NotPermitted, ERROR_ACCESS_DENIED};
     const Handle writable(CreateFileW(target.path.c_str(), FILE_WRITE_DATA, ShareAll, nullptr,
                                       OPEN_EXISTING, 0, nullptr));
     if (!writable.IsOpen() && GetLastError() != ERROR_SHARING_VIOLATION)
         return SystemRefusal(Kind::NotPermitted);
     target.exists = true;
-    return FollowLinks(file, target.path);
+    const DWORD own = GetFileAttributesW(target.path.c_str());
+    const bool isLink = own != INVALID_FILE_ATTRIBUTES && (own & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    return isLink ? FollowLinks(file, target.path) : Refusal{};
 }
 
 // Follows links to the file to replace, or opens the stream to write.
 Refusal LookAt(const VELUnicodeString& path, Target& target) {
     auto native = WidePath(path.AsView());
-    if (!native || native->empty() || native->back() == L'\\')
+    if (!native || native->empty())
         return {Kind::PathNotUsable, ERROR_INVALID_NAME};
+    if (native->back() == L'\\') {
+        const bool isThere = GetFileAttributesW(native->c_str()) != INVALID_FILE_ATTRIBUTES;
+        return isThere ? Refusal{Kind::NotReplaceable, 0, "it is a folder"}
+                       : Refusal{Kind::PathNotUsable, ERROR_INVALID_NAME};
+    }
     const DWORD standard = StandardStream(*native);
     if (standard != 0)
         return OpenStandardStream(standard, target);
@@ -129,6 +134,8 @@ Refusal LookAt(const VELUnicodeString& path, Target& target) {
     const Refusal refusal = SystemRefusal(Kind::PathNotUsable);
     // Something exists but cannot be opened, such as a broken link: refused.
     const bool isThere = GetFileAttributesW(target.path.c_str()) != INVALID_FILE_ATTRIBUTES;
+    if (refusal.code == ERROR_PATH_NOT_FOUND && !isThere)
+        return {Kind::PathNotUsable, refusal.code, "the folder does not exist"};
     return isThere || refusal.code != ERROR_FILE_NOT_FOUND ? refusal : Refusal{};
 }
 
@@ -149,6 +156,7 @@ public:
 
     Refusal Create(const std::wstring& folder);
     Refusal Write(std::string_view content) { return WriteAll(file_.Get(), content); }
+    Refusal TakeRightsOf(const std::wstring& path);
     Refusal Finish();
     Refusal Become(const Target& target);
 
@@ -163,7 +171,7 @@ Refusal TemporaryFile::Create(const std::wstring& folder) {
         std::array<wchar_t, 40> name;
         std::swprintf(name.data(), name.size(), L".dyadctx-%08x%08x.tmp", random(), random());
         std::wstring path = folder + name.data();
-        file_.Reset(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+        file_.Reset(CreateFileW(path.c_str(), GENERIC_WRITE | WRITE_DAC, 0, nullptr, CREATE_NEW,
                                 FILE_ATTRIBUTE_NORMAL, nullptr));
         if (file_.IsOpen()) {
             path_.swap(path);
@@ -186,20 +194,32 @@ Refusal TemporaryFile::Finish() {
     return done ? Refusal{} : SystemRefusal(Kind::NotWritten);
 }
 
-// Replacing an existing file keeps its owner, rights and attributes.
+// Nobody may gain a right this way. A file system without access lists has none to keep.
+Refusal TemporaryFile::TakeRightsOf(const std::wstring& path) {
+    constexpr SECURITY_INFORMATION what = DACL_SECURITY_INFORMATION;
+    DWORD size = 0;
+    GetFileSecurityW(path.c_str(), what, nullptr, 0, &size);
+    std::vector<char> rights(size);
+    const bool areKnown =
+        size > 0 && GetFileSecurityW(path.c_str(), what, rights.data(), size, &size) != 0;
+    if (areKnown && SetKernelObjectSecurity(file_.Get(), what, rights.data()) == 0)
+        return SystemRefusal(Kind::NotPermitted);
+    return areKnown || GetLastError() == ERROR_NOT_SUPPORTED ? Refusal{}
+                                                             : SystemRefusal(Kind::NotPermitted);
+}
+
+// At once for everyone who looks.
 bool MoveOver(const std::wstring& from, const Target& target) {
-    if (target.exists && ReplaceFileW(target.path.c_str(), from.c_str(), nullptr,
-                                      REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) != 0)
-        return true;
-    // A former file that was moved away already leaves its name to the new one.
-    const bool isNameFree = !target.exists || GetLastError() == ERROR_UNABLE_TO_MOVE_REPLACEMENT_2;
-    return isNameFree &&
-           MoveFileExW(from.c_str(), target.path.c_str(), MOVEFILE_WRITE_THROUGH) != 0;
+    const DWORD attributes = GetFileAttributesW(target.path.c_str());
+    if (target.exists && attributes != INVALID_FILE_ATTRIBUTES)
+        SetFileAttributesW(from.c_str(), attributes);
+    return MoveFileExW(from.c_str(), target.path.c_str(),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 }
 
 bool IsHeldByOthers(DWORD code) {
     return code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION ||
-           code == ERROR_ACCESS_DENIED || code == ERROR_UNABLE_TO_REMOVE_REPLACED;
+           code == ERROR_ACCESS_DENIED;
 }
 
 // A scanner for viruses or an indexer has a file for a moment only; an editor keeps it.
@@ -222,6 +242,8 @@ Refusal Replace(const Target& target, std::string_view content) {
     Refusal refusal = file.Create(FolderOf(target.path));
     if (!refusal.IsRefusal())
         refusal = file.Write(content);
+    if (!refusal.IsRefusal() && target.exists)
+        refusal = file.TakeRightsOf(target.path);
     if (!refusal.IsRefusal())
         refusal = file.Finish();
     return refusal.IsRefusal() ? refusal : file.Become(target);

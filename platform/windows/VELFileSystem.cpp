@@ -10,24 +10,11 @@ constexpr int Failed = -1;
 constexpr int MayWrite = 2;
 constexpr int MayRead = 4;
 
-// Names such as "\\.\pipe\x": opening one can already wake another process.
-bool IsDeviceName(const std::wstring& path) {
-    return path.starts_with(L"\\\\.\\");
-}
-
-// Opens a file or folder, following links. With `access` 0, only for its attributes.
-HANDLE OpenExisting(const std::wstring& path, DWORD access) {
-    if (IsDeviceName(path))
-        return INVALID_HANDLE_VALUE;
-    return CreateFileW(path.c_str(), access, dyadctx::ShareAll, nullptr, OPEN_EXISTING,
-                       FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-}
-
-unsigned int ModeOf(HANDLE file, const BY_HANDLE_FILE_INFORMATION& description) {
-    if (GetFileType(file) != FILE_TYPE_DISK)
-        return 0;
-    const bool isFolder = (description.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    return isFolder ? VELFileInfo::Directory : VELFileInfo::RegularFile;
+// The attribute means nothing for a folder.
+bool IsReadOnlyFile(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    constexpr DWORD both = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY;
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & both) == FILE_ATTRIBUTE_READONLY;
 }
 
 DWORD SystemAccess(int mode) {
@@ -44,12 +31,7 @@ int VELGetFileInfo(const VELUnicodeString& path, VELFileInfo& info) {
         const auto native = dyadctx::WidePath(path.AsView());
         if (!native)
             return Failed;
-        const dyadctx::Handle file(OpenExisting(*native, 0));
-        BY_HANDLE_FILE_INFORMATION description{};
-        if (!file.IsOpen() || GetFileInformationByHandle(file.Get(), &description) == 0)
-            return Failed;
-        info.mode = ModeOf(file.Get(), description);
-        return 0;
+        return dyadctx::FindMode(*native, info.mode) ? 0 : Failed;
     } catch (const std::exception&) {
         return Failed;
     }
@@ -62,7 +44,9 @@ int VELFileAccess(const VELUnicodeString& path, int mode) {
         const auto native = dyadctx::WidePath(path.AsView());
         if (!native)
             return Failed;
-        const dyadctx::Handle file(OpenExisting(*native, SystemAccess(mode)));
+        if ((mode & MayWrite) != 0 && IsReadOnlyFile(*native))
+            return Failed;
+        const dyadctx::Handle file(dyadctx::OpenExisting(*native, SystemAccess(mode)));
         return file.IsOpen() ? 0 : Failed;
     } catch (const std::exception&) {
         return Failed;

@@ -1,5 +1,6 @@
 #include "platform/windows/WindowsApi.h"
 
+#include "platform/VELFileSystem.h"
 #include "platform/detail/NativePath.h"
 
 #include <algorithm>
@@ -42,7 +43,8 @@ bool IsOldDevice(std::wstring name) {
 }
 
 // Some versions of Windows open the device whatever the folder and the ending.
-bool NamesOldDevice(const std::wstring& path) {
+bool NamesOldDevice(std::wstring path) {
+    path.erase(path.find_last_not_of(L':') + 1);
     std::wstring name = path.substr(path.find_last_of(L"\\:") + 1);
     name.resize(std::min(name.find_first_of(L".:"), name.size()));
     name.erase(name.find_last_not_of(L' ') + 1);
@@ -98,6 +100,31 @@ std::optional<std::wstring> WidePath(std::string_view path) {
         return std::nullopt;
     const std::wstring full = FullPath(*wide);
     return full.size() < LongPath ? wide : LongForm(full);
+}
+
+bool IsDeviceName(const std::wstring& path) {
+    return path.starts_with(L"\\\\.\\");
+}
+
+HANDLE OpenExisting(const std::wstring& path, DWORD access) {
+    if (IsDeviceName(path)) {
+        SetLastError(ERROR_INVALID_NAME);
+        return INVALID_HANDLE_VALUE;
+    }
+    return CreateFileW(path.c_str(), access, ShareAll, nullptr, OPEN_EXISTING,
+                       FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+}
+
+bool FindMode(const std::wstring& path, unsigned int& mode) {
+    const Handle file(OpenExisting(path, 0));
+    BY_HANDLE_FILE_INFORMATION description{};
+    if (!file.IsOpen() || GetFileInformationByHandle(file.Get(), &description) == 0)
+        return false;
+    const bool isFolder = (description.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    mode = isFolder ? VELFileInfo::Directory : VELFileInfo::RegularFile;
+    if (GetFileType(file.Get()) != FILE_TYPE_DISK)
+        mode = 0;
+    return true;
 }
 
 std::optional<std::wstring> FinalPath(HANDLE file) {

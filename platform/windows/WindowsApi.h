@@ -31,6 +31,15 @@ std::wstring FullPath(const std::wstring& path);
 // The path of an open file or folder with links followed; nothing if the system does not tell.
 std::optional<std::wstring> FinalPath(HANDLE file);
 
+// Names such as "\\\\.\\pipe\\x": opening one can already wake another process.
+bool IsDeviceName(const std::wstring& path);
+
+// Opens a file or folder, following links. With `access` 0, only for its attributes.
+HANDLE OpenExisting(const std::wstring& path, DWORD access);
+
+// The mode of a file, as VELFileInfo has it. False, with the system's last error, if there is none.
+bool FindMode(const std::wstring& path, unsigned int& mode);
+
 constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 // A handle, closed at the end of its scope.
