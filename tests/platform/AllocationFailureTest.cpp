@@ -274,6 +274,8 @@ TEST(AllocationFailure, ARepositoryIsAbsentOrRefuses) {
     const TemporaryFolder folder;
     const dyadctx::test::EnvironmentVariable variable("VELSettingPath", folder.Path().string());
     folder.Write("R.toml", "file = \"a text of more than fifteen bytes\"\n");
+    // The first one of a thread is also noted for its end, which may go without memory.
+    ASSERT_NE(nullptr, VELSysSettingRepository::GetRepository("R", 0));
     const int allocations = ForEachAllocation([](int number) {
         VELUnicodeString value("former");
         VELResult result = E_FAIL;

@@ -7,8 +7,9 @@
 using dyadctx::NativePath;
 
 TEST(NativePath, HasTheSystemsSeparators) {
-    EXPECT_EQ("/a/b/c.xml", NativePath("\\a/b\\c.xml"));
-    EXPECT_EQ("root//resources/xml", NativePath("root/\\resources\\xml"));
+    const std::string separator(1, dyadctx::SystemSeparator());
+    EXPECT_EQ(separator + "a" + separator + "b", NativePath("\\a/b"));
+    EXPECT_EQ("root" + separator + separator + "resources", NativePath("root/\\resources"));
     EXPECT_EQ("", NativePath(""));
 }
 

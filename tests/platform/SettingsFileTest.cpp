@@ -1,5 +1,6 @@
 #include "platform/detail/SettingsFile.h"
 
+#include "platform/detail/NativePath.h"
 #include "support/EnvironmentVariable.h"
 #include "support/TemporaryFolder.h"
 
@@ -38,8 +39,9 @@ Reading Read(const std::string& path, const char* attribute) {
 } // namespace
 
 TEST(SettingsFile, LiesInTheNamedFolder) {
-    EXPECT_EQ("/etc/x/R.toml", PathIn("/etc/x", "R"));
-    EXPECT_EQ("\\\\host\\share/R.toml", PathIn("\\\\host\\share", "R"));
+    const std::string separator(1, dyadctx::SystemSeparator());
+    EXPECT_EQ("/etc/x" + separator + "R.toml", PathIn("/etc/x", "R"));
+    EXPECT_EQ("\\\\host\\share" + separator + "R.toml", PathIn("\\\\host\\share", "R"));
 }
 
 TEST(SettingsFile, HasNoPathForNamesThatLeadElsewhere) {

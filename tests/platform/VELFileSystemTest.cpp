@@ -88,14 +88,16 @@ TEST(VELFileSystem, SplitsAPathIntoItself) {
 TEST(VELFileSystem, ModesAreExactlyOneBitOrNone) {
     const TemporaryFolder folder;
     folder.Write("a.xml", "x");
-    dyadctx::test::MakeFifo(folder.PathOf("fifo"));
-    dyadctx::test::MakeSocket(folder.PathOf("socket"));
 
     EXPECT_EQ(0x4000U, ModeOf(folder.Path().string()));
     EXPECT_EQ(0x8000U, ModeOf(folder.PathOf("a.xml")));
-    EXPECT_EQ(0U, ModeOf(folder.PathOf("fifo")));
-    EXPECT_EQ(0U, ModeOf(folder.PathOf("socket")));
-    EXPECT_EQ(0U, ModeOf("/dev/null"));
+    if (dyadctx::test::MakeFifo(folder.PathOf("fifo"))) {
+        EXPECT_EQ(0U, ModeOf(folder.PathOf("fifo")));
+        EXPECT_EQ(0U, ModeOf("/dev/null"));
+    }
+    if (dyadctx::test::MakeSocket(folder.PathOf("socket"))) {
+        EXPECT_EQ(0U, ModeOf(folder.PathOf("socket")));
+    }
     EXPECT_EQ(1U, ModeOf(folder.PathOf("missing")));
     EXPECT_EQ(1U, ModeOf(""));
 }

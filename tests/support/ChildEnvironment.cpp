@@ -26,9 +26,11 @@ std::vector<std::string> ChildEnvironment(const ChildRun& run,
         if (!IsOfNoConcern(entry) && !run.environment.contains(entry.substr(0, entry.find('='))))
             entries.push_back(entry);
     }
-    for (const char* home : {"HOME", "APPDATA"}) {
-        if (!run.environment.contains(home))
-            entries.push_back(std::string(home) + "=/nonexistent");
+    const auto home = run.environment.find("HOME");
+    const auto folder = home == run.environment.end() ? "/nonexistent" : home->second;
+    for (const char* name : {"HOME", "APPDATA"}) {
+        if (folder && !run.environment.contains(name))
+            entries.push_back(std::string(name) + "=" + *folder);
     }
     for (const auto& [name, value] : run.environment) {
         if (value)

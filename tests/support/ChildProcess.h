@@ -13,8 +13,8 @@ struct ChildRun {
     std::string program;
     std::vector<std::string> arguments;
     // Changes to this process's environment; no value removes the variable. The library's own
-    // variables, LANG, LC_* and XDG_CONFIG_HOME are removed first, HOME and APPDATA become an
-    // unused folder.
+    // variables, LANG, LC_* and XDG_CONFIG_HOME are removed first, HOME becomes an unused
+    // folder; APPDATA is that of HOME unless it is given.
     std::map<std::string, std::optional<std::string>> environment;
     std::string workingFolder;
     std::string standardInput;
@@ -23,6 +23,8 @@ struct ChildRun {
     // The program writes line ends as they are on every system. From others, each line end is one
     // character in the result all the same.
     bool hasBinaryStreams = false;
+    // The most stack, where it is not the program that says so; 0 for that of this process.
+    int stackKilobytes = 0;
     int timeoutSeconds = 60;
 };
 

@@ -6,10 +6,11 @@
 
 namespace dyadctx::test {
 
-void MakeFifo(const std::string& path);
-void MakeSocket(const std::string& path);
-// False where this process may not make one.
+// False where the system has none of these, or this process may not make one.
+bool MakeFifo(const std::string& path);
+bool MakeSocket(const std::string& path);
 bool MakeBlockDevice(const std::string& path);
+bool MakeLink(const std::string& target, const std::string& path);
 
 // An open file, FIFO or end of a pipe, which goes with this object. Opening never waits.
 class OpenFile {

@@ -26,7 +26,7 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 std::string TemporaryFolder::Write(const std::string& name, std::string_view content) const {
-    const fs::path file = path_ / FromUtf8(name);
+    const fs::path file = (path_ / FromUtf8(name)).make_preferred();
     fs::create_directories(file.parent_path());
     std::ofstream out(file, std::ios::binary);
     out.write(content.data(), static_cast<std::streamsize>(content.size()));

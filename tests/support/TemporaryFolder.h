@@ -7,6 +7,9 @@
 
 namespace dyadctx::test {
 
+inline const std::string Separator(1,
+                                   static_cast<char>(std::filesystem::path::preferred_separator));
+
 inline std::filesystem::path FromUtf8(const std::string& text) {
     return std::u8string(text.begin(), text.end());
 }
@@ -24,8 +27,10 @@ public:
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     const std::filesystem::path& Path() const { return path_; }
-    // Names and paths are UTF-8 on every system.
-    std::string PathOf(const std::string& name) const { return Utf8(path_ / FromUtf8(name)); }
+    // Names and paths are UTF-8 on every system, paths with its separators.
+    std::string PathOf(const std::string& name) const {
+        return Utf8((path_ / FromUtf8(name)).make_preferred());
+    }
     // Writes a file (and the folders it lies in) and returns its path.
     std::string Write(const std::string& name, std::string_view content) const;
     std::string Read(const std::string& name) const;

@@ -26,6 +26,13 @@ ChildResult ToolTest::Run(const std::vector<std::string>& arguments,
     return RunChild(run);
 }
 
+ChildResult ToolTest::RunOnInput(const std::string& input,
+                                 const std::vector<std::string>& arguments) const {
+    ChildRun run = ToolRun(folder_, arguments);
+    run.standardInput = input;
+    return RunChild(run);
+}
+
 ChildResult ToolTest::RunInShell(const std::string& command, const Environment& environment) const {
     ChildRun run = ToolRun(folder_, {"-c", command});
     run.program = "/bin/sh";

@@ -34,6 +34,9 @@ class ToolTest : public testing::Test {
 protected:
     ChildResult Run(const std::vector<std::string>& arguments,
                     const Environment& environment = {}) const;
+    // The same with that text on standard input.
+    ChildResult RunOnInput(const std::string& input,
+                           const std::vector<std::string>& arguments) const;
     // The same through a shell, with $DYADCTX for the tool.
     ChildResult RunInShell(const std::string& command, const Environment& environment = {}) const;
     // Runs without the rights of the super-user, in a folder others may enter.

@@ -28,10 +28,9 @@ std::string Nested(const std::string& open, const std::string& close, int depth)
 ChildResult ReadWithSmallStack(const std::string& contexts) {
     const TemporaryFolder folder;
     ChildRun run;
-    run.program = "/bin/sh";
-    run.arguments = {"-c",   "ulimit -s 1024; exec \"$@\"",
-                     "sh",   DYADCTX_XML_PROBE,
-                     "read", folder.Write("deep.xml", DocumentWith(contexts))};
+    run.program = DYADCTX_XML_PROBE;
+    run.arguments = {"read", folder.Write("deep.xml", DocumentWith(contexts))};
+    run.stackKilobytes = 1024;
     return RunChild(run);
 }
 

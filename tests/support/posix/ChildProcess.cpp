@@ -11,6 +11,7 @@
 #include <grp.h>
 #include <poll.h>
 #include <stdexcept>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -70,6 +71,12 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
     dup2(pipes[2].writeEnd, 2);
     if (!run.workingFolder.empty() && chdir(run.workingFolder.c_str()) != 0)
         _exit(CannotStart);
+    if (run.stackKilobytes > 0) {
+        const rlim_t bytes = static_cast<rlim_t>(run.stackKilobytes) * 1024;
+        const rlimit limit{bytes, bytes};
+        if (setrlimit(RLIMIT_STACK, &limit) != 0)
+            _exit(CannotStart);
+    }
     if (run.asOrdinaryUser && geteuid() == 0 &&
         (setgroups(0, nullptr) != 0 || setgid(OrdinaryUser) != 0 || setuid(OrdinaryUser) != 0))
         _exit(CannotStart);

@@ -34,11 +34,17 @@ sigset_t PipeSignal() {
 
 } // namespace
 
-void MakeFifo(const std::string& path) {
+bool MakeFifo(const std::string& path) {
     Require(mkfifo(path.c_str(), 0666) == 0, path);
+    return true;
 }
 
-void MakeSocket(const std::string& path) {
+bool MakeLink(const std::string& target, const std::string& path) {
+    Require(symlink(target.c_str(), path.c_str()) == 0, path);
+    return true;
+}
+
+bool MakeSocket(const std::string& path) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     Require(path.size() < sizeof address.sun_path, path);
@@ -47,6 +53,7 @@ void MakeSocket(const std::string& path) {
     const int bound = bind(made, reinterpret_cast<const sockaddr*>(&address), sizeof address);
     close(made);
     Require(bound == 0, path);
+    return true;
 }
 
 bool MakeBlockDevice(const std::string& path) {

@@ -109,8 +109,11 @@ Handle Start(const ChildRun& run, HANDLE input, HANDLE output, HANDLE error) {
     std::wstring line = LineOf(run);
     std::wstring environment = BlockOf(ChildEnvironment(run, OwnEnvironment()));
     const std::wstring folder = Wide(run.workingFolder);
+    std::wstring program = Wide(run.program);
+    if (GetFileAttributesW(program.c_str()) == INVALID_FILE_ATTRIBUTES)
+        program += L".exe";
     PROCESS_INFORMATION started{};
-    if (CreateProcessW(Wide(run.program).c_str(), line.data(), nullptr, nullptr, TRUE,
+    if (CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE,
                        CREATE_UNICODE_ENVIRONMENT, environment.data(),
                        folder.empty() ? nullptr : folder.c_str(), &start, &started) == 0)
         throw std::runtime_error("no child process: " + run.program);

@@ -18,12 +18,16 @@ namespace {
 
 } // namespace
 
-void MakeFifo(const std::string&) {
-    Refuse("FIFOs");
+bool MakeFifo(const std::string&) {
+    return false;
 }
 
-void MakeSocket(const std::string&) {
-    Refuse("sockets among the files");
+bool MakeLink(const std::string&, const std::string&) {
+    return false;
+}
+
+bool MakeSocket(const std::string&) {
+    return false;
 }
 
 bool MakeBlockDevice(const std::string&) {
