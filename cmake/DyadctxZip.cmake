@@ -1,7 +1,8 @@
 # The ZIP package for Windows (`cpack`): what is installed, and what a folder of its own needs beside it.
 
 install(FILES ${dyadctx_runtime_libraries} DESTINATION ${CMAKE_INSTALL_BINDIR})
-install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION .)
+install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+  ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION .)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs ${PROJECT_SOURCE_DIR}/examples DESTINATION .
   PATTERN CMakeLists.txt EXCLUDE)
 # Texts to begin other languages with, for VELMessageCatalogPath.
