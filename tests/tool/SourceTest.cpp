@@ -65,6 +65,45 @@ TEST_F(Source, AFileThatCannotBeReadIsToldWithTheReason) {
     }
 }
 
+// A regular file whose first bytes the system refuses to give.
+TEST_F(Source, AReadErrorIsNoFaultOfTheFile) {
+    if (!fs::exists("/proc/self/mem"))
+        GTEST_SKIP() << "no file that cannot be read";
+    fs::create_symlink("/proc/self/mem", folder_.Path() / "bad.xml");
+    const std::string unusable = "bad.xml: error: The context file \"./bad.xml\" cannot be used.";
+    const std::string reason = "Input/output error";
+    for (const std::string command : {"list", "scenarios", "graph"})
+        Expect({command,
+                {command, "bad.xml"},
+                3,
+                "",
+                {unusable, "dyadctx: error: bad.xml cannot be read: " + reason},
+                {}});
+    const ChildResult checked = Run({"check", "bad.xml"});
+    EXPECT_EQ(checked.status, 3);
+    EXPECT_EQ(checked.standardOutput.find("XMLSyntaxError"), std::string::npos);
+    EXPECT_EQ(checked.standardOutput.find(unusable), 0U) << checked.standardOutput;
+    EXPECT_NE(checked.standardOutput.find("bad.xml: note: " + reason + "\n"), std::string::npos)
+        << checked.standardOutput;
+    const Json verdict = VerdictOn({"check", "bad.xml"}, 3);
+    ASSERT_EQ(verdict["findings"].size(), 1U);
+    EXPECT_EQ(verdict["findings"][0]["key"], "Ctx.Collector.XMLFileNotValid");
+    EXPECT_EQ(verdict["findings"][0]["related"][0]["text"], reason);
+    EXPECT_EQ(verdict["valid"], false);
+}
+
+TEST_F(Source, AnOptionWithoutANameIsTheOneFaultWithoutAMessage) {
+    WriteContexts("option.xml", "<Context Name='A' Parameter='a' ParameterType='Path'>"
+                                "<ScenarioID><Option value='v'/></ScenarioID></Context>");
+    Expect({"silent",
+            {"list", "option.xml"},
+            4,
+            "",
+            {"dyadctx: error: option.xml cannot be loaded: the library gives no reason; look for "
+             "an Option without a name; see `dyadctx check option.xml`"},
+            {}});
+}
+
 TEST_F(Source, AFileThatMayNotBeReadIsTold) {
     fs::permissions(folder_.Path() / "a.xml", fs::perms(0));
     const ChildResult result = RunAsOrdinaryUser({"list", "a.xml"});

@@ -49,7 +49,8 @@ std::vector<VELDyadCtxFindingKind> FindingKinds() {
 }
 
 std::vector<Finding> Diagnose(const Source& source, const DiagnosisOptions& options) {
-    if (source.path.empty())
+    // A file that cannot be read is not wrong XML, as which the check would take it.
+    if (source.path.empty() || !source.whyNotRead.empty())
         return source.findings;
     VELDyadCtxFileCheck check;
     check.SetDeep(options.deep);
@@ -91,8 +92,7 @@ std::vector<Finding> ErrorsOf(const VELDyadCtxFileCheck& check) {
 
 bool FoundSyntaxError(const VELDyadCtxFileCheck& check) {
     const std::vector<Finding> errors = ErrorsOf(check);
-    return std::any_of(errors.begin(), errors.end(),
-                       [](const Finding& one) { return one.id.AsView() == key::XMLSyntaxError; });
+    return std::any_of(errors.begin(), errors.end(), IsSyntaxError);
 }
 
 int CountInFinding(const VELDyadCtxFileCheck& check, std::string_view id) {

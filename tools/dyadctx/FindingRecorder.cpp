@@ -68,6 +68,10 @@ bool IsAboutFileChoice(const Finding& finding) {
     return id == key::XMLFileNotSet || id == key::XMLFileNotValid;
 }
 
+bool IsSyntaxError(const Finding& finding) {
+    return finding.id.AsView() == key::XMLSyntaxError;
+}
+
 const char* NameOf(Severity severity) {
     switch (severity) {
     case Severity::Error:

@@ -45,6 +45,8 @@ bool IsLabelKey(std::string_view key);
 
 // Whether the message says that no file was chosen or that the chosen one cannot be read.
 bool IsAboutFileChoice(const Finding& finding);
+// Whether it says that the file is no XML.
+bool IsSyntaxError(const Finding& finding);
 
 // "FILE:LINE:COLUMN: ", without what is not known.
 std::string PlacePrefix(const std::string& file, const VELPlace& place);

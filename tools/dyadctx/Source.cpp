@@ -3,15 +3,20 @@
 #include "platform/VELDbContextEnvironment.h"
 #include "platform/VELEnvironment.h"
 #include "platform/VELFileSystem.h"
+#include "platform/VELMsgCatalog.h"
 #include "tools/dyadctx/Diagnosis.h"
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/FileChoiceText.h"
 #include "tools/dyadctx/Paths.h"
 #include "tools/dyadctx/SystemServices.h"
 #include "tools/dyadctx/Words.h"
+#include "trace/VELDyadMessageKeys.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <fstream>
 #include <new>
+#include <string_view>
 #include <system_error>
 #include <unordered_set>
 #include <utility>
@@ -22,6 +27,7 @@ namespace {
 
 constexpr const char* ChannelVariable = "ExchangeChannel";
 constexpr const char* OutputVariable = "VELDyadCtxOut";
+constexpr std::string_view OptionWithoutName = "option-without-name";
 
 std::string& StandardInputName() {
     static std::string name = StandardInput;
@@ -51,12 +57,54 @@ std::string ReasonNotWritten(VELDyadCtxCollector& collector) {
     return Visible(refusal.reason.AsView());
 }
 
+// Empty for a file that can be read to its end.
+std::string WhyNotRead(const std::string& file) {
+    constexpr std::size_t PieceSize = std::size_t{64} << 10U;
+    std::string piece(PieceSize, '\0');
+    std::ifstream stream(NativePath(file), std::ios::binary);
+    errno = 0;
+    while (stream.read(piece.data(), static_cast<std::streamsize>(piece.size())))
+        continue;
+    return stream.bad() ? std::generic_category().message(errno != 0 ? errno : EIO) : "";
+}
+
+// A file that ends in a read error is no XML for the library: the fault then has no place.
+bool HasFaultWithoutPlace(const Source& source) {
+    if (std::none_of(source.findings.begin(), source.findings.end(), IsSyntaxError))
+        return false;
+    VELDyadCtxFileCheck check;
+    RunCheck(check, source);
+    const std::vector<Finding> errors = ErrorsOf(check);
+    return std::any_of(errors.begin(), errors.end(), [](const Finding& one) {
+        return IsSyntaxError(one) && one.place.line == 0;
+    });
+}
+
+// What the library says of a file that cannot be opened.
+Finding UnreadableFile(const Source& source) {
+    const VELUnicodeString path(source.path);
+    Finding finding;
+    finding.id = VELUnicodeString(key::XMLFileNotValid);
+    finding.text =
+        VELMsgCatalog::BuildMessage(key::Catalog, key::XMLFileNotValid, &path, 1, finding.id);
+    finding.parameters.Append(path);
+    finding.related.Append({VELUnicodeString(source.whyNotRead), {}, {}});
+    return finding;
+}
+
 // A failed write of VELDyadCtxOut leaves neither collector nor message, as a few failed readings
 // do: they differ in that the file can be read.
 void ClassifyFailure(Source& source) {
     source.status = ExitStatus::NotLoadable;
     if (std::any_of(source.findings.begin(), source.findings.end(), IsAboutFileChoice)) {
         source.status = ExitStatus::NoFile;
+        return;
+    }
+    if (HasFaultWithoutPlace(source))
+        source.whyNotRead = WhyNotRead(source.path);
+    if (!source.whyNotRead.empty()) {
+        source.status = ExitStatus::NoFile;
+        source.findings = {UnreadableFile(source)};
         return;
     }
     if (source.isNamed || !IsOutputNamed() || !source.findings.empty())
@@ -153,7 +201,8 @@ Source LoadStandardInput() {
 std::string Advice(const Source& source) {
     if (source.file.empty())
         return Words("source.none");
-    const std::string reason = ReasonAgainst(source.path);
+    const std::string reason =
+        source.whyNotRead.empty() ? ReasonAgainst(source.path) : Visible(source.whyNotRead);
     return reason.empty() ? Words("choice.settings-unreadable", {Visible(source.file)})
                           : Words("failure.not-readable", {Visible(source.file), reason});
 }
@@ -263,7 +312,14 @@ std::string ReasonOfSilentFailure(const Source& source) {
         return Words("source.output",
                      {Visible(target != nullptr ? target : ""), source.whyNotWritten});
     }
-    return Words("source.silent");
+    // Its own check knows the one fault that the library has no message for.
+    VELDyadCtxFileCheck check;
+    RunCheck(check, source);
+    const std::vector<Finding> errors = ErrorsOf(check);
+    const bool lacksName = std::any_of(errors.begin(), errors.end(), [](const Finding& one) {
+        return one.id.AsView() == OptionWithoutName;
+    });
+    return Words(lacksName ? "source.silent" : "source.no-reason");
 }
 
 bool IsDbContextEnvironmentOn() {

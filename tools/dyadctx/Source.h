@@ -42,6 +42,8 @@ struct Source {
     std::vector<Finding> findings;
     // Done, NoFile, NotLoadable or NotWritten.
     ExitStatus status = ExitStatus::Done;
+    // Why the system gave up reading the file; empty otherwise.
+    std::string whyNotRead;
     // The reason that the system had against the file VELDyadCtxOut names; with NotWritten only.
     std::string whyNotWritten;
 };
