@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every operation as a Google Benchmark, named OPERATION/SHAPE/COUNT, for work on one of them:
 //   benchmarks --benchmark_filter='^check/'
 // Each file is generated when it is first needed and goes at the end.

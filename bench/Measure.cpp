@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Times operations on one context file, in turn within each repetition, and prints the peak memory
 // of the process. With one operation the memory is what that operation needs.
 //

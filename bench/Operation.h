@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One thing that is measured, on one context file. A repetition is Prepare, Run, Finish; only Run
 // is timed. An operation keeps what may be shared by its repetitions.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/OperationTable.h"
 
 #include "bench/operations/LibraryOperations.h"

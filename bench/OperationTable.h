@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every operation a program was built with.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the measurements need of the system.
 #pragma once
 

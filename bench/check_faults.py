@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Compares `dyadctx check` on a file with many faults with CreateCollector on the same file before
 the faults were planted.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The table that run.py prints: ratios, memory and growth, each with its goal."""
 
 LARGE = (10_000, 100_000, 1_000_000)

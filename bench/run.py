@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Measures the library beside its peers and prints one table.
 
 Builds the release preset, generates the files in a temporary folder, and runs everything in one go.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "check/detail/Consequences.h"
 
 #include "context/detail/ParameterTypes.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "check/detail/ContextPlaces.h"
 
 #include "context/detail/ContextAccess.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The places of the findings of linking and checking, and what is reported with them.
 #include "check/detail/FileCheckRun.h"
 

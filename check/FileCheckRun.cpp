@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "check/detail/FileCheckRun.h"
 
 #include "check/detail/FileHints.h"

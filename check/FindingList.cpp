@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "check/detail/FindingList.h"
 
 #include "check/detail/Consequences.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Elements and attributes that nothing is read from.
 #include "check/detail/FileHints.h"
 

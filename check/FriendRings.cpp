@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Chains of friends that lead back to their start.
 #include "check/detail/FileHints.h"
 #include "check/detail/StrongComponents.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Paths and files that contexts name and that do not exist.
 #include "check/detail/FileHints.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "check/detail/NearestName.h"
 
 #include <algorithm>

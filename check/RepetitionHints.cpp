@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a context has more than once although once is enough.
 #include "check/detail/FileHints.h"
 

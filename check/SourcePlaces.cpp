@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "check/detail/SourcePlaces.h"
 
 #include "check/detail/SourceTokenizer.h"

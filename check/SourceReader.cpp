@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "check/detail/SourceReader.h"
 
 #include "platform/detail/Utf8.h"

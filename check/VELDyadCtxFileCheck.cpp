@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "check/VELDyadCtxFileCheck.h"
 
 #include "check/detail/FileCheckRun.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Everything that is wrong with one context file, each finding at its place.
 //
 // A factory of VELDyadCtxCollector stops at the first fault; this reads, links and checks all

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Runs on the staged files of a Debian package: manual pages and the changelog are compressed there.
 
 file(GLOB_RECURSE documents ${CPACK_TEMPORARY_DIRECTORY}/*.[1-9] ${CPACK_TEMPORARY_DIRECTORY}/changelog)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Compiler settings every target of the project shares.
 
 # dyadctx_compile_options(TARGET): language level, hidden symbols, warnings, sanitizers.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What `cpack -G DEB` in the build folder makes: a package each of the shared library, of what clients
 # are compiled with, and of the tool. scripts/package builds for it.
 

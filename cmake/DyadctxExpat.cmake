@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Expat: the installed one, or built from its source, where a system has none to link into a library.
 #   DYADCTX_EXPAT_SOURCE   the folder with lib/expat.h
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What `cmake --install` lays down, in three components: runtime (the shared library), development
 # (headers, CMake package, pkg-config file) and tool (the program, its pages, completions, schemas).
 include(CMakePackageConfigHelpers)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Message catalogs: gettext PO files, compiled to MO and embedded in the library.
 
 find_program(DYADCTX_MSGFMT msgfmt)

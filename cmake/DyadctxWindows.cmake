@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What only a build for Windows has.
 
 enable_language(RC)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The ZIP package for Windows (`cpack`): what is installed, and what a folder of its own needs beside it.
 
 install(FILES ${dyadctx_runtime_libraries} DESTINATION ${CMAKE_INSTALL_BINDIR})

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Writes SOURCE, a C++ file in which FUNCTION of HEADER, in NAMESPACE, returns each of FILES as bytes
 # under its name of NAMES. The header has the type EmbeddedFile for one.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Writes FILE, which makes one test of each suite in the test program PROGRAM. A suite is one process:
 # a process for each test would cost more than the tests do.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Writes FILE: what TOOL answers to ARGUMENTS.
 
 execute_process(COMMAND ${TOOL} ${ARGUMENTS}

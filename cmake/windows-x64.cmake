@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # 64-bit Windows with the cross compiler of Debian's g++-mingw-w64-x86-64-posix, the variant with the
 # threads of the standard library. What scripts/prepare-windows lays down is found in its folder.
 set(CMAKE_SYSTEM_NAME Windows)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Makes a collector from a context file: chooses, checks, reads, links and validates it. A failure
 // leaves a message and no collector.
 #include "collector/VELDyadCtxCollector.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "collector/VELDyadCtxFileChoice.h"
 
 #include "collector/detail/ContextFileSource.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Links friends and associated contexts, read as names, to the declared contexts of these names.
 #include "collector/VELDyadCtxCollector.h"
 

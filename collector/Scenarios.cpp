@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "collector/VELDyadCtxCollector.h"
 
 #include "collector/detail/CollectorAccess.h"

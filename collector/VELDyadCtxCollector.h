@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The contexts of one context file, and the exchange scenarios declared with them.
 //
 // A client gets a collector from one of the factories and owns it: `delete` frees it with every

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which context file CreateCollector chooses, and why: every place such a file may come from, in
 // the library's order.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The checks of the collector: how rules are applied, to which contexts, and the searches shared
 // with the reader. The rules themselves are in collector/detail/ContextRules.cpp.
 #include "collector/VELDyadCtxCollector.h"

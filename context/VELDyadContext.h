@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The record of one context: where a piece of work takes its data from.
 //
 // Its name identifies it in a collector. Its parameter type says which kind of source it is:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A list of contexts: friends, query results, the collector's own lists.
 //
 // Positions run from 1. The list never owns the contexts it holds; null is allowed.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs a fuzz target over each file of a corpus: what it once got wrong stays right.
 #include <cstdint>
 #include <cstdio>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The scanner of plain documents makes of any bytes what the parser makes of them, or leaves them
 // alone, however they come in pieces.
 #include "support/ScannerComparison.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes are a document or are refused for a reason; a document is written as a text that is
 // read back as the same document.
 #include "platform/detail/XmlDiagnosis.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reference-counted objects and their handles.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The switch that enables database contexts.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The version of the library that a program is compiled with; the build takes it from here.
 // Below 1.0 a change of MINOR may break compiled programs, from then on a change of MAJOR
 // (docs/abi.md).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Creates providers, with the host's factory if there is one.
 #pragma once
 

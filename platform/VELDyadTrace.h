@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The platform trace: one line per step of the library, for finding faults.
 //
 // It is active while DyadContextTrace.activity points at a number other than 0; the library checks

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The environment variables of the process.
 #pragma once
 

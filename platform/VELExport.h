@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Marks what the shared library exports.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Queries on paths and files, and safe file replacement. Both `\` and `/` separate folders on every
 // system; returned paths keep the separators they were given with.
 #pragma once

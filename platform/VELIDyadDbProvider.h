@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A database provider: how a context reaches its database.
 //
 // A host can implement this interface (see VELDyadDbProviderServices.h). Operations return codes:

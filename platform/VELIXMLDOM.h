@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // XML documents as trees: read, create and write them.
 //
 // The VELIDOM... classes are handles: cheap to copy, null until filled, and keeping their document

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A list of values at positions 1 to Size(); it owns copies of its elements.
 //
 // A position out of range is harmless: reading returns an empty value, writing is lost. Without

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The texts a person reads, looked up by catalog and key.
 //
 // The built-in catalog has English, French, German and Japanese. The language comes from the

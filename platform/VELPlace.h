@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A place in a text file.
 #pragma once
 

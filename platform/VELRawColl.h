@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lists of plain elements: untyped pointers (VELRawCollPV), positions (VELRawCollint), and the base
 // of typed pointer lists. Positions run from 1 to Size(). A list never owns what its pointers point
 // to.

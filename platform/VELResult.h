@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The result code of operations that can fail: 32 bits, signed, negative means failure.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Narrow text for internal use: catalog names and message keys.
 #pragma once
 

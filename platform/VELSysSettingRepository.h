@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Named repositories of settings.
 //
 // The built-in ones are TOML files: repository R is the file R.toml, its attributes are that file's

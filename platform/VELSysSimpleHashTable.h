@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A hash table of records it does not own, using the caller's hash and compare functions.
 //
 // Records keep insertion order, at table positions 0 to Size() - 1. The position of a removed

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The text type of the whole interface: names, parameters, paths and messages.
 //
 // Holds UTF-8 bytes exactly as given, zero bytes included; nothing is normalised, trimmed or

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Messages and the platform trace.
 
 target_sources(dyadctx_objects PRIVATE

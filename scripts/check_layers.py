@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Checks that each folder includes only from itself and from the folders below it.
 
 Also refused outside platform/: the environment, system switches, system headers and third-party

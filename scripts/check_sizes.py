@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Checks that no source file has more than 500 lines and no function more than 60.
 
 Relies on the project's formatting: a function's braces end the line that opens it and stand alone,

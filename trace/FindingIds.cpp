@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "trace/detail/FindingIds.h"
 
 #include <algorithm>

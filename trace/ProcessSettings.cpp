@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "trace/detail/ProcessSettings.h"
 
 #include "platform/VELEnvironment.h"

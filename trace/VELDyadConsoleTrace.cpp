@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "trace/VELDyadConsoleTrace.h"
 
 #include "platform/VELResult.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The console trace: lines on standard output, if VELDyadCtxTracer was a number other than 0 at
 // load.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The findings of a context file check, each with its place.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The keys of the library's messages, grouped by number of parameters.
 #pragma once
 

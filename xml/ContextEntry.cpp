@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "xml/detail/ContextEntry.h"
 
 #include "collector/detail/CollectorAccess.h"

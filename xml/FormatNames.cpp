@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "xml/detail/FormatNames.h"
 
 #include "context/detail/ParameterTypes.h"

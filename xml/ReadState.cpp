@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "xml/detail/ReadState.h"
 
 #include "context/detail/ParameterTypes.h"

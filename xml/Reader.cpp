@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "xml/detail/VELDyadCtxXml.h"
 
 #include "platform/detail/DomAccess.h"

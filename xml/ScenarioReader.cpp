@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "xml/detail/ScenarioReader.h"
 
 #include "trace/VELDyadMessageKeys.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Builds the document of a collector's current view and writes it.
 //
 // Friends and associated contexts are written by name. Every site of a context beyond its own

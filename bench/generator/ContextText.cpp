@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/generator/ContextText.h"
 
 namespace dyadctx::bench {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text of a context file on its way to a stream: elements and attributes, gathered in one buffer of
 // fixed size, so that a file of any length needs the same memory.
 #pragma once

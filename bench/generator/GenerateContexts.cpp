@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/generator/GenerateContexts.h"
 
 #include "bench/generator/ContextText.h"

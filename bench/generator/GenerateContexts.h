@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Context files of any length and shape for measurements and for tests of large inputs.
 //
 // A file is fixed by its plan: the same plan produces the same bytes on every system. It is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes a context file for measurements: generate_contexts SHAPE COUNT FILE [SEED]
 #include "bench/generator/GenerateContexts.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/generator/MixedContexts.h"
 
 #include "bench/generator/Names.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The contexts of the shape Mixed: what a large installation may hold, about 170 bytes for each.
 #pragma once
 

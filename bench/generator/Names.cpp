@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/generator/Names.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names and choices of generated files. All are functions of seed and position, so a file can refer
 // to a context without remembering it.
 #pragma once

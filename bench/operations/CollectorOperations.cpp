@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/operations/LibraryOperations.h"
 #include "bench/operations/LoadedFile.h"
 

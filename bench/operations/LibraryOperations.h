@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the library does, as operations.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Collectors made from the file of a measurement, and what operations need to know of them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/peers/HandWrittenLoader.h"
 
 #include "bench/peers/PeerOperations.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The loader a client could write instead of using the library: the tree of pugixml, std::string,
 // std::unordered_map. It applies the same rules to the same files while the DB context environment
 // is on, and stops at the first context that breaks one. It knows the plain forms of a file only:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/peers/PeerOperations.h"
 
 #include <libxml/parser.h>

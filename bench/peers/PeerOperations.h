@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the library is compared with, as operations on the same file.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/ProcessServices.h"
 
 #include <sys/resource.h>

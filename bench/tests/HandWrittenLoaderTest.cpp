@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The loader written by hand is a fair peer only while it reads the same from the same file.
 #include "bench/peers/HandWrittenLoader.h"
 

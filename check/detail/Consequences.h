@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which findings follow from others.
 #pragma once
 

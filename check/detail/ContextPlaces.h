@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where contexts are in a file, and where they name their friends and associated contexts.
 #pragma once
 

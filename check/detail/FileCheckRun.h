@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One check of one file: the implementation of VELDyadCtxFileCheck.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Help beyond the rules: what looks like a mistake although the library accepts it.
 #pragma once
 

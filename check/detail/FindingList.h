@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The findings about one file while they are collected.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds the likely meaning of an unknown name.
 #pragma once
 

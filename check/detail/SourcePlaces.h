@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The places of findings and of attributes in a source text.
 #pragma once
 

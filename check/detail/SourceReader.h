@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads the characters of a source text, each with its place.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parts of a source text: elements and their attributes.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which nodes of a graph can reach each other.
 //
 // Complete in this header: the tool, which links the library as any client does, asks it too.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One check of a collector: applies every rule to the given contexts, reports what is broken and
 // traces as the collector's Check does. A host's code may run meanwhile: a context is checked by
 // the texts it had at first, and deleted contexts are left alone.

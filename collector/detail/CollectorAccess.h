@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a collector keeps besides its fields, and what reader, writer and file check may do with it
 // beyond its public operations.
 #pragma once

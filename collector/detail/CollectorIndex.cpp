@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "collector/detail/CollectorIndex.h"
 
 #include "context/detail/ContextAccess.h"

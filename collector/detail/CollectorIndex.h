@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A collector's look-up index: which declared contexts have a name, their places in a view, which
 // contexts the collector owns, and which scenario rows belong to a channel.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The private side of a collector, for its own sources and for tests and benchmarks.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "collector/detail/ContextFileSource.h"
 
 #include "platform/VELFileSystem.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where a collector's context file may be, and whether a file can be one.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "collector/detail/ContextRules.h"
 
 #include "collector/detail/CheckRun.h"

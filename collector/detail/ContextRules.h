@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rules a declared context must keep, as tables: what breaks a rule, its message and what the
 // message names. CheckRun applies them; another kind of report needs only another reporter.
 #pragma once

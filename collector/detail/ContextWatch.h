@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pointers to contexts that an operation still needs although a host's code may run in between.
 //
 // A collector notifies its watches of each context it releases, and they forget it. Watches are

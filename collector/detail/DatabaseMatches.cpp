@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "collector/detail/DatabaseMatches.h"
 
 #include "context/detail/ContextAccess.h"

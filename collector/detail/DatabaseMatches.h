@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which declared contexts are on the same database.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "collector/detail/Fault.h"
 
 #include "trace/detail/TraceLine.h"

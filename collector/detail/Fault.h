@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A broken rule or format fault, as rules, linking and reader report it: the key of its message,
 // the message's parameters, and the contexts concerned.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Prefetches for walks over the declared contexts, whose friends lie anywhere in memory.
 #pragma once
 

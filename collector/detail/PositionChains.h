@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which positions of a list have a key: for each key the chain of its positions, ascending.
 //
 // Takes about 20 bytes per position and stores only hashes; the caller keeps the keys and says

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the library itself may do with a context beyond its public operations.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One record of a context's table of sites: a server and its provider.
 //
 // Every operation but the last writes a line to the console trace.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "context/detail/FriendList.h"
 
 #include <algorithm>

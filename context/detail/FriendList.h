@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The friends of a context in one block of memory; none for the many contexts without friends.
 #pragma once
 

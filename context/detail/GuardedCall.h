@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls that must not let an exception through: into a host's objects, or that may run out of
 // memory.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parameter types a context may have, which depend on the DB context environment, and the
 // reserved name of the default context.
 #pragma once

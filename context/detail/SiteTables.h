@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tables of sites a context holds.
 //
 // A table and its records belong to the contexts that share it; the last one destroys both.

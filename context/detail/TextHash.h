@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A hash of texts that come from outside.
 //
 // Keyed with a secret of the process, so that nobody can craft texts that all collide. Equal texts

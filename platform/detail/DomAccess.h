@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A document's names by number, for readers that look up the same few names repeatedly.
 #pragma once
 

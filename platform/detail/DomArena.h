@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Memory of one document: allocated piecewise, freed at once.
 #pragma once
 

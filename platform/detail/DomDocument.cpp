@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/DomDocument.h"
 
 #include "platform/detail/XmlCharacters.h"

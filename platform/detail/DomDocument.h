@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tree underlying the handles of platform/VELIXMLDOM.h.
 //
 // Everything lives in the document's arenas. In a child list, non-elements are null. Without

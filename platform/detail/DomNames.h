@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The element and attribute names of a document, each stored once and numbered.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Builds a document from what a parser reads, in file order.
 #pragma once
 

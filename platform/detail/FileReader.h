@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads a regular file from start to end.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/FileRefusal.h"
 
 #include "platform/detail/SystemMessage.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Why a step of replacing a file failed.
 #pragma once
 

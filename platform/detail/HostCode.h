@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whether a host's code can run during an operation of the library.
 #pragma once
 

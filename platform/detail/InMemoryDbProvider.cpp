@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/InMemoryDbProvider.h"
 
 #include <algorithm>

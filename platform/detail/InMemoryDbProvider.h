@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The built-in database provider: a connector name and server details, in memory.
 //
 // Its data are immutable and shared by all its clones; a setter gives its own provider new data.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/MessageLanguage.h"
 
 #include "platform/VELEnvironment.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The languages in which to look up a text.
 #pragma once
 

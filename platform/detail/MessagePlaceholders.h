@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Inserts parameters into a message text.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/MessageTexts.h"
 
 #include "platform/detail/FileReader.h"

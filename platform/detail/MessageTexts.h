@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The message texts of one language choice: for each language, best first, overriding files before
 // the embedded catalogs.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/MoCatalog.h"
 
 #include "platform/detail/Utf8.h"

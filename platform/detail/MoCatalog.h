@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The texts of a gettext MO image, looked up by message context.
 #pragma once
 

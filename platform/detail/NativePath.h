@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Converts paths for the system's file calls.
 #pragma once
 

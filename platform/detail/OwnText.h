@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts of the check and of the tool beyond the library's messages.
 #pragma once
 

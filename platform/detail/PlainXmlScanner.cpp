@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/PlainXmlScanner.h"
 
 #include "platform/detail/DomTreeBuilder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads common documents in one pass: UTF-8 without DOCTYPE, with tags, attributes, the five
 // entities, character references, comments, CDATA sections and processing instructions.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Prefetches memory, so that waiting for it overlaps with other work.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/SettingsFile.h"
 
 #include "platform/VELEnvironment.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The files of the built-in settings repositories: TOML, one per repository.
 #pragma once
 

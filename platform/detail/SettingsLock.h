@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Locks the settings of a folder.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/SettingsText.h"
 
 #include "platform/detail/Toml.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads and edits the text of a settings file: a TOML document whose top-level strings are the
 // attributes of a repository.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's own words for its error codes.
 #pragma once
 

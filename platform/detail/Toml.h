@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // toml++, hardened against broken files. Include it only through this header.
 //
 // Some broken files break its assumptions, so this must come before its headers:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the built-in writer of the platform trace writes its lines.
 #pragma once
 

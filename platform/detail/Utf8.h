@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Characters of UTF-8 text. A byte that is not part of well-formed UTF-8 is its own character.
 //
 // Complete in this header: the tool, which links the library as any client does, splits texts too.

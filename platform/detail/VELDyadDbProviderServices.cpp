@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/VELDyadDbProviderServices.h"
 
 #include "platform/detail/HostCode.h"

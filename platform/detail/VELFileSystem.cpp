@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/VELFileSystem.h"
 #include "platform/detail/NativePath.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/VELSysSettingRepository.h"
 
 #include "platform/detail/SettingsFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text that stays on its line, for logs and terminals.
 //
 // Complete in this header, like Utf8.h, as the tool shows texts in the same way.

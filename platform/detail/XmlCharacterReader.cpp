@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/XmlCharacterReader.h"
 
 #include "platform/detail/FileReader.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads the characters and places of an XML source, even of a malformed one.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What XML 1.0 allows in names and values.
 #pragma once
 

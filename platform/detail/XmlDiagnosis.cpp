@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/XmlDiagnosis.h"
 
 #include "platform/detail/Utf8.h"

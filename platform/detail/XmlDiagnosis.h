@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Explains why the parser refused a document.
 //
 // The parser reports little more than where it stopped. The text from the last tag before that

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/XmlParser.h"
 
 #include "platform/detail/DomTreeBuilder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Parses the bytes of an XML file into a document.
 //
 // A DOCTYPE is accepted; its internal declarations apply, and nothing outside the file is ever

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/XmlPositions.h"
 
 #include <algorithm>

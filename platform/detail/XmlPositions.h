@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Turns byte offsets in a file into lines and columns.
 //
 // Given the file in consecutive pieces, it keeps only line starts not yet passed by a query. Lines

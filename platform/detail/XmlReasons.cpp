@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/XmlReasons.h"
 
 #include "platform/detail/OwnText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Why a file is not a document, by keys of the catalog of own texts.
 #pragma once
 

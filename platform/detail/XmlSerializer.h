@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes a document as text.
 //
 // Only the XML declaration and the elements, one per line or all on one line; anything between the

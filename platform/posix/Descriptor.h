@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file descriptor, closed at the end of its scope.
 #pragma once
 

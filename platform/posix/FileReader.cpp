@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/FileReader.h"
 
 #include "platform/detail/NativePath.h"

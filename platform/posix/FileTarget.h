@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the path of a file to write leads.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/SettingsLock.h"
 
 #include "platform/detail/NativePath.h"

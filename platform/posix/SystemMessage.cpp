@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/SystemMessage.h"
 
 #include <system_error>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/UserDisplayLanguage.h"
 
 #include "platform/VELEnvironment.h"

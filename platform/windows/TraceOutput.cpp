@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/TraceOutput.h"
 
 #include "platform/windows/WindowsApi.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/windows/WindowsApi.h"
 
 #include "platform/VELFileSystem.h"

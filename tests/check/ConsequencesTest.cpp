@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What one fault entails is a note after it, not a fault of its own.
 #include "check/FileCheckSupport.h"
 #include "support/ContextFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The check of a file and the factories never disagree.
 #include "check/FileCheckSupport.h"
 #include "support/ContextFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Help beyond the rules, which never makes a file invalid.
 #include "check/FileCheckSupport.h"
 #include "support/ContextFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The check of a file where memory runs out: no findings at all, all of them, or the one that the
 // file cannot be read, which is what a factory says then.
 #include "check/VELDyadCtxFileCheck.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "check/FileCheckSupport.h"
 
 #include "support/ContextFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Checks of whole files, and what they find as text to compare.
 #pragma once
 

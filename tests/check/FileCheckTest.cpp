@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every fault of a file in one run, each at its place.
 #include "check/FileCheckSupport.h"
 #include "support/ContextFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every operation with one of its allocations failing: it refuses and leaves things as they were.
 #include "collector/detail/CollectorInternals.h"
 #include "context/detail/ContextAccess.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "collector/detail/ContextFileSource.h"
 #include "collector/detail/CollectorInternals.h"
 #include "support/ContextFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Creation where memory runs out: null or a whole collector, and nothing lost.
 #include "support/ContextFile.h"
 #include "support/EnvironmentVariable.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls CreateCollector once and prints what it returned, for what is fixed when
 // the library is loaded.
 //

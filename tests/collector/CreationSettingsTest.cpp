@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the settings fixed at load decide: each case is a process of its own.
 #include "support/ChildProcess.h"
 #include "support/ContextFile.h"

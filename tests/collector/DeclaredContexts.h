@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A collector from scratch that a test fills context by context.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The candidates for the context file, beside what CreateCollector takes: each case is a process of
 // its own.
 #include "collector/VELDyadCtxFileChoice.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "collector/DeclaredContexts.h"
 #include "collector/detail/CollectorInternals.h"
 #include "context/detail/ContextAccess.h"

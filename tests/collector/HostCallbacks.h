@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host's services that call a test back in the middle of an operation.
 #pragma once
 

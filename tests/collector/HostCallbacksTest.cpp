@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a host's code does to contexts while the library checks, asks or deletes them. Nothing that
 // is gone may be touched, which the address sanitizer sees to where these tests run under it.
 #include "collector/HostCallbacks.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "collector/detail/LookAhead.h"
 
 #include "collector/DeclaredContexts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "collector/PlainWalk.h"
 
 namespace dyadctx::test {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Linking and checking once more, step by step over plain values, without any index or cache. What
 // the library returns is compared with it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The library's results on generated collectors, compared with those of the plain walk.
 #include "collector/PlainWalk.h"
 #include "collector/DeclaredContexts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every call that a host's providers receive while collectors are made from generated files,
 // compared with those that a plain walk through the contexts calls for.
 #include "support/ContextFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rows of exchange scenarios, one by one.
 #include "collector/VELDyadCtxCollector.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "collector/DeclaredContexts.h"
 #include "support/ContextFile.h"
 #include "support/KeyCatalog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "context/detail/ContextAccess.h"
 
 #include "platform/VELDyadDbProviderServices.h"

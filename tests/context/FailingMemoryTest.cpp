@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "context/VELDyadContext.h"
 
 #include "context/detail/ContextAccess.h"

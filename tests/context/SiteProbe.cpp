@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Goes through the operations of a table of sites, step by step, so that a test can read what the
 // console trace says at each of them.
 #include "context/VELDyadContext.h"

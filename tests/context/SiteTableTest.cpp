@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // These tests run with TE_MULTISITE_DBCONTEXT set when the process starts.
 #include "context/VELDyadContext.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "context/detail/TextHash.h"
 
 #include "support/ContextFile.h"

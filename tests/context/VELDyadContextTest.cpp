@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "context/VELDyadContext.h"
 
 #include "support/ContextFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "context/VELListPtrVELDyadContext.h"
 
 #include "context/VELDyadContext.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Looks into the built library for the texts that others rely on.
 
 #include <gtest/gtest.h>

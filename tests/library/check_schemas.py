@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Checks that the schema of the context file takes the sound sample and refuses broken ones.
 
 Usage: check_schemas.py ROOT. Ends with 77 where xmllint is not installed.

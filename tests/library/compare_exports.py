@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Compares what the shared library exports with the checked-in list.
 
 Usage: compare_exports.py LIBRARY LIST [--update]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // When an allocation fails, the platform types and services leave everything as it was.
 
 #include "platform/VELDyadDbProviderServices.h"

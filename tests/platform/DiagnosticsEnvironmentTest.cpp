@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the environment makes of the trace and the messages of a program.
 #include "support/ChildProcess.h"
 #include "support/TemporaryFolder.h"

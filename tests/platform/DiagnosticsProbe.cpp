@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A client program whose environment decides what it traces and says. It prints nothing of its own.
 //   trace       three lines to the platform trace while it is active
 //   late        the same, after the variable has been removed and set again

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the XML layer does when memory runs out at any one allocation.
 #include "platform/DomTesting.h"
 #include "support/DomFaults.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading on while what was read is freed.
 #include "platform/DomTesting.h"
 #include "platform/detail/DomAccess.h"

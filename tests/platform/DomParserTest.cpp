@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parser fed by a source of the test's own.
 #include "platform/detail/XmlParser.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/DomTesting.h"
 
 #include "support/TemporaryFolder.h"

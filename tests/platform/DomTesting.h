@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Documents of a test: read from texts, and shown as texts.
 #pragma once
 

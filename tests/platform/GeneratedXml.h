@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Plain XML documents made by chance, and what is left of them after an accident.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the translators' files in resources/messages hold.
 #include "platform/PoFile.h"
 #include "platform/VELMsgCatalog.h"

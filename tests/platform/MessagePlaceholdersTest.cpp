@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/MessagePlaceholders.h"
 
 #include <gtest/gtest.h>

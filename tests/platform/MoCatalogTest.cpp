@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/MoCatalog.h"
 
 #include "platform/MoImage.h"

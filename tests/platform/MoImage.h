@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Gettext MO images for tests of those who read them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/detail/NativePath.h"
 
 #include <gtest/gtest.h>

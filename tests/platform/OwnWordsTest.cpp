@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The catalog of the words that the check of a file and the tool say beyond the library's messages.
 #include "check/VELDyadCtxFileCheck.h"
 #include "platform/PoFile.h"

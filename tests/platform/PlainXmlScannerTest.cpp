@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The scanner of plain documents makes of a text what the parser makes of it, or leaves it alone.
 #include "platform/detail/PlainXmlScanner.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Answers one question on standard output, or does one thing, in a process of its own.
 //
 //   environment                  the DB context environment's answer

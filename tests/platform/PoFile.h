@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The entries of a gettext PO file, as far as the project's own files go.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs of the probe, for what only a process of its own can show.
 #pragma once
 

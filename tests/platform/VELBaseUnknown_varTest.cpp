@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/VELBaseUnknown_var.h"
 
 #include "platform/VELIDyadDbProvider.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/VELDbContextEnvironment.h"
 
 #include "platform/Probe.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/VELDyadTrace.h"
 
 #include "support/FailingAllocation.h"

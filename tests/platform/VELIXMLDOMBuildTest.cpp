@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/VELIXMLDOM.h"
 
 #include "platform/DomTesting.h"

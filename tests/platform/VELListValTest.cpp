@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/VELListVal.h"
 
 #include "platform/VELDyadDbProviderServices.h"

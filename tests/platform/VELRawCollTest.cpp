@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/VELRawColl.h"
 
 #include <climits>

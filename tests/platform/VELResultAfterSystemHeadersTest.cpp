@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A client's source that includes the Windows headers first sees these macros, with a type of its
 // own; the codes have to mean the same.
 using SystemResult = int;

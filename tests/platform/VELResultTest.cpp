@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/VELResult.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reason and the place of a fault, as whoever reads a file is told them.
 #include "platform/DomTesting.h"
 #include "platform/VELMsgCatalog.h"

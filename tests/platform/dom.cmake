@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The XML layer: through the shared library, and what it does not export.
 dyadctx_add_test(platform_dom_test SOURCES
   VELIXMLDOMBuildTest.cpp

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Tests of the message catalog and of the platform trace.
 
 dyadctx_add_test(messages_test PRIVATE REPLACES_NEW SOURCES

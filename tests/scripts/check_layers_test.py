@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Plants breaches of the layers in a small tree and looks for the complaint about each."""
 
 import subprocess

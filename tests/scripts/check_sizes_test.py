@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Plants files and functions that are too long and looks for the complaint about each."""
 
 import subprocess

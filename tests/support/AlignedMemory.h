@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Memory of an alignment, straight from the system.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The environment of a child process.
 #pragma once
 

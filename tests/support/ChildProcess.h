@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs a program to its end and returns what it wrote and how it ended.
 #pragma once
 

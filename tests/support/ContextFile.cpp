@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/ContextFile.h"
 
 #include "platform/VELDbContextEnvironment.h"

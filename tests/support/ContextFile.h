@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Context files of a test, and the collectors made from them.
 #pragma once
 

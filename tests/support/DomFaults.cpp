@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/DomFaults.h"
 
 #include "platform/VELIXMLDOM.h"

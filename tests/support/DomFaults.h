@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lets calls of the XML layer fail that never do by themselves.
 //
 // A test program that links dyadctx_dom_faults has the calls below replaced where it, or the

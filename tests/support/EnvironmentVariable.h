@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sets or removes an environment variable of this process until the end of a scope.
 #pragma once
 

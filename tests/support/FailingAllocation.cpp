@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/FailingAllocation.h"
 
 #include "support/AlignedMemory.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lets an allocation of the test's own choice fail.
 //
 // A test executable that links dyadctx_failing_allocation has its operator new replaced, for itself

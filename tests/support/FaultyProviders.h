@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host's provider factory for tests: it records every call of its providers and of itself, and
 // fails where it is told to.
 #pragma once

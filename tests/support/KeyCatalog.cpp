@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/KeyCatalog.h"
 
 namespace dyadctx::test {

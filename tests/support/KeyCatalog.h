@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A message catalog whose texts show key and parameters, so that a test sees what was asked for.
 #pragma once
 

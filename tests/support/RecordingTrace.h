@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Receives the platform trace of a test: every line, in order, and no others.
 #pragma once
 

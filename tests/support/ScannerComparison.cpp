@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/ScannerComparison.h"
 
 #include "platform/detail/PlainXmlScanner.h"

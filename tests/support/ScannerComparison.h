@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The scanner of plain documents held against the parser.
 #pragma once
 

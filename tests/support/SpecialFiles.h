@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files that the standard library cannot make, and the rights of files.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Kills a program at a chosen one of its system calls. Linux only.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Faults at the border between a program and the system.
 #pragma once
 

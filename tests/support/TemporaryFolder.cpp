@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/TemporaryFolder.h"
 
 #include <atomic>

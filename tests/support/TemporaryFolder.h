@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A folder of a test's own that goes with the test.
 #pragma once
 

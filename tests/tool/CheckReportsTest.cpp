@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `check`: every fault of a file at its place, the options, and the formats for programs.
 #include "tool/ToolTest.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `check`: the verdict on files, as text and as JSON.
 #include "tool/ToolTest.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line as a whole: help, version, wrong usage.
 #include "tool/ToolTest.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `completion`: usage and streams. What the scripts do in their shells is in completion_test.py.
 #include "tool/ToolTest.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What holds for every command alike: exit statuses, streams, formats, colours, languages.
 #include "tool/ToolTest.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `diff`: what differs between two files, by context name.
 #include "tool/ToolTest.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The example programs and the sample files.
 #include "tool/ToolTest.h"
 

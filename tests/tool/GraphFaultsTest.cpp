@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which contexts of a picture bear the errors of a file.
 #include "tools/dyadctx/graph/GraphFaults.h"
 

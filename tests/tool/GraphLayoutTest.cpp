@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The layered layout: what holds for every picture, whatever the graph.
 #include "tools/dyadctx/layout/LayeredLayout.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Contexts as a graph: what becomes a node, what a link, what is marked.
 #include "tools/dyadctx/graph/GraphModel.h"
 #include "check/detail/StrongComponents.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `graph`: the command.
 #include "tool/ToolTest.h"
 

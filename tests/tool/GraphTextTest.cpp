@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names in pictures: shortened, measured, and escaped for each language.
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/graph/DotWriter.h"

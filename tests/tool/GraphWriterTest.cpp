@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole pictures: what each language gets of nodes, links and marks.
 #include "platform/VELIXMLDOM.h"
 #include "support/TemporaryFolder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Environment variables that are set and have no effect, as `which` and `check` tell them.
 #include "tool/ToolTest.h"
 

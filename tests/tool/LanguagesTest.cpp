@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tool's own words in each of its languages.
 #include "tool/ToolTest.h"
 

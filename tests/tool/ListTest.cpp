@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `list`: the contexts of a file and its views.
 #include "tool/ToolTest.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Streams, colours, and an answer that cannot be written.
 #include "tool/ToolTest.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `scenarios`: rows and the three queries.
 #include "tool/ToolTest.h"
 

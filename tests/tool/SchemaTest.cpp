@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `schema`: the schemas as they are in their files.
 #include "tool/ToolTest.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `settings`: reading and changing the settings file.
 #include "tool/ToolTest.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `show`: one context and who names it.
 #include "tool/ToolTest.h"
 

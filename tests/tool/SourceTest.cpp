@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the contexts of a command come from, and what happens when they do not come.
 #include "tool/ToolTest.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tool/ToolTest.h"
 
 #include "support/ContextFile.h"

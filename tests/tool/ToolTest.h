@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs the built tool in a folder of the test's own.
 #pragma once
 

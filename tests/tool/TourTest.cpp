@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tour shows what the tool really says: each of its console blocks is run and compared.
 #include "tool/ToolTest.h"
 

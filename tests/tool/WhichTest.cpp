@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `which`: the file the library chooses and the sources it asks.
 #include "tool/ToolTest.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `write`: a view written as a context file.
 #include "tool/ToolTest.h"
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The completion scripts in the shells they are for.
 
 Usage: completion_test.py TOOL. A shell that is not installed is skipped by name. PowerShell is not

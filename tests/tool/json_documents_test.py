@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Every JSON document of the tool is as its schema says, and a problem matcher reads the text for people.
 
 Usage: json_documents_test.py TOOL SOURCE_DIR

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Checks JSON documents against the part of JSON Schema that the project's schemas use.
 
 Any other keyword is refused, so that a schema cannot ask for something that is never checked.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Help and manual pages: that they agree, that nothing is missing, that their examples work.
 
 Usage: manual_test.py TOOL SOURCE_DIR BUILD_DIR

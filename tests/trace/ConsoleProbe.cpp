@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A client program that writes console trace lines and ends without flushing anything itself. Its
 // argument names the lines.
 #include "trace/VELDyadConsoleTrace.h"

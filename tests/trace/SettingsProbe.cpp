@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Prints the settings that were read at load, each in brackets on a line of its own.
 //   (no argument)   as they are
 //   late            after the program has given every variable another value

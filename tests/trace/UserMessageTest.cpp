@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "trace/detail/UserMessage.h"
 
 #include "platform/VELMsgCatalog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files as Windows has them: held by others, read-only, with attributes, with several names.
 #include "platform/VELFileSystem.h"
 #include "platform/VELSysSettingRepository.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The DLL in a client's program.
 #include "collector/VELDyadCtxCollector.h"
 #include "platform/VELBaseUnknown_var.h"

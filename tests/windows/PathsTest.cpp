@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The text that file calls of the system get for a path.
 #include "platform/windows/WindowsApi.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tool as users of Windows meet it.
 #include "support/ChildProcess.h"
 #include "support/ContextFile.h"

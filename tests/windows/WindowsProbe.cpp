@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A program for tests of programs.
 //
 //   console PROGRAM ARGUMENTS...   runs the program on a console of its own; the console's output

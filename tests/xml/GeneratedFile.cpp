@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "xml/GeneratedFile.h"
 
 #include "support/ContextFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Context files made by chance, all of them valid.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sites, read and written. These tests run in a process of their own whose environment has
 // TE_MULTISITE_DBCONTEXT, empty.
 #include "support/ContextFile.h"

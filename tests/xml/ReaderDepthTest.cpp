@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Deep nesting: as deep as a document may be, with a small stack.
 #include "support/ChildProcess.h"
 #include "support/ContextFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The document round the contexts: well-formedness, root, and where the contexts are looked for.
 #include "support/ContextFile.h"
 #include "support/KeyCatalog.h"

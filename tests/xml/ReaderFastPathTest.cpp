@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // While the trace is off the reader leaves out walks that read nothing. With the trace on it makes
 // every one of them, so the two must agree on any tree of elements, right or wrong.
 #include "support/ContextFile.h"

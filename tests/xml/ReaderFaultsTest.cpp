@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the reader makes of services that fail: the XML tree and database providers.
 #include "support/ContextFile.h"
 #include "support/DomFaults.h"

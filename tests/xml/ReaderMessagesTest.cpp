@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the reader demands of attributes, and what it says when they are missing.
 #include "support/ContextFile.h"
 #include "support/KeyCatalog.h"

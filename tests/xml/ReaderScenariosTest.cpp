@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rows the reader makes of scenario elements.
 #include "support/ContextFile.h"
 #include "support/KeyCatalog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading context files without linking and checking them, and the pieces such files are made of.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The trace of reading: every line, in order, and no others.
 #include "support/ContextFile.h"
 #include "support/KeyCatalog.h"

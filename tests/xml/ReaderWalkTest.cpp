@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which contexts the reader makes of nested elements, and whose they become, in both environments.
 #include "support/ContextFile.h"
 #include "support/KeyCatalog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "xml/RoundTripSupport.h"
 
 #include "support/ContextFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading, writing and reading again.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is read, written and read again is the same.
 #include "support/ChildProcess.h"
 #include "support/ContextFile.h"

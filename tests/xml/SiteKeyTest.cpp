@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The text by which a server site is known.
 #include "support/ContextFile.h"
 #include "support/RecordingTrace.h"

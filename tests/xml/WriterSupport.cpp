@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "xml/WriterSupport.h"
 
 #include "platform/VELDyadDbProviderServices.h"

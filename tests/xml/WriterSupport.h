@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Collectors made by hand, and what the writer makes of them.
 #pragma once
 

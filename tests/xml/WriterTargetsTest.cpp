@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the writer can write, and what it leaves of the target when it cannot.
 #include "support/ChildProcess.h"
 #include "support/ContextFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the writer writes.
 #include "collector/detail/CollectorInternals.h"
 #include "support/ContextFile.h"

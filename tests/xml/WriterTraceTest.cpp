@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The trace of writing, and what becomes of it when a service fails.
 #include "support/ContextFile.h"
 #include "support/DomFaults.h"

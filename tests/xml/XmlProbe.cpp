@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A client program for tests that need a process of their own.
 //
 //   xml_probe read FILE           reads the file and writes what the collector holds

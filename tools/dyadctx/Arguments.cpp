@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/Arguments.h"
 
 #include <CLI/CLI.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a command takes on its line: options, switches, and values known by their place. Once the
 // line is read, what it gives is in the variables named here; the others keep what they held. Only
 // what declares the line as a whole sees the parser, which takes long to compile.

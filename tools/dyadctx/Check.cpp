@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `check`: is it valid, and what else is to be said about it?
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/Diagnosis.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/Command.h"
 
 #include "tools/dyadctx/Source.h"

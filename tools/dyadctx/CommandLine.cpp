@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/CommandLine.h"
 
 #include "platform/VELDbContextEnvironment.h"

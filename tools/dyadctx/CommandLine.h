@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line as a whole: common options, the choice of the command, help and usage errors.
 #pragma once
 

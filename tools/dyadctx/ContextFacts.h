@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Contexts and scenarios as plain values, ready to be shown, compared and turned into JSON.
 #pragma once
 

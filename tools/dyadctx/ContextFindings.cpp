@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/ContextFindings.h"
 
 #include <algorithm>

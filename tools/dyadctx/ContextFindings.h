@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which contexts the findings of a check are about.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // All that is to be said about a context file: what the library's check of the file finds, and what
 // the tool adds.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `diff`: what differs between two context files, by context name.
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/ContextFacts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/DisplayText.h"
 
 #include "platform/detail/Utf8.h"

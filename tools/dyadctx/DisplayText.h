@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text as a terminal shows it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The files of resources/ that are built into the tool.
 #pragma once
 

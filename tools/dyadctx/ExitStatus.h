@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the tool ends, and how a command gives up.
 #pragma once
 

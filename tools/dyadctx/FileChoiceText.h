@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The choice of the context file in words.
 #pragma once
 

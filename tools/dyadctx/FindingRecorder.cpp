@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/FindingRecorder.h"
 
 #include "tools/dyadctx/DisplayText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the library says while it loads a file, message by message.
 #pragma once
 

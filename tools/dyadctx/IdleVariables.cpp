@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/IdleVariables.h"
 
 #include "platform/VELDyadTrace.h"

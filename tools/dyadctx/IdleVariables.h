@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Environment variables that are set and change nothing.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `list`: the contexts of a file.
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/ContextFacts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What of a context file is not in the file that `write` makes of it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command-line tool: see `dyadctx --help`.
 #include "tools/dyadctx/CommandLine.h"
 #include "tools/dyadctx/Output.h"

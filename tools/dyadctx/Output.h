@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the tool writes: the answer to standard output, everything else to standard error.
 #pragma once
 

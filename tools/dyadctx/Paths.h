@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Paths: UTF-8 in the tool and the library, a type of their own for the standard library.
 #pragma once
 

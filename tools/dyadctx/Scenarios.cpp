@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `scenarios`: the exchange scenarios of a file, and the way from them to channels, profiles and
 // options.
 #include "tools/dyadctx/Command.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `schema`: the schemas of the context file and of the tool's JSON documents.
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/DisplayText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `settings`: the settings the library reads.
 #include "platform/VELSysSettingRepository.h"
 #include "tools/dyadctx/Command.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `show`: one context in full.
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/ContextFacts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/Source.h"
 
 #include "platform/VELDbContextEnvironment.h"

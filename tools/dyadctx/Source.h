@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The contexts a command works on.
 #pragma once
 

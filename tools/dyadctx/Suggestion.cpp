@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/Suggestion.h"
 
 #include "check/VELDyadCtxFileCheck.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The likely meaning of a word that is not known.
 #pragma once
 

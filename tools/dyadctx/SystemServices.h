@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the tool asks of the operating system beyond the platform services of the library.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/Target.h"
 
 #include "platform/VELFileSystem.h"

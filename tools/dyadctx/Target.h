@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writing to OUT.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `which`: the file CreateCollector chooses, and why.
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/ContextFacts.h"

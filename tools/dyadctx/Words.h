@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tool's own words in the language of the messages.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `write`: a view of a file, written as a context file.
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/Diagnosis.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The ids of findings that are not messages of the library. Their texts are in the catalog of the
 // check, under the ids.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Environment settings read once, at load.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One line of the platform trace, evaluated and written only while it is active. Macros, so that
 // the compiler checks the arguments against the format.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // User messages from the library's catalogs.
 #pragma once
 

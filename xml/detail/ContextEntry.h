@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Makes a context from an element and enters it into the collector.
 #pragma once
 

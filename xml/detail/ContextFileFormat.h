@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The names of the context file format, for reader and writer alike.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Walks the elements of a context file and enters what it finds into the collector.
 //
 // The walk is a pass over the children of one element, and below each Context further passes for

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The names of the context file format as texts, created once for reader and writer.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // For callers that need every fault of a file, not only the first.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the parts of the reader share while reading one file: the state, the levels of nesting, how
 // faults are reported and how elements are looked at.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads the exchange scenarios below one Context element into the collector.
 //
 // Scenario elements are recognised by name, however deep they are nested. The walk has its own

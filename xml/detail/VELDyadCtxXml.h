@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads a context file into a collector and writes a collector to a context file.
 //
 // For one collector, which it never owns, and for one reading or writing. Messages for the user are

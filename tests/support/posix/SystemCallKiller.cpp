@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/SystemCallKiller.h"
 
 #include <csignal>

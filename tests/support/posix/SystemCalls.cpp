@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/SystemCalls.h"
 
 #include <array>

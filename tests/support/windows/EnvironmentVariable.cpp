@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/EnvironmentVariable.h"
 
 #include "support/windows/WideText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What Windows does not have cannot be made: the tests that need it are listed in
 // tests/windows-skips.txt.
 #include "support/SpecialFiles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // System calls cannot be made to fail here, and programs not be traced.
 #include "support/SystemCalls.h"
 

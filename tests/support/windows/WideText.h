@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The Windows headers without their macros, and text for them.
 #pragma once
 

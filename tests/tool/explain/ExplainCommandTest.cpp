@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `explain` on the command line.
 #include "tool/ToolTest.h"
 

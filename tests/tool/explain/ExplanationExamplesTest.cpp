@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every message and every other finding is explained, and every example shows what it says.
 #include "check/VELDyadCtxFileCheck.h"
 #include "tool/ToolTest.h"

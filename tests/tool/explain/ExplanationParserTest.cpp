@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The files of resources/explanations: what is read of them, and what is refused.
 #include "tools/dyadctx/explain/Explanation.h"
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The manual page of the messages is free of faults and prints all that `explain` says.
 
 Usage: messages_page_test.py TOOL. Ends with 77 where mandoc is not installed.

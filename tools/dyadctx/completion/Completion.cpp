@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `completion`: a script by which a shell completes the command line of the tool.
 #include "tools/dyadctx/completion/CompletionScript.h"
 

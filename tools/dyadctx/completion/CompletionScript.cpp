@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/completion/CompletionScript.h"
 
 #include "tools/dyadctx/EmbeddedFiles.h"

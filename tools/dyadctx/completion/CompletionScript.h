@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Completion scripts for shells. Each is a frame of resources/completion, in which the table of the
 // command line is written in the shell's own syntax.
 #pragma once

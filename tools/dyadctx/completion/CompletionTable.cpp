@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/completion/CompletionTable.h"
 
 #include "tools/dyadctx/Diagnosis.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a shell may offer at each place of the command line.
 #pragma once
 

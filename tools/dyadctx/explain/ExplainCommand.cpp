@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `explain`: what a message means, and what to do about it.
 #include "tools/dyadctx/Command.h"
 #include "tools/dyadctx/DisplayText.h"

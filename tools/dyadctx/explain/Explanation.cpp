@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/explain/Explanation.h"
 
 #include "platform/VELMsgCatalog.h"

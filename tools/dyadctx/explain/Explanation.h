@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a message or another finding means, and what to do about it.
 //
 // The texts are the files of resources/explanations, whose README says how they are written. Code

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The explanations as people and programs read them.
 #pragma once
 

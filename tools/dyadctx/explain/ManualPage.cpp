@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/VELDyadCtxVersion.h"
 #include "tools/dyadctx/explain/ExplanationPages.h"
 #include "tools/dyadctx/help/Roff.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Words.h"
 #include "tools/dyadctx/explain/ExplanationPages.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A graph in DOT, the language of Graphviz.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `graph`: friends and associated contexts as a picture.
 #include "check/VELDyadCtxFileCheck.h"
 #include "tools/dyadctx/Command.h"

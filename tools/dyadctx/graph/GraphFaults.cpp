@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/graph/GraphFaults.h"
 
 #include "tools/dyadctx/ContextFindings.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which contexts of a graph are at fault.
 #pragma once
 

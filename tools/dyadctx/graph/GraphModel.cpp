@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/graph/GraphModel.h"
 
 #include "check/detail/StrongComponents.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Contexts and what they name, as a graph to be drawn.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program `dot` of Graphviz, where it is installed.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A graph as a Mermaid flowchart.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What all kinds of pictures show alike: colours and the entries of the legend.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/graph/PictureText.h"
 
 #include "platform/detail/Utf8.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The texts of a picture: in boxes and tooltips, and how much room they take.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The legend of an SVG picture.
 #pragma once
 

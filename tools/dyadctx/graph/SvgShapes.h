@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The pieces of an SVG picture: numbers, escaped text, boxes and arcs.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/graph/SvgStyle.h"
 
 #include "tools/dyadctx/graph/PictureStyle.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The style sheet of an SVG picture, for a light and for a dark background.
 #pragma once
 

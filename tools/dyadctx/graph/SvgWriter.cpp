@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/graph/SvgWriter.h"
 
 #include "tools/dyadctx/Words.h"

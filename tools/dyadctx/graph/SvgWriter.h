@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A graph as a picture: an SVG document that needs nothing beside itself.
 #pragma once
 

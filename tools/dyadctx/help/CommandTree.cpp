@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/help/CommandTree.h"
 
 #include <CLI/CLI.hpp>

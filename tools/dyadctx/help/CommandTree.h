@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line as data. Help, manual page and completion are made of it, so that they say what
 // the parser takes.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `help`: the same as --help.
 #include "tools/dyadctx/DisplayText.h"
 #include "tools/dyadctx/Suggestion.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/help/HelpText.h"
 
 #include <algorithm>

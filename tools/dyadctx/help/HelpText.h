@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What --help says.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `man-page`: fills the frame of the manual page with what the command line takes. The build runs
 // it.
 #include "tools/dyadctx/DisplayText.h"

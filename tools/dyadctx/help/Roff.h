@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text in the language of manual pages.
 #pragma once
 

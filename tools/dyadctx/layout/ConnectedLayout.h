@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The layered picture of boxes that hang together.
 #pragma once
 

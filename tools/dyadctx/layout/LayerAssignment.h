@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which row each box of a layered picture stands in.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/layout/LayerRows.h"
 
 #include <algorithm>

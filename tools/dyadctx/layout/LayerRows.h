@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rows of a layered picture while it is made: which boxes and bends stand in them, in which
 // order, and where.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/layout/LayeredLayout.h"
 
 #include "tools/dyadctx/layout/ConnectedLayout.h"

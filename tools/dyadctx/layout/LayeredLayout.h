@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Places boxes and the arcs between them on a plane: in rows, so that arcs lead downwards.
 //
 // Arcs that would close a cycle lead upwards. Connected parts stand side by side, boxes without

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The order of boxes and bends within their rows: barycentre sweeps, then swaps of neighbours.
 #include "tools/dyadctx/layout/LayerRows.h"
 

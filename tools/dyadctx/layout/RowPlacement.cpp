@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where boxes and bends stand in their rows. Each row in turn moves as near to its neighbours as
 // the order and the distances within the row allow, which is a weighted isotonic regression.
 #include "tools/dyadctx/layout/LayerRows.h"

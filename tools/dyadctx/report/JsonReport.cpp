@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/ContextFacts.h"
 #include "tools/dyadctx/report/Report.h"
 

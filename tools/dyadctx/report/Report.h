@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The verdict on checked files in the formats that people and programs read.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/VELDyadCtxVersion.h"
 #include "tools/dyadctx/ContextFacts.h"
 #include "tools/dyadctx/Diagnosis.h"

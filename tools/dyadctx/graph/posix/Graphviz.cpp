@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/dyadctx/graph/Graphviz.h"
 
 #include "tools/dyadctx/Words.h"
