@@ -374,7 +374,9 @@ void Diagnosis::Say(const char* reason, const XmlCharacter& where,
 
 void DiagnoseXml(XmlSource& source, XmlFailure& failure) noexcept {
     try {
-        if (failure.fault.error != XML_ERROR_NONE && source.Rewind())
+        const XML_Error error = failure.fault.error;
+        const bool isOfTheFile = error != XML_ERROR_NONE && error != XML_ERROR_NO_MEMORY;
+        if (isOfTheFile && source.Rewind())
             Diagnosis(source, failure).Run();
     } catch (...) {
         // The reason of the parser is good enough.

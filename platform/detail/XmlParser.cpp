@@ -209,7 +209,8 @@ void Reading::Stop(const char* reason) noexcept {
 }
 
 bool Reading::Refuse(const char* reason, DomPosition position) noexcept {
-    failure_.position = position;
+    // Lack of memory is no fault at a place of the file.
+    failure_.position = std::string_view(reason) == reason::NoMemory ? DomPosition{} : position;
     failure_.reason = reason;
     return false;
 }

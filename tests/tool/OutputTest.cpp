@@ -116,6 +116,24 @@ TEST_F(Output, MemoryThatRunsOutIsAFailureAndNeverACrash) {
     EXPECT_EQ(status, 0);
     EXPECT_TRUE(ranOut);
 }
+
+TEST_F(Output, MemoryThatRunsOutIsNoFaultOfTheFile) {
+    const std::string comment = "<!--" + std::string(std::size_t{24} << 20U, ' ') + "-->";
+    WriteContexts("large.xml", "<Context Name='A' Parameter='/a' ParameterType='Path'/>" + comment);
+    bool ranOut = false;
+    int status = -1;
+    for (int kilobytes = 20000; kilobytes < 400000 && status != 0; kilobytes += 5000) {
+        const ChildResult result = RunInShell("ulimit -v " + std::to_string(kilobytes) +
+                                              "; exec \"$DYADCTX\" check large.xml");
+        status = result.status;
+        // 127: too little to start the program at all.
+        EXPECT_TRUE(status == 0 || status == 70 || status == 127)
+            << status << " at " << kilobytes << ": " << result.standardOutput;
+        ranOut = ranOut || status == 70;
+    }
+    EXPECT_EQ(status, 0);
+    EXPECT_TRUE(ranOut);
+}
 #endif
 
 TEST_F(Output, QuietLeavesNotesOutAndKeepsErrors) {

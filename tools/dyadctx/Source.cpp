@@ -69,16 +69,24 @@ std::string WhyNotRead(const std::string& file) {
     return stream.bad() ? std::generic_category().message(errno != 0 ? errno : EIO) : "";
 }
 
-// A file that ends in a read error is no XML for the library: the fault then has no place.
-bool HasFaultWithoutPlace(const Source& source) {
+// A fault of the file has a place in it. Where a read fails or memory runs out, the library calls
+// the file no XML just the same, but its check knows no place. Throws where it was the memory.
+std::string WhyReadingEnded(const Source& source) {
     if (std::none_of(source.findings.begin(), source.findings.end(), IsSyntaxError))
-        return false;
+        return "";
     VELDyadCtxFileCheck check;
     RunCheck(check, source);
     const std::vector<Finding> errors = ErrorsOf(check);
-    return std::any_of(errors.begin(), errors.end(), [](const Finding& one) {
-        return IsSyntaxError(one) && one.place.line == 0;
-    });
+    const auto fault = std::find_if(errors.begin(), errors.end(), IsSyntaxError);
+    if (fault == errors.end())
+        throw Failure(ExitStatus::Internal,
+                      "the file could not be loaded, but could be read again");
+    if (fault->place.line > 0)
+        return "";
+    std::string reason = WhyNotRead(source.path);
+    if (reason.empty())
+        throw std::bad_alloc();
+    return reason;
 }
 
 // What the library says of a file that cannot be opened.
@@ -101,8 +109,7 @@ void ClassifyFailure(Source& source) {
         source.status = ExitStatus::NoFile;
         return;
     }
-    if (HasFaultWithoutPlace(source))
-        source.whyNotRead = WhyNotRead(source.path);
+    source.whyNotRead = WhyReadingEnded(source);
     if (!source.whyNotRead.empty()) {
         source.status = ExitStatus::NoFile;
         source.findings = {UnreadableFile(source)};
