@@ -46,7 +46,7 @@ CollectorPtr SmallCollector() {
 
 TEST(CollectorMemory, FromScratchReturnsNull) {
     // What a thread has of its own is noted for its end, which may go without memory.
-    CollectorPtr(VELDyadCtxCollector::CreateCollectorFromScratch());
+    const CollectorPtr first(VELDyadCtxCollector::CreateCollectorFromScratch());
     const int failures = ForEachAllocation([](int number) {
         CollectorPtr collector;
         const bool failed = FailsAt(
