@@ -8,9 +8,16 @@
 
 namespace dyadctx {
 
+namespace {
+
+// Volatile, so that the name is a text of the library however much is optimised.
+const char* const volatile LibraryCatalog = key::Catalog;
+
+} // namespace
+
 VELUnicodeString CatalogText(const char* key, const VELUnicodeString* parameters, int count) {
     try {
-        return VELMsgCatalog::BuildMessage(VELString(key::Catalog), VELString(key), parameters,
+        return VELMsgCatalog::BuildMessage(VELString(LibraryCatalog), VELString(key), parameters,
                                            count, VELUnicodeString(), nullptr);
     } catch (const std::exception&) {
         return {};
