@@ -49,7 +49,7 @@ TEST(LibraryTexts, EachListedTextIsInTheLibraryAsAWhole) {
 }
 
 // These keys are put together at run time; as a whole they are in the embedded catalogs.
-TEST(LibraryTexts, TheHeadingsOfFailedStepsStandInTheCatalogs) {
+TEST(LibraryTexts, TheHeadingsOfFailedStepsAreInTheCatalogs) {
     const std::string library = ReadFile(DYADCTX_LIBRARY_FILE);
     for (const char* key :
          {"Ctx.Collector.ParseError", "Ctx.Collector.SetFriendsAndAssociatedError",

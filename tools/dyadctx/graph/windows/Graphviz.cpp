@@ -111,7 +111,7 @@ bool EndsWell(const Handle& process) {
 
 } // namespace
 
-// Files in place of pipes: neither side ever waits for the other.
+// Files instead of pipes: neither side ever waits for the other.
 GraphvizAnswer DrawWithGraphviz(const std::string& dot) {
     const std::wstring program = FindDot();
     if (program.empty())
